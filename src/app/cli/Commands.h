@@ -1,0 +1,22 @@
+// The commands of fieldwright-cli; each returns the process's exit code.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace fw::cli {
+
+using Args = std::vector<std::string>;
+
+int Dump(const Args& args);
+int Resave(const Args& args);
+int Export(const Args& args);
+int Compile(const Args& args);
+int CheckScasm(const Args& args);
+int Replay(const Args& args);
+int Render(const Args& args);
+
+// The program folder of this executable (FIELDWRIGHT_HOME wins).
+std::string ProgramFolder();
+
+} // namespace fw::cli

@@ -1,0 +1,57 @@
+// The one open project and everything the session keeps between events.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "core/BitmapState.h"
+#include "core/COffset.h"
+#include "core/Config.h"
+#include "core/EditorState.h"
+#include "core/Helpers.h"
+#include "core/Recent.h"
+#include "core/Records.h"
+#include "core/Stores.h"
+
+namespace fw {
+
+class Ui;
+
+constexpr const char* kUnnamedProject = "New project.fwt";
+
+struct Session {
+    // Host facts, set once at start.
+    std::string programFolder; // ends in a separator
+    char decimalSeparator = '.';
+    Ui* ui = nullptr;
+
+    Stores stores;
+    ProjectRecord project;
+    ShowFlagsRecord showFlags;
+    ConfigRecord config;
+
+    std::string projectPath = kUnnamedProject;
+    std::int16_t hasName = 0;
+    std::uint8_t dirty = 0;
+    std::uint8_t canPaste = 0;
+    std::uint8_t canUndo = 0;
+    std::uint8_t openGLActive = 0;
+    std::uint8_t windowReady = 0;
+
+    COffset view;
+    EditorState editor;
+    CRecent recent;
+    CBitmapState bitmap;
+
+    ValueContext values() const { return {decimalSeparator, ui}; }
+};
+
+void ResetAtStart(Session& s);
+// Also drops the background image; keeps the recent list and the copy buffer.
+void ResetForNewProject(Session& s);
+void ResetForLoadedProject(Session& s, const std::string& path);
+void MarkSaved(Session& s);
+// "Fieldwright - [Unsaved document]" or "Fieldwright - [name.fwt]".
+std::string Title(const Session& s);
+
+} // namespace fw

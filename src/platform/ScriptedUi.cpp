@@ -1,0 +1,87 @@
+#include "platform/ScriptedUi.h"
+
+namespace fw {
+
+void ScriptedUi::Message(const std::string& text, MessageStyle style, const std::string&)
+{
+    calls.push_back({"message", text, style});
+}
+
+Answer ScriptedUi::AskYesNoCancel(const std::string& text, const std::string&)
+{
+    calls.push_back({"yesnocancel", text, MessageStyle::Question});
+    if (answers.empty())
+        return Answer::Cancel;
+    Answer a = answers.front();
+    answers.pop_front();
+    return a;
+}
+
+Answer ScriptedUi::AskYesNo(const std::string& text, const std::string&)
+{
+    calls.push_back({"yesno", text, MessageStyle::Question});
+    if (answers.empty())
+        return Answer::No;
+    Answer a = answers.front();
+    answers.pop_front();
+    return a;
+}
+
+bool ScriptedUi::ChooseFile(const FileDialogRequest& request, std::string& path)
+{
+    calls.push_back({"file", request.filter, MessageStyle::Question});
+    fileRequests.push_back(request);
+    if (files.empty())
+        return false;
+    std::string f = files.front();
+    files.pop_front();
+    if (f.empty())
+        return false;
+    path = f;
+    return true;
+}
+
+bool ScriptedUi::ChooseFolder(const std::string& title, const std::string&, std::string& folder)
+{
+    calls.push_back({"folder", title, MessageStyle::Question});
+    if (files.empty())
+        return false;
+    std::string f = files.front();
+    files.pop_front();
+    if (f.empty())
+        return false;
+    folder = f;
+    return true;
+}
+
+int ScriptedUi::ShowTip(const std::string& text, int flag)
+{
+    calls.push_back({"tip", text, MessageStyle::Information});
+    if (flag == 0)
+        return 0;
+    if (tipResults.empty())
+        return flag == -1 ? -1 : 1;
+    int r = tipResults.front();
+    tipResults.pop_front();
+    return r;
+}
+
+void ScriptedUi::SetWaitCursor(bool on) { waitCursor = on; }
+void ScriptedUi::SetPointer(Pointer p) { pointer = p; }
+
+bool ScriptedUi::OpenExternal(const std::string& pathOrUrl)
+{
+    calls.push_back({"open", pathOrUrl, MessageStyle::Information});
+    return true;
+}
+
+std::vector<std::string> ScriptedUi::Messages() const
+{
+    std::vector<std::string> out;
+    for (const auto& c : calls)
+        if (c.kind == "message")
+            out.push_back(c.text);
+    return out;
+}
+
+} // namespace fw

@@ -1,0 +1,214 @@
+#include <gtest/gtest.h>
+
+#include "core/Records.h"
+#include "core/Stores.h"
+
+namespace fw {
+namespace {
+
+ShapeRecord Fresh(int type)
+{
+    ShapeRecord s;
+    ResetShape(s, type);
+    return s;
+}
+
+TEST(ShapeDefaults, EachTypeGetsItsTable)
+{
+    auto poly = Fresh(kPoly);
+    EXPECT_EQ(poly.gComment, "[No comment]");
+    EXPECT_EQ(poly.tDayPath, "Concrete.r8");
+    EXPECT_EQ(poly.cColor, 180 | 180 << 8 | 160 << 16);
+    EXPECT_EQ(poly.cTransparency, 15);
+    EXPECT_EQ(poly.vRange, 10000);
+    EXPECT_EQ(poly.vTime, 7);
+    EXPECT_EQ(poly.gIsColored, 0);
+
+    auto tex = Fresh(kTexPoly);
+    for (auto v : tex.mTexMap)
+        EXPECT_EQ(v, -100);
+
+    auto line = Fresh(kWideLine);
+    EXPECT_EQ(line.gIsColored, 1);
+    EXPECT_EQ(line.tDayPath, "taxi.bmp");
+    EXPECT_EQ(line.cColor, 160 | 150 << 8 | 10 << 16);
+    EXPECT_DOUBLE_EQ(line.gLineWidth, 0.5);
+    EXPECT_EQ(line.vRange, 500);
+
+    auto dots = Fresh(kDotLine);
+    EXPECT_EQ(dots.cColor, 17);
+    EXPECT_DOUBLE_EQ(dots.gDotSpacing(), 30.0);
+    EXPECT_EQ(dots.vRange, 2000);
+
+    auto trees = Fresh(kTreeLine);
+    EXPECT_EQ(trees.tDayPath, "Tree.bmp");
+    EXPECT_EQ(trees.mNumBands, 8);
+    EXPECT_DOUBLE_EQ(trees.mBandHeight, 20.0);
+    for (auto v : trees.mTexMap)
+        EXPECT_EQ(v, 0);
+
+    auto forest = Fresh(kForest);
+    EXPECT_DOUBLE_EQ(forest.mBandHeight, 20.0);
+    EXPECT_EQ(forest.tDayPath, "");
+
+    auto flatten = Fresh(kFlatten);
+    EXPECT_EQ(flatten.gComment, "");
+    EXPECT_EQ(flatten.vTime, 0);
+    EXPECT_EQ(flatten.vRange, 0);
+}
+
+TEST(ShapeDefaults, ResetTouchesOnlyNamedFields)
+{
+    ShapeRecord s;
+    s.vLayer = 5;
+    s.cLighted = 1;
+    ResetShape(s, kPoly);
+    EXPECT_EQ(s.vLayer, 5);
+    EXPECT_EQ(s.cLighted, 1);
+}
+
+TEST(ObjectDefaults, EachTypeGetsItsTable)
+{
+    ObjectRecord rwy;
+    ResetObject(rwy, kRunway, "/opt/fw/");
+    EXPECT_EQ(rwy.Surface(), kSurfaceAsphalt);
+    EXPECT_EQ(rwy.Length(), 9000);
+    EXPECT_EQ(rwy.RwyWidth(), 150);
+    EXPECT_EQ(rwy.AprLN(), 2);
+    EXPECT_EQ(rwy.StrobesF(), 2);
+    EXPECT_EQ(rwy.IlsRangeF(), 32);
+    EXPECT_EQ(rwy.MarkerOuterN(), 1600);
+    EXPECT_EQ(rwy.MarkerInnerF(), 400);
+    EXPECT_DOUBLE_EQ(rwy.IlsFreqN(), 123.45);
+    EXPECT_EQ(rwy.IlsNameF(), "Enter_Name");
+    EXPECT_EQ(rwy.LightIntensityLow, 0);
+    EXPECT_EQ(rwy.LightIntensityHigh, -1);
+    EXPECT_EQ(rwy.flags[11], 0);
+
+    ObjectRecord api;
+    ResetObject(api, kApi, "/opt/fw/");
+    EXPECT_EQ(api.Path(), "/opt/fw/fwt_building1.api");
+    EXPECT_EQ(api.Range(), 5000);
+    EXPECT_EQ(api.Param9(), "fwt_build01.bmp");
+    EXPECT_EQ(api.DesignLast, 12);
+    EXPECT_EQ(api.DesignPoints[5], (Point{0, 50}));
+    EXPECT_EQ(api.DesignPoints[12], (Point{-50, -50}));
+
+    ObjectRecord vor;
+    ResetObject(vor, kVor, "");
+    EXPECT_DOUBLE_EQ(vor.Frequency(), 108.0);
+    EXPECT_EQ(vor.DME(), 1);
+    EXPECT_EQ(vor.Range(), 45);
+
+    ObjectRecord excl;
+    ResetObject(excl, kExclude, "");
+    EXPECT_EQ(excl.ExclWidth(), 1000);
+    EXPECT_EQ(excl.ExcludeObjects(), 1);
+
+    ObjectRecord sign;
+    ResetObject(sign, kSign, "");
+    EXPECT_EQ(sign.Style(), "FlatLighted");
+}
+
+TEST(ProjectDefaults, NewProjectIsNamedNewAndKeepsImageScale)
+{
+    ProjectRecord p;
+    ResetProject(p);
+    EXPECT_EQ(p.Name, "New");
+    EXPECT_EQ(p.Distance[2], 300);
+    EXPECT_DOUBLE_EQ(p.DotLineScale, 0.5);
+
+    ShowFlagsRecord f;
+    f.BackImagescale = 2.5;
+    f.BackImageLeft = 9;
+    ResetShowFlags(f);
+    EXPECT_DOUBLE_EQ(f.BackImagescale, 2.5);
+    EXPECT_EQ(f.BackImageLeft, 0);
+    EXPECT_EQ(f.ShowBackPicture, 0);
+    EXPECT_EQ(f.ShowForest, 1);
+}
+
+TEST(TypeNames, KnownAndUnknown)
+{
+    EXPECT_EQ(TypeName(kWideLine), "Line/Road");
+    EXPECT_EQ(TypeName(kApi), "3-D object (API macro)");
+    EXPECT_EQ(TypeName(14), "Unknown shape type");
+}
+
+TEST(Geometry, LimitsStartFromPointZero)
+{
+    PointList pts{{5, -3}, {-2, 7}, {9, 1}};
+    auto l = ComputeLimits(pts);
+    EXPECT_EQ(l, (std::array<std::int32_t, 4>{-2, 9, -3, 7}));
+}
+
+TEST(Geometry, Concavity)
+{
+    // Three points are never concave, whatever the winding.
+    EXPECT_EQ(ComputeConcavity({{0, 0}, {100, 0}, {0, 100}}), 0);
+    EXPECT_EQ(ComputeConcavity({{0, 0}, {0, 100}, {100, 0}}), 0);
+    // Square with a point in the middle of an edge: collinear counts as positive.
+    PointList positive{{0, 0}, {100, 0}, {200, 0}, {200, 200}, {0, 200}};
+    EXPECT_EQ(ComputeConcavity(positive), 0);
+    PointList negative(positive.rbegin(), positive.rend());
+    EXPECT_EQ(ComputeConcavity(negative), 1);
+    // An L shape is concave.
+    EXPECT_EQ(ComputeConcavity({{0, 0}, {200, 0}, {200, 100}, {100, 100}, {100, 200}, {0, 200}}), 1);
+}
+
+TEST(Layers, MapBothWays)
+{
+    EXPECT_EQ(LayerToValue(0), 0);
+    EXPECT_EQ(LayerToValue(1), 8);
+    EXPECT_EQ(LayerToValue(8), 40);
+    EXPECT_EQ(LayerToValue(9), 60);
+    EXPECT_EQ(LayerFromValue(60), 9);
+    EXPECT_EQ(LayerFromValue(12), 2);
+    EXPECT_EQ(LayerFromValue(13), 0);
+}
+
+TEST(Stores, CompactionKeepsOrderAndEmptiesArrays)
+{
+    Stores st;
+    for (int i = 0; i < 4; ++i) {
+        ShapeRecord s;
+        ResetShape(s, kPoly);
+        s.vRange = static_cast<std::int16_t>(i);
+        AppendShape(st, s, {{i, i}, {i + 1, i}, {i, i + 1}});
+    }
+    AppendObject(st, kVor, 10, 20, 0, "");
+    AppendObject(st, kNdb, 30, 40, 0, "");
+    for (auto& s : st.ShapeStore)
+        s.gKeep = 1;
+    for (auto& o : st.ObjectStore)
+        o.oKeep = 1;
+    st.ShapeStore[1].gKeep = 0;
+    st.ObjectStore[0].oKeep = 0;
+    CompactStores(st);
+    ASSERT_EQ(st.ShapeCount(), 3);
+    EXPECT_EQ(st.ShapeStore[0].vRange, 0);
+    EXPECT_EQ(st.ShapeStore[1].vRange, 2);
+    EXPECT_EQ(st.PointStore[1][0], (Point{2, 2}));
+    ASSERT_EQ(st.ObjectCount(), 1);
+    EXPECT_EQ(st.ObjectStore[0].oType, kNdb);
+
+    for (auto& s : st.ShapeStore)
+        s.gKeep = 0;
+    CompactStores(st);
+    EXPECT_EQ(st.ShapeCount(), 0);
+    EXPECT_TRUE(st.PointStore.empty());
+    EXPECT_EQ(st.ObjectCount(), 1);
+}
+
+TEST(Stores, AppendComputesLimitsAndConcavity)
+{
+    Stores st;
+    ShapeRecord s;
+    ResetShape(s, kPoly);
+    AppendShape(st, s, {{0, 0}, {200, 0}, {200, 100}, {100, 100}, {100, 200}, {0, 200}});
+    EXPECT_EQ(st.ShapeStore[0].gIsConcave, 1);
+    EXPECT_EQ(st.ShapeStore[0].gLimits[3], 200);
+}
+
+} // namespace
+} // namespace fw
