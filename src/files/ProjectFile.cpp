@@ -1,0 +1,357 @@
+#include "files/ProjectFile.h"
+
+#include "core/Stores.h"
+#include "files/KeyBlock.h"
+#include "files/ObjectBlocks.h"
+#include "files/ShapeBlocks.h"
+#include "files/ValueReaders.h"
+#include "platform/Ui.h"
+
+namespace fw {
+
+namespace {
+
+enum SettingsField {
+    FShowPoly, FShowTexPoly, FShowWideLine, FShowDotLine, FShowTreeLine, FShowAPI, FShowRunway,
+    FShowNav, FShowExclude, FShowGrid, FShowBackPicture, FBackImagePath, FBackImageTop,
+    FBackImageLeft, FBackImagescale,
+};
+
+// In written order.
+constexpr KeySpec kSettingsKeys[] = {
+    {"ShowPoly", ValueKind::Byte, 0, 1, FShowPoly},
+    {"ShowTexPoly", ValueKind::Byte, 0, 1, FShowTexPoly},
+    {"ShowWideLine", ValueKind::Byte, 0, 1, FShowWideLine},
+    {"ShowDotLine", ValueKind::Byte, 0, 1, FShowDotLine},
+    {"ShowTreeLine", ValueKind::Byte, 0, 1, FShowTreeLine},
+    {"ShowAPI", ValueKind::Byte, 0, 1, FShowAPI},
+    {"ShowRunway", ValueKind::Byte, 0, 1, FShowRunway},
+    {"ShowNav", ValueKind::Byte, 0, 1, FShowNav},
+    {"ShowExclude", ValueKind::Byte, 0, 1, FShowExclude},
+    {"ShowGrid", ValueKind::Byte, 0, 1, FShowGrid},
+    {"ShowBackPicture", ValueKind::Byte, 0, 1, FShowBackPicture},
+    {"BackImagePath", ValueKind::String, 0, 0, FBackImagePath},
+    {"BackImageTop", ValueKind::Long, 0, 0, FBackImageTop},
+    {"BackImageLeft", ValueKind::Long, 0, 0, FBackImageLeft},
+    {"BackImagescale", ValueKind::Double, 0.01, 32, FBackImagescale},
+};
+
+enum ProjectField {
+    FName, FCopyright, FComment, FMagVar, FAltitude, FLatitude, FLongitude, FPolyScale,
+    FLineScale, FDotLineScale, FUsePointReduction, FUseTextureLevels, FGroupLines, FDistance1,
+    FDistance2, FDistance3, FTexture1, FTexture2, FTexture3, FTexture4, FColor1, FColor2, FColor3,
+    FColor4,
+};
+
+constexpr KeySpec kProjectKeys[] = {
+    {"Name", ValueKind::String, 0, 0, FName},
+    {"Copyright", ValueKind::String, 0, 0, FCopyright},
+    {"Comment", ValueKind::String, 0, 0, FComment},
+    {"MagVar", ValueKind::Double, -40, 40, FMagVar},
+    {"Altitude", ValueKind::Double, -8000, 8000, FAltitude},
+    {"LatitudeDegree", ValueKind::Double, -90, 90, FLatitude},
+    {"LongitudeDegree", ValueKind::Double, -180, 180, FLongitude},
+    {"PolyScale", ValueKind::Double, 0.001, 32, FPolyScale},
+    {"LineScale", ValueKind::Double, 0, 32, FLineScale},
+    {"DotLineScale", ValueKind::Double, 0.001, 32, FDotLineScale},
+    {"UsePointReduction", ValueKind::Byte, 0, 1, FUsePointReduction},
+    {"UseTextureLevels", ValueKind::Byte, 0, 1, FUseTextureLevels},
+    {"GroupLines", ValueKind::Byte, 0, 1, FGroupLines},
+    {"Distance1", ValueKind::Short, 0, 2000, FDistance1},
+    {"Distance2", ValueKind::Short, 0, 2000, FDistance2},
+    {"Distance3", ValueKind::Short, 0, 2000, FDistance3},
+    {"Texture1", ValueKind::String, 0, 0, FTexture1},
+    {"Texture2", ValueKind::String, 0, 0, FTexture2},
+    {"Texture3", ValueKind::String, 0, 0, FTexture3},
+    {"Texture4", ValueKind::String, 0, 0, FTexture4},
+    {"Color1", ValueKind::Long, 0, 0, FColor1},
+    {"Color2", ValueKind::Long, 0, 0, FColor2},
+    {"Color3", ValueKind::Long, 0, 0, FColor3},
+    {"Color4", ValueKind::Long, 0, 0, FColor4},
+};
+
+std::size_t ReadSettings(const Tokens& t, std::size_t start, ShowFlagsRecord& f)
+{
+    ResetShowFlags(f);
+    return ReadKeys(
+        t, start, [](std::string_view tok) { return FindKey(kSettingsKeys, tok); },
+        [&](const KeySpec& k, ParsedValue& v) {
+            const auto b = static_cast<std::uint8_t>(v.i);
+            switch (k.field) {
+            case FShowPoly: f.ShowPoly = b; break;
+            case FShowTexPoly: f.ShowTexPoly = b; break;
+            case FShowWideLine: f.ShowWideLine = b; break;
+            case FShowDotLine: f.ShowDotLine = b; break;
+            case FShowTreeLine: f.ShowTreeLine = b; break;
+            case FShowAPI: f.ShowAPI = b; break;
+            case FShowRunway: f.ShowRunway = b; break;
+            case FShowNav: f.ShowNav = b; break;
+            case FShowExclude: f.ShowExclude = b; break;
+            case FShowGrid: f.ShowGrid = b; break;
+            case FShowBackPicture: f.ShowBackPicture = b; break;
+            case FBackImagePath: f.BackImagePath = v.s; break;
+            case FBackImageTop: f.BackImageTop = static_cast<std::int32_t>(v.i); break;
+            case FBackImageLeft: f.BackImageLeft = static_cast<std::int32_t>(v.i); break;
+            case FBackImagescale: f.BackImagescale = v.d; break;
+            default: break;
+            }
+        });
+}
+
+std::size_t ReadProject(const Tokens& t, std::size_t start, ProjectRecord& p)
+{
+    ResetProject(p);
+    return ReadKeys(
+        t, start, [](std::string_view tok) { return FindKey(kProjectKeys, tok); },
+        [&](const KeySpec& k, ParsedValue& v) {
+            switch (k.field) {
+            case FName: p.Name = v.s; break;
+            case FCopyright: p.Copyright = v.s; break;
+            case FComment: p.Comment = v.s; break;
+            case FMagVar: p.MagVar = v.d; break;
+            case FAltitude: p.Altitude = v.d; break;
+            case FLatitude: p.LatitudeDegree = v.d; break;
+            case FLongitude: p.LongitudeDegree = v.d; break;
+            case FPolyScale: p.PolyScale = v.d; break;
+            case FLineScale: p.LineScale = v.d; break;
+            case FDotLineScale: p.DotLineScale = v.d; break;
+            case FUsePointReduction: p.UsePointReduction = static_cast<std::uint8_t>(v.i); break;
+            case FUseTextureLevels: p.UseTextureLevels = static_cast<std::uint8_t>(v.i); break;
+            case FGroupLines: p.GroupLines = static_cast<std::uint8_t>(v.i); break;
+            case FDistance1: case FDistance2: case FDistance3:
+                p.Distance[k.field - FDistance1] = static_cast<std::int16_t>(v.i);
+                break;
+            case FTexture1: case FTexture2: case FTexture3: case FTexture4:
+                p.Texture[k.field - FTexture1] = v.s;
+                break;
+            case FColor1: case FColor2: case FColor3: case FColor4:
+                p.Color[k.field - FColor1] = static_cast<std::int32_t>(v.i);
+                break;
+            default: break;
+            }
+        });
+}
+
+void Say(Ui* ui, const char* text, MessageStyle style)
+{
+    if (ui)
+        ui->Message(text, style);
+}
+
+bool RunStages(const Tokens& t, ProjectData& d, Ui* ui, const std::string& programFolder)
+{
+    // A file without any token has nothing to read: it counts as a broken head.
+    if (t.empty()) {
+        Say(ui, kHeaderCorrupt, MessageStyle::Critical);
+        return false;
+    }
+    const std::size_t n = t.size();
+    // Stage 1: the head blocks, wherever they stand; a later block replaces an earlier one.
+    for (std::size_t i = 0; i < n; ++i) {
+        const std::string_view tok = t[i];
+        if (tok.empty() || tok.back() != '(')
+            continue;
+        bool ok = true;
+        if (tok == "Version(") {
+            std::int32_t v = 0;
+            ok = i + 1 < n && ReadLongValue(t[i + 1], v);
+            if (ok)
+                d.version = v;
+        } else if (tok == "Settings(") {
+            ok = ReadSettings(t, i + 1, d.showFlags) != kNoClose;
+        } else if (tok == "Project(") {
+            ok = ReadProject(t, i + 1, d.project) != kNoClose;
+        }
+        if (!ok) {
+            Say(ui, kHeaderCorrupt, MessageStyle::Critical);
+            return false;
+        }
+    }
+    // Stage 2: a newer file is read all the same.
+    if (d.version > 1)
+        Say(ui, kNewerVersion, MessageStyle::Information);
+    // Stage 3: shapes.
+    for (std::size_t i = 0; i < n; ++i) {
+        const int type = ShapeTypeOfWord(t[i]);
+        if (!type)
+            continue;
+        ShapeRecord shape;
+        const std::size_t close = ReadShapeKeys(t, i + 1, type, shape);
+        if (close == kNoClose) {
+            Say(ui, kShapeCorrupt, MessageStyle::Critical);
+            return false;
+        }
+        PointList points;
+        ReadShapePoints(t, i + 1, close, points);
+        if (!points.empty()) {
+            UpdateShapeGeometry(shape, points);
+            d.shapes.push_back(std::move(shape));
+            d.points.push_back(std::move(points));
+        }
+        i = close;
+    }
+    // Stage 4: objects, walking every token again.
+    for (std::size_t i = 0; i < n; ++i) {
+        const int type = ObjectTypeOfWord(t[i]);
+        if (!type)
+            continue;
+        ObjectRecord o;
+        const std::size_t close = ReadObjectKeys(t, i + 1, type, o, programFolder);
+        if (close == kNoClose) {
+            Say(ui, kObjectCorrupt, MessageStyle::Critical);
+            return false;
+        }
+        d.objects.push_back(std::move(o));
+        i = close;
+    }
+    return true;
+}
+
+void AddHead(CBufferS& out)
+{
+    out.addLine(";////////////////////////////////////////");
+    out.addLine(";        Fieldwright Format /////////////");
+    out.addLine(";                           /////////////");
+    out.addLine("");
+    out.addLine("");
+    out.addLine("");
+    out.addLine("");
+    out.addLine("");
+    out.addLine("Version(");
+    out.addLine(" 1");
+    out.addLine(")");
+}
+
+void AddRecords(CBufferS& out, const std::vector<PointList>& points, const std::vector<ShapeRecord>& shapes,
+                const std::vector<ObjectRecord>& objects)
+{
+    static const PointList kNone;
+    for (std::size_t i = 0; i < shapes.size(); ++i) {
+        out.addLine("");
+        out.addLine("");
+        out.addLine("");
+        WriteShapeBlock(out, shapes[i], i < points.size() ? points[i] : kNone);
+    }
+    for (const auto& o : objects) {
+        out.addLine("");
+        out.addLine("");
+        out.addLine("");
+        WriteObjectBlock(out, o);
+    }
+}
+
+bool WriteBuffer(const std::string& path, const CBufferS& buffer, Ui* ui)
+{
+    if (WriteLinesReplacing(path, buffer.lines()))
+        return true;
+    Say(ui, kWriteFailed, MessageStyle::Critical);
+    return false;
+}
+
+} // namespace
+
+bool ReadProjectText(std::string_view text, ProjectData& out, Ui* ui, const std::string& programFolder)
+{
+    Tokens tokens;
+    TokeniseText(text, tokens);
+    ProjectData d;
+    if (!RunStages(tokens, d, ui, programFolder))
+        return false;
+    out = std::move(d);
+    return true;
+}
+
+bool ReadProjectFile(const std::string& path, ProjectData& out, Ui* ui, const std::string& programFolder)
+{
+    std::string text;
+    ReadWholeFile(path, text);
+    return ReadProjectText(text, out, ui, programFolder);
+}
+
+void BuildProjectText(CBufferS& out, const ProjectData& d)
+{
+    out.reset();
+    AddHead(out);
+    const ShowFlagsRecord& f = d.showFlags;
+    out.addLine("");
+    out.addLine("");
+    out.addLine("Settings(");
+    out.addLine(IntLine("ShowPoly", f.ShowPoly));
+    out.addLine(IntLine("ShowTexPoly", f.ShowTexPoly));
+    out.addLine(IntLine("ShowWideLine", f.ShowWideLine));
+    out.addLine(IntLine("ShowDotLine", f.ShowDotLine));
+    out.addLine(IntLine("ShowTreeLine", f.ShowTreeLine));
+    out.addLine(IntLine("ShowAPI", f.ShowAPI));
+    out.addLine(IntLine("ShowRunway", f.ShowRunway));
+    out.addLine(IntLine("ShowNav", f.ShowNav));
+    out.addLine(IntLine("ShowExclude", f.ShowExclude));
+    out.addLine(IntLine("ShowGrid", f.ShowGrid));
+    out.addLine(IntLine("ShowBackPicture", f.ShowBackPicture));
+    out.addLine(QuotedLine("BackImagePath", f.BackImagePath));
+    out.addLine(IntLine("BackImageTop", f.BackImageTop));
+    out.addLine(IntLine("BackImageLeft", f.BackImageLeft));
+    out.addLine(RealLine("BackImagescale", f.BackImagescale));
+    out.addLine(")");
+    const ProjectRecord& p = d.project;
+    out.addLine("");
+    out.addLine("");
+    out.addLine("Project(");
+    out.addLine(QuotedLine("Name", p.Name));
+    out.addLine(QuotedLine("Copyright", p.Copyright));
+    out.addLine(QuotedLine("Comment", p.Comment));
+    out.addLine(QuotedLine("Name", p.Name));
+    out.addLine(RealLine("MagVar", p.MagVar));
+    out.addLine(RealLine("Altitude", p.Altitude));
+    out.addLine(RealLine("LatitudeDegree", p.LatitudeDegree));
+    out.addLine(RealLine("LongitudeDegree", p.LongitudeDegree));
+    out.addLine(RealLine("PolyScale", p.PolyScale));
+    out.addLine(RealLine("LineScale", p.LineScale));
+    out.addLine(RealLine("DotLineScale", p.DotLineScale));
+    out.addLine(IntLine("UsePointReduction", p.UsePointReduction));
+    out.addLine(IntLine("UseTextureLevels", p.UseTextureLevels));
+    out.addLine(IntLine("GroupLines", p.GroupLines));
+    out.addLine(IntLine("Distance1", p.Distance[0]));
+    out.addLine(IntLine("Distance2", p.Distance[1]));
+    out.addLine(IntLine("Distance3", p.Distance[2]));
+    out.addLine(QuotedLine("Texture1", p.Texture[0]));
+    out.addLine(QuotedLine("Texture2", p.Texture[1]));
+    out.addLine(QuotedLine("Texture3", p.Texture[2]));
+    out.addLine(QuotedLine("Texture4", p.Texture[3]));
+    out.addLine(IntLine("Color1", p.Color[0]));
+    out.addLine(IntLine("Color2", p.Color[1]));
+    out.addLine(IntLine("Color3", p.Color[2]));
+    out.addLine(IntLine("Color4", p.Color[3]));
+    out.addLine(")");
+    AddRecords(out, d.points, d.shapes, d.objects);
+}
+
+bool WriteProjectFile(const std::string& path, const ProjectData& data, Ui* ui)
+{
+    CBufferS buffer;
+    BuildProjectText(buffer, data);
+    return WriteBuffer(path, buffer, ui);
+}
+
+void BuildSelectionText(CBufferS& out, const std::vector<PointList>& points,
+                        const std::vector<ShapeRecord>& shapes, const std::vector<ObjectRecord>& objects)
+{
+    out.reset();
+    AddHead(out);
+    AddRecords(out, points, shapes, objects);
+}
+
+bool WriteSelectionFile(const std::string& path, const std::vector<PointList>& points,
+                        const std::vector<ShapeRecord>& shapes, const std::vector<ObjectRecord>& objects,
+                        Ui* ui)
+{
+    CBufferS buffer;
+    BuildSelectionText(buffer, points, shapes, objects);
+    return WriteBuffer(path, buffer, ui);
+}
+
+std::string DoesNotExistMessage(const std::string& name)
+{
+    return "'" + name + "' does not exist!";
+}
+
+} // namespace fw

@@ -1,0 +1,71 @@
+// The line buffer, the tokeniser and the plain file access shared by every text file of a project.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace fw {
+
+class Ui;
+
+// Lines of a file being written (or tokens of a file being read), in order.
+class CBufferS {
+public:
+    void reset() { lines_.clear(); }
+    bool addLine(std::string text)
+    {
+        lines_.push_back(std::move(text));
+        return true;
+    }
+    // False when empty.
+    bool GetAll(std::vector<std::string>& out) const
+    {
+        out = lines_;
+        return !lines_.empty();
+    }
+    int count() const { return static_cast<int>(lines_.size()); }
+    const std::vector<std::string>& lines() const { return lines_; }
+
+private:
+    std::vector<std::string> lines_;
+};
+
+using Tokens = std::vector<std::string_view>;
+
+// Cuts one line into tokens: only "=" and a leading double quote divide; ";" at the start of a
+// token ends the line. The tokens point into line.
+void TokeniseLine(std::string_view line, Tokens& out);
+// The same, appending copies to the buffer.
+void TokeniseLine(std::string_view line, CBufferS& buffer);
+// Every line of a text (LF or CR LF) tokenised; the tokens point into text.
+void TokeniseText(std::string_view text, Tokens& out);
+// Calls f for every line of a text, without its line end.
+template <class F>
+void ForEachLine(std::string_view text, F&& f)
+{
+    std::size_t pos = 0;
+    while (pos < text.size()) {
+        std::size_t end = text.find('\n', pos);
+        std::size_t next = end == std::string_view::npos ? text.size() : end + 1;
+        if (end == std::string_view::npos)
+            end = text.size();
+        std::string_view line = text.substr(pos, end - pos);
+        if (!line.empty() && line.back() == '\r')
+            line.remove_suffix(1);
+        f(line);
+        pos = next;
+    }
+}
+
+// The whole file as bytes; false when it can't be read.
+bool ReadWholeFile(const std::string& path, std::string& out);
+// Writes every line with CR LF into a temporary file beside path and renames it over path, so
+// that a failed write leaves the old file as it was. False on any failure.
+bool WriteLinesReplacing(const std::string& path, const std::vector<std::string>& lines);
+bool WriteTextReplacing(const std::string& path, const std::string& text);
+
+// The same text joined with CR LF.
+std::string JoinLines(const std::vector<std::string>& lines);
+
+} // namespace fw
