@@ -1,0 +1,272 @@
+#include "export/ExportDriver.h"
+
+#include <functional>
+
+#include "core/Session.h"
+#include "export/ExportItems.h"
+#include "files/ProjectFile.h"
+#include "export/ScasmWriter.h"
+#include "platform/Ui.h"
+
+namespace fw {
+
+namespace {
+
+const std::string kItemIndent = "  ";
+
+// A section writes its banner when its first item turns up, and its footer only if it had one.
+class Section {
+public:
+    Section(ExportContext& ctx, const char* title, int level, bool withArea,
+            std::function<void()> afterBanner = {})
+        : ctx_(ctx), title_(title), level_(level), noArea_(!withArea), afterBanner_(std::move(afterBanner))
+    {
+    }
+
+    // Opens the section if needed and gives the item's counter value.
+    int next()
+    {
+        if (!open_) {
+            WriteSectionBanner(ctx_, ctx_.project.LatitudeDegree, ctx_.project.LongitudeDegree, level_, 40, "",
+                               title_, noArea_);
+            if (afterBanner_)
+                afterBanner_();
+            open_ = true;
+        }
+        return counter_++;
+    }
+
+    void close()
+    {
+        if (open_)
+            WriteSectionFooter(ctx_, "", noArea_);
+    }
+
+private:
+    ExportContext& ctx_;
+    const char* title_;
+    int level_;
+    bool noArea_;
+    std::function<void()> afterBanner_;
+    bool open_ = false;
+    int counter_ = 0;
+};
+
+std::string Quoted(const std::string& s) { return "\"" + s + "\""; }
+
+// Runs one item; a fault comes back naming the item.
+template <class F>
+void Item(const std::string& what, F&& run)
+{
+    try {
+        run();
+    } catch (const OperationFault& e) {
+        throw OperationFault("The export stopped at " + what + ": " + e.what());
+    }
+}
+
+std::string ShapeName(const ExportInput& in, std::size_t i)
+{
+    const ShapeRecord& s = in.shapes[i];
+    std::string name = "shape " + std::to_string(i + 1) + " (" + std::string(TypeName(s.gType));
+    if (s.gType != kFlatten)
+        name += ", " + Quoted(s.gComment);
+    return name + ")";
+}
+
+std::string ObjectName(const ExportInput& in, std::size_t i)
+{
+    return "object " + std::to_string(i + 1) + " (" + std::string(TypeName(in.objects[i].oType)) + ")";
+}
+
+const PointList& PointsOf(const ExportInput& in, std::size_t i)
+{
+    static const PointList kNone;
+    return i < in.points.size() ? in.points[i] : kNone;
+}
+
+} // namespace
+
+ExportInput ExportInputOf(const Session& s)
+{
+    return ExportInput{s.project, s.config, s.stores.PointStore, s.stores.ShapeStore, s.stores.ObjectStore,
+                       s.decimalSeparator, s.ui};
+}
+
+void BuildExportText(const ExportInput& in, const std::string& excludePrefix, ExportBuffer& out)
+{
+    const ProjectRecord& p = in.project;
+    ExportContext ctx{p, in.config, {}, out, excludePrefix};
+    ctx.geo.scale = ComputeExportScale(p.LatitudeDegree);
+    ctx.geo.latitude = p.LatitudeDegree;
+    ctx.geo.longitude = p.LongitudeDegree;
+    ctx.geo.values = ValueContext{in.decimalSeparator, in.ui};
+    out.reset();
+    WriteFileHead(ctx, 1, 512, 512);
+    WriteCopyright(ctx, p.Copyright);
+
+    const auto& shapes = in.shapes;
+    const auto& objects = in.objects;
+    const std::string& I = kItemIndent;
+
+    { // 1
+        Section sec(ctx, "EXCLUDE", 6, false);
+        for (std::size_t i = 0; i < objects.size(); ++i)
+            if (objects[i].oType == kExclude) {
+                const int k = sec.next();
+                Item(ObjectName(in, i), [&] { ExportGenExcl(ctx, objects[i], I, k); });
+            }
+        sec.close();
+    }
+    { // 2
+        Section sec(ctx, "FLATTEN POLYGON", 6, false);
+        for (std::size_t i = 0; i < shapes.size(); ++i)
+            if (shapes[i].gType == kFlatten) {
+                sec.next();
+                Item(ShapeName(in, i), [&] { ExportFlatten(ctx, shapes[i], PointsOf(in, i), I); });
+            }
+        sec.close();
+    }
+    { // 3
+        Section sec(ctx, "MENU ENTRY", 6, false, [&] { WriteMenu(ctx, p.Name, I); });
+        for (std::size_t i = 0; i < objects.size(); ++i)
+            if (objects[i].oType == kInit) {
+                sec.next();
+                Item(ObjectName(in, i), [&] { ExportMenuEntry(ctx, objects[i], I); });
+            }
+        sec.close();
+    }
+    { // 4
+        Section sec(ctx, "UNLAYERED POLYGONS", 6, true);
+        for (std::size_t i = 0; i < shapes.size(); ++i)
+            if (shapes[i].vLayer == 0 && (shapes[i].gType == kPoly || shapes[i].gType == kTexPoly)) {
+                const int n = sec.next();
+                Item(ShapeName(in, i), [&] { ExportPolygon(ctx, shapes[i], PointsOf(in, i), I, n); });
+            }
+        sec.close();
+    }
+    { // 5
+        Section sec(ctx, "UNLAYERED WIDE LINES", 6, true);
+        for (std::size_t i = 0; i < shapes.size(); ++i)
+            if (shapes[i].vLayer == 0 && shapes[i].gType == kWideLine) {
+                const int n = sec.next();
+                Item(ShapeName(in, i), [&] { ExportWideLine(ctx, shapes[i], PointsOf(in, i), I, n); });
+            }
+        sec.close();
+    }
+    { // 6: dotted lines, and the centre-line copies of the wide lines of section 5
+        Section sec(ctx, "UNLAYERED DOT LINES", 6, true);
+        for (std::size_t i = 0; i < shapes.size(); ++i) {
+            const ShapeRecord& s = shapes[i];
+            if (s.vLayer != 0 || !(s.gType == kDotLine || HasCentreLine(s)))
+                continue;
+            const int n = sec.next();
+            Item(ShapeName(in, i), [&] {
+                ExportDotLine(ctx, s.gType == kDotLine ? s : CentreLineCopy(s), PointsOf(in, i), I, n);
+            });
+        }
+        sec.close();
+    }
+    { // 7
+        Section sec(ctx, "LAYERED SHAPES", 6, false);
+        for (std::size_t i = 0; i < shapes.size(); ++i) {
+            const ShapeRecord& s = shapes[i];
+            if (s.vLayer == 0 || s.gType < kPoly || s.gType > kDotLine)
+                continue;
+            const int n = sec.next();
+            Item(ShapeName(in, i), [&] {
+                const PointList& pts = PointsOf(in, i);
+                if (s.gType == kWideLine)
+                    ExportWideLine(ctx, s, pts, I, n);
+                else if (s.gType == kDotLine)
+                    ExportDotLine(ctx, s, pts, I, n);
+                else
+                    ExportPolygon(ctx, s, pts, I, n);
+            });
+            if (HasCentreLine(s)) {
+                const int m = sec.next();
+                Item(ShapeName(in, i), [&] { ExportDotLine(ctx, CentreLineCopy(s), PointsOf(in, i), I, m); });
+            }
+        }
+        sec.close();
+    }
+    { // 8
+        Section sec(ctx, "RUNWAYS", 5, true);
+        for (std::size_t i = 0; i < objects.size(); ++i)
+            if (objects[i].oType == kRunway) {
+                const int n = sec.next();
+                Item(ObjectName(in, i), [&] { ExportRunway(ctx, objects[i], I, n); });
+            }
+        sec.close();
+    }
+    { // 9: tree lines and forests, then 3-D objects; one area each, so no label numbers
+        Section sec(ctx, "3-D OBJECTS", 5, false);
+        for (std::size_t i = 0; i < shapes.size(); ++i) {
+            if (shapes[i].gType == kTreeLine) {
+                sec.next();
+                Item(ShapeName(in, i), [&] { ExportTreeLine(ctx, shapes[i], PointsOf(in, i), I); });
+            } else if (shapes[i].gType == kForest) {
+                sec.next();
+                Item(ShapeName(in, i), [&] { ExportForest(ctx, shapes[i], PointsOf(in, i), I); });
+            }
+        }
+        for (std::size_t i = 0; i < objects.size(); ++i)
+            if (objects[i].oType == kApi) {
+                sec.next();
+                Item(ObjectName(in, i), [&] { ExportApi(ctx, objects[i], I); });
+            }
+        sec.close();
+    }
+    { // 10
+        Section sec(ctx, "TAXIWAY SIGNS", 6, true);
+        for (std::size_t i = 0; i < objects.size(); ++i)
+            if (objects[i].oType == kSign) {
+                const int n = sec.next();
+                Item(ObjectName(in, i), [&] { ExportSign(ctx, objects[i], I, n); });
+            }
+        sec.close();
+    }
+    { // 11
+        Section sec(ctx, "NAVIGATION", 6, false);
+        for (std::size_t i = 0; i < objects.size(); ++i) {
+            const ObjectRecord& o = objects[i];
+            if (o.oType == kVor) {
+                sec.next();
+                Item(ObjectName(in, i), [&] { ExportVor(ctx, o, I); });
+            } else if (o.oType == kNdb) {
+                sec.next();
+                Item(ObjectName(in, i), [&] { ExportNdb(ctx, o, I); });
+            } else if (o.oType == kRunway && RunwayHasNavigation(o)) {
+                sec.next();
+                Item(ObjectName(in, i), [&] {
+                    ExportIls(ctx, o, I);
+                    ExportMarkers(ctx, o, I);
+                });
+            }
+        }
+        sec.close();
+    }
+}
+
+bool ExportTextFile(const ExportInput& in, const std::string& path, int exportMode, const std::string& bglPath)
+{
+    ExportBuffer buffer;
+    try {
+        BuildExportText(in, exportMode == kExportText ? std::string() : bglPath, buffer);
+    } catch (const OperationFault& e) {
+        if (in.ui)
+            in.ui->Message(std::string(e.what()) + "\r\n\r\nNo file was written.", MessageStyle::Critical);
+        return false;
+    }
+    std::vector<std::string> lines;
+    buffer.GetAll(lines);
+    // The bytes go out as they stand (Windows-1252), each line ended by CR LF.
+    if (!WriteLinesReplacing(path, lines)) {
+        if (in.ui)
+            in.ui->Message(kWriteFailed, MessageStyle::Critical);
+        return false;
+    }
+    return true;
+}
+
+} // namespace fw

@@ -1,0 +1,21 @@
+// A structure check of SCASM text: areas closed, labels defined in their area, point indices known,
+// brackets closed, no decimal comma outside the two places that take the locale's separator.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace fw {
+
+struct ScasmProblem {
+    int line = 0; // 1-based
+    std::string text;
+};
+
+std::vector<ScasmProblem> CheckScasm(const std::vector<std::string>& lines);
+// The text as a file holds it: lines ended by CR LF (a lone LF is taken as well).
+std::vector<ScasmProblem> CheckScasmText(const std::string& text);
+// "line 12: ..." one problem a line.
+std::string FormatProblems(const std::vector<ScasmProblem>& problems);
+
+} // namespace fw

@@ -1,0 +1,67 @@
+#include "export/ScasmForms.h"
+
+#include <cmath>
+#include <cstdio>
+
+namespace fw {
+
+std::string Int(std::int64_t v)
+{
+    return std::to_string(v);
+}
+
+std::string FixN(const std::string& text, std::size_t width)
+{
+    if (text.size() >= width)
+        return text.substr(0, width);
+    return text + std::string(width - text.size(), ' ');
+}
+
+std::string Fix6(std::int64_t v) { return FixN(Int(v), 6); }
+std::string Fix3(std::int64_t v) { return FixN(Int(v), 3); }
+std::string Fix12(const std::string& text) { return FixN(text, 12); }
+std::string Fix20(const std::string& text) { return FixN(text, 20); }
+
+std::string Hex(std::int64_t v)
+{
+    char buf[16];
+    std::snprintf(buf, sizeof buf, "%X", static_cast<unsigned>(static_cast<std::uint32_t>(v)));
+    return buf;
+}
+
+std::int32_t ExportRound(double v, const char* what)
+{
+    return RoundToInt32OrFault(v, what);
+}
+
+namespace {
+double ArcSineDegrees(double x)
+{
+    return std::atan(x / std::sqrt(1 - x * x)) * (180 / kExportPi);
+}
+} // namespace
+
+ExportScale ComputeExportScale(double latitudeDegree)
+{
+    constexpr double R = 6.37e6;
+    ExportScale s;
+    s.LatDegPerMetre = ArcSineDegrees(1 / R);
+    const double a = std::fabs(std::fabs(latitudeDegree) - 90) * (kExportPi / 180);
+    double r2 = std::sin(a) * R;
+    if (r2 <= 0)
+        r2 = 10.0; // a pole still gives a usable factor
+    s.LonDegPerMetre = ArcSineDegrees(1 / r2);
+    return s;
+}
+
+LatLon PointToLatLon(const GeoFrame& f, double x, double y, double divisor)
+{
+    const double lon = (x / divisor) * f.scale.LonDegPerMetre + f.longitude;
+    const double lat = (-y / divisor) * f.scale.LatDegPerMetre + f.latitude;
+    LatLon out;
+    out.lon = Real(FixFloat(lon, 6, f.values));
+    out.lat = Real(FixFloat(lat, 6, f.values));
+    return out;
+}
+
+} // namespace fw

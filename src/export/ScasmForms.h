@@ -1,0 +1,52 @@
+// The number forms of SCASM text and the conversion of plan coordinates to latitude and longitude.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "core/Helpers.h"
+#include "core/Numbers.h"
+
+namespace fw {
+
+// Decimal integer, "-" for a negative, no padding.
+std::string Int(std::int64_t v);
+// Any text forced to a width: padded with blanks on the right, cut when longer.
+std::string FixN(const std::string& text, std::size_t width);
+std::string Fix6(std::int64_t v);
+std::string Fix3(std::int64_t v);
+std::string Fix12(const std::string& text);
+std::string Fix20(const std::string& text);
+// Upper-case hexadecimal of the 32-bit pattern, no prefix: 15 gives F, -1 gives FFFFFFFF.
+std::string Hex(std::int64_t v);
+
+// Rounded (half to even) to 32 bits; past that the export stops with what overflowed.
+std::int32_t ExportRound(double v, const char* what);
+
+// Degrees per metre, computed once per export from the reference latitude.
+struct ExportScale {
+    double LonDegPerMetre = 0;
+    double LatDegPerMetre = 0;
+};
+
+constexpr double kExportPi = 3.14159265358979;
+
+ExportScale ComputeExportScale(double latitudeDegree);
+
+struct LatLon {
+    std::string lat;
+    std::string lon;
+};
+
+// Where the project's reference point is and how positions are cut to six decimals.
+struct GeoFrame {
+    ExportScale scale;
+    double latitude = 0;
+    double longitude = 0;
+    ValueContext values;
+};
+
+// divisor 2.0 for a plan coordinate, 1.0 for metres, 1 / scale for local units.
+LatLon PointToLatLon(const GeoFrame& frame, double x, double y, double divisor);
+
+} // namespace fw
