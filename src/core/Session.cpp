@@ -19,6 +19,7 @@ void ResetCommon(Session& s)
 void ResetAtStart(Session& s)
 {
     ResetCommon(s);
+    ResetEditorState(s.editor, true);
     s.recent.reset();
     s.canPaste = 0;
 }

@@ -1,8 +1,11 @@
 // Every question the logic asks a person goes through this port.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
+
+#include "core/Records.h"
 
 namespace fw {
 
@@ -19,7 +22,20 @@ struct FileDialogRequest {
 };
 
 enum class Pointer { Arrow, Wait, Cross, SizeAll, Custom101, Custom102, Custom103, Custom104,
-                     Custom105, Custom106, Custom107, Custom108 };
+                     Custom105, Custom106, Custom107, Custom108,
+                     SizeNESW, SizeNS, SizeNWSE, SizeWE };
+
+// A small modal form of text boxes and at most one check box (rotate, rescale).
+struct TextForm {
+    std::string title;
+    std::vector<std::string> labels;
+    std::vector<std::string> texts;   // shown, and what was typed on OK
+    std::string checkCaption;         // empty: no check box
+    bool checked = false;
+    int disabledWhileChecked = -1;    // index of the text box the check box disables
+    // The checks on OK; false keeps the form open (the check has told the user why).
+    std::function<bool(TextForm&)> onOk;
+};
 
 class Ui {
 public:
@@ -37,6 +53,27 @@ public:
     virtual void SetPointer(Pointer pointer) = 0;
     // Opens a file or web page with the host's program for it.
     virtual bool OpenExternal(const std::string& pathOrUrl) = 0;
+
+    // The plan view is out of date: paint it again (PaintFrame).
+    virtual void Repaint() {}
+    // The OpenGL display list is out of date; full also rebuilds the shapes' tessellation.
+    virtual void RebuildGLList(bool /*full*/) {}
+    // Pops up a canvas menu at the pointer: "MnuClick2", "MnuClick3" or "MnuSelection".
+    virtual void PopupMenu(const std::string& /*name*/) {}
+    // FormSelection: the chosen list index. It has no cancel; it starts on the last entry.
+    virtual int FormSelection(const std::vector<std::string>& names)
+    {
+        return names.empty() ? 0 : static_cast<int>(names.size()) - 1;
+    }
+    // A TextForm; false when cancelled.
+    virtual bool RunTextForm(TextForm& /*form*/) { return false; }
+    // FormConvertShape: the chosen type code (1, 3, 4, 5, 7), 0 when cancelled. Its "Settings..."
+    // edits the copy of the chosen type in copies (Poly, WideLine, DotLine, TreeLine, Forest).
+    virtual int FormConvertShape(std::vector<ShapeRecord>& /*copies*/) { return 0; }
+    // Property dialogs, on a copy; true for OK. Placeholder until the dialogs exist: OK with the
+    // record unchanged.
+    virtual bool ShapeProperties(ShapeRecord& /*shape*/, const PointList* /*points*/) { return true; }
+    virtual bool ObjectProperties(ObjectRecord& /*object*/) { return true; }
 };
 
 } // namespace fw
