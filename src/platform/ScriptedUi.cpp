@@ -75,6 +75,15 @@ bool ScriptedUi::OpenExternal(const std::string& pathOrUrl)
     return true;
 }
 
+void ScriptedUi::ShowScasmStatus(const std::string& text, const std::string& logPath)
+{
+    calls.push_back({"scasmstatus", text, MessageStyle::Critical});
+    if (viewErrors)
+        OpenExternal(logPath);
+    if (onScasmStatus)
+        onScasmStatus(logPath);
+}
+
 std::vector<std::string> ScriptedUi::Messages() const
 {
     std::vector<std::string> out;

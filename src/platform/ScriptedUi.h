@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -26,11 +27,15 @@ public:
     void SetWaitCursor(bool on) override;
     void SetPointer(Pointer pointer) override;
     bool OpenExternal(const std::string& pathOrUrl) override;
+    void ShowScasmStatus(const std::string& text, const std::string& logPath) override;
 
     // Answers are taken in order; with none queued a question is cancelled and a tip kept.
     std::deque<Answer> answers;
     std::deque<std::string> files;   // an empty string cancels the dialog
     std::deque<int> tipResults;
+    // The SCASM status dialog presses "View errors" before "&Close"; onScasmStatus runs while it stands.
+    bool viewErrors = false;
+    std::function<void(const std::string& logPath)> onScasmStatus;
 
     std::vector<Call> calls;
     std::vector<FileDialogRequest> fileRequests;

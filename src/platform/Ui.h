@@ -53,6 +53,12 @@ public:
     virtual void SetPointer(Pointer pointer) = 0;
     // Opens a file or web page with the host's program for it.
     virtual bool OpenExternal(const std::string& pathOrUrl) = 0;
+    // The compiler's "SCASM status" dialog, modal: "View errors" opens the log (and stays), "&Close" ends it.
+    virtual void ShowScasmStatus(const std::string& text, const std::string& logPath)
+    {
+        (void)logPath;
+        Message(text, MessageStyle::Critical, "SCASM status");
+    }
 
     // The plan view is out of date: paint it again (PaintFrame).
     virtual void Repaint() {}
