@@ -1,0 +1,166 @@
+#include <gtest/gtest.h>
+
+#include "FilesTestSupport.h"
+#include "files/ConfigFile.h"
+#include "platform/ScriptedUi.h"
+
+namespace fw {
+namespace {
+
+using test::Fixture;
+
+Session FreshSession(const std::string& programFolder = "/opt/fw/")
+{
+    Session s;
+    s.programFolder = programFolder;
+    ResetAtStart(s);
+    ResetConfig(s.config, programFolder);
+    return s;
+}
+
+// Checked line by line against the configuration's key order and the shape blocks.
+TEST(ConfigWriter, DefaultsAndRecentListMatchTheGoldenText)
+{
+    Session s = FreshSession();
+    s.recent.addPath("/home/u/old.fwt");
+    s.recent.addPath("/home/u/new.fwt");
+    CBufferS buffer;
+    BuildConfigText(buffer, s);
+    const std::string text = JoinLines(buffer.lines());
+    if (std::getenv("FW_WRITE_GOLDEN"))
+        test::WriteText(Fixture("default.cfg"), text);
+    EXPECT_EQ(text, test::ReadText(Fixture("default.cfg")));
+}
+
+TEST(ConfigReader, FirstStartCreatesTheFileWithDefaults)
+{
+    test::ScratchFolder dir;
+    Session s = FreshSession(dir.folder());
+    s.config.WinWidth = 1;
+    ReadConfigFile(s, dir.path("Fieldwright.cfg"));
+    EXPECT_TRUE(FileExists(dir.path("Fieldwright.cfg")));
+    EXPECT_EQ(s.config.WinWidth, 640);
+    EXPECT_EQ(s.config.WinHeight, 480);
+    EXPECT_EQ(s.config.BGLPath, dir.folder() + "Export.bgl");
+    EXPECT_EQ(s.config.numMacros, 3);
+    EXPECT_EQ(s.recent.nEntries(), -1);
+}
+
+TEST(ConfigReader, LimitsUnknownKeysAndOrder)
+{
+    Session s = FreshSession();
+    ReadConfigText(s, test::Crlf("GridDist1= 40000\n"
+                                 "GridDist2= 0\n"
+                                 "WinStatus= 2\n"
+                                 "Bogus= 12\n"
+                                 "EnableOpenGL= 2\n"
+                                 "MessageDelete= 0\n"
+                                 "GridColor4= 0\n"
+                                 "WinWidth=-5\n"
+                                 "FSPath=\"D:\\FS2000\\\"\n"
+                                 "RecentFile=\"\"\n"
+                                 "RecentFile=\"/a.fwt\"\n"));
+    EXPECT_EQ(s.config.GridDist[0], 50);
+    EXPECT_EQ(s.config.GridDist[1], 0);
+    EXPECT_EQ(s.config.WinStatus, 2);
+    EXPECT_EQ(s.config.EnableOpenGL, 0);
+    EXPECT_EQ(s.config.MessageDelete, 0);
+    EXPECT_EQ(s.config.MessageScale, 1);
+    EXPECT_EQ(s.config.WinWidth, -5);
+    EXPECT_EQ(s.config.FSPath, "D:\\FS2000\\");
+    EXPECT_EQ(s.config.gridColor[2], RGB(60, 60, 60));
+    EXPECT_EQ(s.config.gridColor[0], RGB(130, 130, 130));
+    EXPECT_EQ(s.recent.nEntries(), 0);
+    EXPECT_EQ(s.recent.getEntry(0), "/a.fwt");
+
+    Session t = FreshSession();
+    ReadConfigText(t, "RecentFile=\"/a.fwt\"\nMessageDelete= 0\nWinStatus= 2\nGridDist2= 0\n");
+    EXPECT_EQ(t.config.MessageDelete, 0);
+    EXPECT_EQ(t.config.WinStatus, 2);
+    EXPECT_EQ(t.config.GridDist[1], 0);
+}
+
+TEST(ConfigReader, DefaultShapesFromTheirBlocks)
+{
+    Session s = FreshSession();
+    ReadConfigText(s, test::Crlf("Poly(\n"
+                                 "cColor= 255\n"
+                                 "Data[\n 0, 0\n]\n)\n"
+                                 "Flatten(\nData[\n 0, 0\n]\n)\n"
+                                 "WideLine(\nvLayer= 8\ngLineWidth= 3\nvTime=\"D\"\n)\n"
+                                 "Forest(\nvTime=\"N\"\n"));
+    const auto& poly = s.config.defaultShapes[0];
+    EXPECT_EQ(poly.cColor, 255);
+    EXPECT_EQ(poly.vTime, 0); // a block without vTime: no time of day
+    EXPECT_EQ(poly.tDayPath, "Concrete.r8");
+    EXPECT_EQ(s.config.defaultShapes[2].gLineWidth, 3);
+    EXPECT_EQ(s.config.defaultShapes[2].vLayer, 0);
+    EXPECT_EQ(s.config.defaultShapes[2].vTime, kTimeDay);
+    // The unclosed forest block keeps the built-in default.
+    EXPECT_EQ(s.config.defaultShapes[5].vTime, 7);
+    EXPECT_EQ(s.config.defaultShapes[1].vTime, 7);
+}
+
+TEST(ConfigReader, EverythingSurvivesWriteAndRead)
+{
+    test::ScratchFolder dir;
+    Session s = FreshSession(dir.folder());
+    s.config.BGLPath = "/x/out.bgl";
+    s.config.APIPath = "/x/api/";
+    s.config.GridColor4 = RGB(1, 2, 3);
+    DeriveGridColors(s.config);
+    s.config.GridDist = {1, 2, 32000};
+    s.config.WinWidth = 1024;
+    s.config.WinHeight = 768;
+    s.config.WinStatus = 2;
+    s.config.EnableOpenGL = 1;
+    s.config.MessageCompile = 0;
+    s.config.defaultShapes[3].gDotSpacing() = 12.5;
+    s.config.defaultShapes[3].vTime = kTimeNight;
+    s.config.defaultShapes[4].mNumBands = 4;
+    for (const char* p : {"/p/1.fwt", "/p/2.fwt", "/p/3.fwt", "/p/4.fwt", "/p/5.fwt"})
+        s.recent.addPath(p);
+    ASSERT_TRUE(WriteConfigFile(s, dir.path("Fieldwright.cfg")));
+
+    Session t = FreshSession(dir.folder());
+    ReadConfigFile(t, dir.path("Fieldwright.cfg"));
+    EXPECT_EQ(t.config.BGLPath, "/x/out.bgl");
+    EXPECT_EQ(t.config.APIPath, "/x/api/");
+    EXPECT_EQ(t.config.gridColor, s.config.gridColor);
+    EXPECT_EQ(t.config.GridDist, s.config.GridDist);
+    EXPECT_EQ(t.config.WinWidth, 1024);
+    EXPECT_EQ(t.config.WinStatus, 2);
+    EXPECT_EQ(t.config.EnableOpenGL, 1);
+    EXPECT_EQ(t.config.MessageCompile, 0);
+    EXPECT_EQ(t.config.defaultShapes[3].gDotSpacing(), 12.5);
+    EXPECT_EQ(t.config.defaultShapes[3].vTime, kTimeNight);
+    EXPECT_EQ(t.config.defaultShapes[4].mNumBands, 4);
+    ASSERT_EQ(t.recent.nEntries(), 3);
+    for (int i = 0; i < 4; ++i)
+        EXPECT_EQ(t.recent.getEntry(i), s.recent.getEntry(i));
+    EXPECT_EQ(t.recent.getEntry(0), "/p/5.fwt");
+}
+
+TEST(RecentList, AddMoveAndOverflow)
+{
+    CRecent r;
+    EXPECT_EQ(r.nEntries(), -1);
+    EXPECT_EQ(r.getEntry(0), "");
+    r.addPath("");
+    EXPECT_EQ(r.nEntries(), -1);
+    r.addPath("/a.fwt");
+    r.addPath("/b.fwt");
+    EXPECT_EQ(r.getEntry(3), "/a.fwt"); // above the last index: the last entry
+    r.addPath("/a.fwt");                  // opened again: moves to the top, once
+    EXPECT_EQ(r.nEntries(), 1);
+    EXPECT_EQ(r.getEntry(0), "/a.fwt");
+    r.addPath("/A.fwt"); // case counts
+    EXPECT_EQ(r.nEntries(), 2);
+    r.addPath("/c.fwt");
+    r.addPath("/d.fwt");
+    EXPECT_EQ(r.nEntries(), 3);
+    EXPECT_EQ(r.getEntry(3), "/b.fwt"); // the fifth distinct path pushed out the oldest
+}
+
+} // namespace
+} // namespace fw
