@@ -159,7 +159,7 @@ TEST(RecentList, AddMoveAndOverflow)
     r.addPath("/c.fwt");
     r.addPath("/d.fwt");
     EXPECT_EQ(r.nEntries(), 3);
-    EXPECT_EQ(r.getEntry(3), "/b.fwt"); // the fifth distinct path pushed out the oldest
+    EXPECT_EQ(r.getEntry(3), "/a.fwt"); // the fifth distinct path pushed out the oldest, "/b.fwt"
 }
 
 } // namespace
