@@ -1,11 +1,57 @@
+// The desktop program: start, splash, main window, exit.
+#include <clocale>
+#include <memory>
+
 #include <QApplication>
-#include <QMainWindow>
+#include <QLocale>
+
+#include "core/Config.h"
+#include "core/Session.h"
+#include "core/Stores.h"
+#include "platform/Host.h"
+#include "platform/qt/MainWindow.h"
+#include "platform/qt/QtText.h"
+#include "platform/qt/QtUi.h"
+#include "platform/qt/Startup.h"
 
 int main(int argc, char** argv)
 {
+    // Arguments are not read: a project is opened from within the program only.
     QApplication app(argc, argv);
-    QMainWindow window;
-    window.setWindowTitle("Fieldwright - [Unsaved document]");
-    window.show();
-    return app.exec();
+    // Number text written by the C library stays the same in every locale.
+    std::setlocale(LC_NUMERIC, "C");
+    app.setApplicationName("Fieldwright");
+    app.setQuitOnLastWindowClosed(false);
+
+    fw::Session session;
+    fw::qt::QtUi ui;
+    session.ui = &ui;
+
+    const std::optional<char> separator = fw::qt::SystemDecimalSeparator(QLocale::system(), ui);
+    if (!separator)
+        return 1;
+    session.decimalSeparator = *separator;
+    session.programFolder =
+        fw::ProgramFolderFromEnvironment(fw::qt::PathFromQt(QCoreApplication::applicationDirPath()));
+
+    fw::ResetAtStart(session);
+    fw::ClearStores(session.stores);
+
+    const std::string configPath = fw::qt::ConfigFilePath(session.programFolder);
+    fw::ResetConfig(session.config, session.programFolder);
+    session.openGLActive = session.config.EnableOpenGL;
+
+    fw::qt::MainWindowHooks hooks;
+    hooks.endProgram = [] { QCoreApplication::quit(); };
+
+    std::unique_ptr<fw::qt::MainWindow> window;
+    fw::qt::SplashWindow splash([&] {
+        window = std::make_unique<fw::qt::MainWindow>(session, ui, hooks);
+        window->Load();
+    });
+    splash.show();
+
+    const int result = app.exec();
+    window.reset();
+    return result;
 }

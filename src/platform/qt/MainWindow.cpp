@@ -1,0 +1,349 @@
+#include "platform/qt/MainWindow.h"
+
+#include <algorithm>
+
+#include <QAction>
+#include <QActionGroup>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QToolBar>
+
+#include "core/Numbers.h"
+#include "platform/qt/CanvasWidget.h"
+#include "platform/qt/QtText.h"
+#include "platform/qt/QtUi.h"
+#include "platform/qt/ToolIcons.h"
+
+namespace fw::qt {
+
+const std::array<ToolEntry, 23>& ToolStrip()
+{
+    static const std::array<ToolEntry, 23> strip = {{
+        {"poly", "Draw textured polygon - Poly()"},
+        {"texpoly", "Draw texture mapped polygon - TexPoly()"},
+        {"wideline", "Draw line/road"},
+        {"dotline", "Draw dotted line"},
+        {"treeline", "Draw tree line"},
+        {"forest", "Draw voluminous forest"},
+        {"api", "Insert 3-D object (API macro)"},
+        {"sign", "Insert taxiway sign"},
+        {"", ""},
+        {"runway", "Insert runway"},
+        {"vor", "Insert VOR"},
+        {"ndb", "Insert NDB"},
+        {"", ""},
+        {"location", "Insert initial location"},
+        {"flatten", "Draw flatten polygon (only one available)"},
+        {"exclude", "Insert exclude area"},
+        {"", ""},
+        {"zoomIn", "Zoom in"},
+        {"zoomOut", "Zoom out"},
+        {"", ""},
+        {"mEdit", "Edit mode (use to draw and set properties)"},
+        {"mLayer", "Arrange mode (order of appearance of polygons)"},
+        {"mPreview", "Preview mode"},
+    }};
+    return strip;
+}
+
+MainWindow::MainWindow(Session& session, QtUi& ui, MainWindowHooks hooks)
+    : session_(session), ui_(ui), hooks_(std::move(hooks))
+{
+    setObjectName("Form1");
+    canvas_ = new CanvasWidget(session_, this);
+    setCentralWidget(canvas_);
+    ui_.setParent(this);
+    ui_.setCanvas(canvas_);
+
+    buildMenus();
+    buildToolBar();
+    buildStatusBar();
+
+    timer1_.setObjectName("Timer1");
+    timer1_.setInterval(100);
+    connect(&timer1_, &QTimer::timeout, this, &MainWindow::Tick);
+    timer1_.start();
+    Tick();
+}
+
+MainWindow::~MainWindow()
+{
+    ui_.setParent(nullptr);
+    ui_.setCanvas(nullptr);
+}
+
+QMenu* MainWindow::addMenu(QMenu* parent, const char* name, const QString& title)
+{
+    QMenu* m = parent ? parent->addMenu(title) : menuBar()->addMenu(title);
+    m->setObjectName(name);
+    m->menuAction()->setObjectName(name);
+    menus_.insert(name, m);
+    return m;
+}
+
+QAction* MainWindow::addItem(QMenu* menu, const char* name, const QString& caption, const QKeySequence& key,
+                             bool checkable)
+{
+    QAction* a = menu->addAction(caption);
+    a->setObjectName(name);
+    if (!key.isEmpty())
+        a->setShortcut(key);
+    a->setCheckable(checkable);
+    actions_.insert(name, a);
+    return a;
+}
+
+void MainWindow::buildMenus()
+{
+    QMenu* file = addMenu(nullptr, "MnuFile", "&File");
+    addItem(file, "MnuFnew", "&New...", QKeySequence(Qt::CTRL | Qt::Key_N));
+    addItem(file, "MnuFopen", "&Open...", QKeySequence(Qt::CTRL | Qt::Key_O));
+    addItem(file, "MnuFsave", "&Save");
+    addItem(file, "MnuFsaveas", "S&ave as...");
+    file->addSeparator();
+    addItem(file, "MnuFsaveselection", "Save sel&ection as...");
+    addItem(file, "MnuFimportshape", "&Import saved selection...");
+    file->addSeparator();
+    addItem(file, "MnuFexport", "&Generate SCASM files...");
+    addItem(file, "MnuFbgl", "Genera&te scenery files...");
+    file->addSeparator();
+    addItem(file, "MnuFoptions", "&Preferences...");
+    addItem(file, "MnuFsettings", "Proj&ect settings...");
+    file->addSeparator();
+    for (int i = 1; i <= 4; ++i) {
+        const QByteArray name = "MnuFrecent" + QByteArray::number(i);
+        addItem(file, name.constData(), QString("&%1 - Unavailable").arg(i));
+    }
+    file->addSeparator();
+    addItem(file, "MnuFexit", "E&xit", QKeySequence(Qt::CTRL | Qt::Key_Q));
+    connect(file, &QMenu::aboutToShow, this, &MainWindow::UpdateRecentLabels);
+    connect(action("MnuFexit"), &QAction::triggered, this, &QWidget::close);
+
+    QMenu* edit = addMenu(nullptr, "MnuEdit", "&Edit");
+    addItem(edit, "MnuEundo", "&Undo", QKeySequence(Qt::CTRL | Qt::Key_Z));
+    edit->addSeparator();
+    addItem(edit, "MnuEcopy", "&Copy", QKeySequence(Qt::CTRL | Qt::Key_C));
+    addItem(edit, "MnuEpaste", "&Paste", QKeySequence(Qt::CTRL | Qt::Key_V));
+    addItem(edit, "MnuEdelete", "&Delete", QKeySequence(Qt::Key_Delete));
+    edit->addSeparator();
+    addItem(edit, "MnuEflipx", "Flip &vertical");
+    addItem(edit, "MnuEflipy", "Flip &horizontal");
+    edit->addSeparator();
+    QMenu* freeEdit = addMenu(edit, "MnuEfree", "Free edit");
+    addItem(freeEdit, "MnuErescale", "Rescale");
+    addItem(freeEdit, "MnuErotate", "Rotate");
+    addItem(edit, "MnuEdscale", "Rescale...");
+    addItem(edit, "MnuEdrot", "Rotate...");
+
+    QMenu* selection = addMenu(nullptr, "MnuSelection", "&Selection");
+    addItem(selection, "MnuSselectshape", "&Selected", QKeySequence(Qt::CTRL | Qt::Key_S), true);
+    addItem(selection, "MnuSeditpoints", "&Edit points", QKeySequence(Qt::CTRL | Qt::Key_E), true);
+    addItem(selection, "MnuSdragshape", "&Drag", QKeySequence(Qt::CTRL | Qt::Key_D), true);
+    selection->addSeparator();
+    addItem(selection, "MnuSshapeproperties", "&Properties...", QKeySequence(Qt::CTRL | Qt::Key_P));
+    addItem(selection, "MnuSconvertshapeto", "&Convert shape(s) to...");
+    selection->addSeparator();
+    addItem(selection, "MnuSback", "Send &back");
+    addItem(selection, "MnuSfront", "Bring to &front");
+
+    QMenu* view = addMenu(nullptr, "MnuBackground", "&View");
+    QMenu* show = addMenu(view, "MnuBshow", "Show");
+    addItem(show, "MnuBshowpoly", "&Polygons - Poly()", {}, true);
+    addItem(show, "MnuBshowtexpoly", "Polygons - TexPoly()", {}, true);
+    addItem(show, "MnuBshowline", "Lines", {}, true);
+    addItem(show, "MnuBshowdotline", "Dotted lines", {}, true);
+    addItem(show, "MnuBshowtreeline", "Tree lines", {}, true);
+    addItem(show, "MnuBshowforest", "Forests", {}, true);
+    addItem(show, "MnuBshow3d", "3-D objects (macros)", {}, true);
+    addItem(show, "MnuBshowsign", "Taxiway signs", {}, true);
+    addItem(show, "MnuBshowrunway", "Runways", {}, true);
+    addItem(show, "MnuBshownavigation", "Navigation (VOR, NDB)", {}, true);
+    addItem(show, "MnuBshowexclude", "Exclude, flatten and init", {}, true);
+    show->addSeparator();
+    addItem(show, "MnuBshowall", "All");
+    view->addSeparator();
+    addItem(view, "MnuBloadremove", "&Load background image...");
+    addItem(view, "MnuBremove", "Remove background image...");
+    addItem(view, "MnuBedit", "Move and scale image", {}, true);
+    addItem(view, "MnuBshowbackground", "Show image", QKeySequence(Qt::CTRL | Qt::Key_B), true);
+    view->addSeparator();
+    addItem(view, "MnuBshowgrid", "Show gr&id", QKeySequence(Qt::CTRL | Qt::Key_G), true);
+
+    QMenu* help = addMenu(nullptr, "MnuHelp", "&?");
+    addItem(help, "MnuHhelp", "&Help...");
+    addItem(help, "MnuHhomepage", "Fieldwright on the net...");
+    help->addSeparator();
+    addItem(help, "MnuHconverter", "Unit converter...");
+    help->addSeparator();
+    addItem(help, "MnuHabout", "&About...");
+
+    // The canvas menus: not in the menu bar, they only pop up.
+    QMenu* click2 = new QMenu(this);
+    click2->setObjectName("MnuClick2");
+    click2->menuAction()->setObjectName("MnuClick2");
+    menus_.insert("MnuClick2", click2);
+    addItem(click2, "MnuC2centerHere", "Center here");
+    click2->addSeparator();
+    static const std::array<std::pair<const char*, const char*>, 8> zooms = {{
+        {"MnuC2625", "6.25%"}, {"MnuC2125", "12.5%"}, {"MnuC225", "25%"}, {"MnuC250", "50%"},
+        {"MnuC2100", "100%"}, {"MnuC2200", "200%"}, {"MnuC2300", "300%"}, {"MnuC2400", "400%"},
+    }};
+    for (const auto& [name, caption] : zooms)
+        addItem(click2, name, caption, {}, true);
+
+    QMenu* click3 = new QMenu(this);
+    click3->setObjectName("MnuClick3");
+    click3->menuAction()->setObjectName("MnuClick3");
+    menus_.insert("MnuClick3", click3);
+    addItem(click3, "MnuC3", "Send &back");
+    addItem(click3, "MnuC3bringtofront", "Bring to &front");
+}
+
+void MainWindow::buildToolBar()
+{
+    toolBar_ = addToolBar("Toolbar1");
+    toolBar_->setObjectName("Toolbar1");
+    toolBar_->setMovable(false);
+    toolBar_->setFloatable(false);
+    toolBar_->setIconSize(QSize(24, 24));
+    toolBar_->setContextMenuPolicy(Qt::PreventContextMenu);
+    auto* modes = new QActionGroup(this);
+    modes->setExclusive(true);
+    const auto& strip = ToolStrip();
+    for (std::size_t i = 0; i < strip.size(); ++i) {
+        const QString key = strip[i].key;
+        if (key.isEmpty()) {
+            toolBar_->addSeparator();
+            continue;
+        }
+        QAction* a = toolBar_->addAction(ToolIcon(key), strip[i].tip);
+        a->setObjectName(key);
+        a->setToolTip(strip[i].tip);
+        a->setProperty("toolIndex", static_cast<int>(i + 1));
+        if (key.startsWith('m')) {
+            a->setCheckable(true);
+            modes->addAction(a);
+        }
+        tools_[i + 1] = a;
+        actions_.insert(key, a);
+    }
+    tools_[21]->setChecked(true);
+}
+
+void MainWindow::buildStatusBar()
+{
+    static const std::array<int, 7> widths = {0, 120, 60, 140, 150, 150, 70};
+    QStatusBar* bar = statusBar();
+    bar->setObjectName("StatusBar1");
+    bar->setSizeGripEnabled(true);
+    for (int n = 1; n <= 6; ++n) {
+        auto* label = new QLabel(this);
+        label->setObjectName(QString("Panel%1").arg(n));
+        label->setFrameStyle(QFrame::Panel | QFrame::Sunken);
+        label->setMinimumWidth(widths[static_cast<std::size_t>(n)]);
+        label->setContentsMargins(4, 0, 4, 0);
+        bar->addWidget(label, n == 2 ? 1 : 0);
+        panels_[static_cast<std::size_t>(n)] = label;
+    }
+    panels_[1]->setText("Ready");
+}
+
+QAction* MainWindow::action(const QString& name) const { return actions_.value(name, nullptr); }
+
+QMenu* MainWindow::menu(const QString& name) const { return menus_.value(name, nullptr); }
+
+QAction* MainWindow::toolButton(int index) const
+{
+    if (index < 1 || index > 23)
+        return nullptr;
+    return tools_[static_cast<std::size_t>(index)];
+}
+
+QLabel* MainWindow::panel(int number) const
+{
+    if (number < 1 || number > 6)
+        return nullptr;
+    return panels_[static_cast<std::size_t>(number)];
+}
+
+void MainWindow::Load()
+{
+    menus_.value("MnuClick2")->menuAction()->setVisible(false);
+    menus_.value("MnuClick3")->menuAction()->setVisible(false);
+    resize(std::max(1, session_.config.WinWidth), std::max(1, session_.config.WinHeight));
+    UpdateTitle();
+    switch (session_.config.WinStatus) {
+    case 2: showMaximized(); break;
+    case 1: showMinimized(); break;
+    default: showNormal(); break;
+    }
+    session_.windowReady = 1;
+}
+
+void MainWindow::UpdateTitle() { setWindowTitle(ToQt(Title(session_))); }
+
+void MainWindow::UpdateRecentLabels()
+{
+    const int last = session_.recent.nEntries();
+    for (int i = 0; i < 4; ++i) {
+        QAction* a = action(QString("MnuFrecent%1").arg(i + 1));
+        if (i <= last) {
+            const std::string name = GetNameFromPath(session_.recent.getEntry(i), true);
+            a->setText(QString("&%1 - ").arg(i + 1) + ToQt(name));
+            a->setEnabled(true);
+        } else {
+            a->setText(QString("&%1 - Unavailable").arg(i + 1));
+            a->setEnabled(false);
+        }
+    }
+}
+
+void MainWindow::Tick()
+{
+    panels_[3]->setText(QString());
+    panels_[6]->setText(ToQt(LocalReal(session_.view.zoom() * 100.0, session_.decimalSeparator) + " %"));
+}
+
+void MainWindow::StoreWindowPlacement()
+{
+    int state = 0;
+    if (isMinimized())
+        state = 1;
+    else if (isMaximized())
+        state = 2;
+    session_.config.WinStatus = state == 1 ? 0 : state;
+    if (state == 2) {
+        session_.config.WinWidth = 640;
+        session_.config.WinHeight = 480;
+    } else {
+        session_.config.WinWidth = width();
+        session_.config.WinHeight = height();
+    }
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (closing_) {
+        event->accept();
+        return;
+    }
+    if (hooks_.askToSave && hooks_.askToSave() == 0) {
+        event->ignore();
+        return;
+    }
+    // Release the renderer: the canvas's resources go with the widget, the image with the session.
+    session_.bitmap = CBitmapState{};
+    StoreWindowPlacement();
+    if (hooks_.writeConfig)
+        hooks_.writeConfig();
+    timer1_.stop();
+    closing_ = true;
+    event->accept();
+    if (hooks_.endProgram)
+        hooks_.endProgram();
+}
+
+} // namespace fw::qt

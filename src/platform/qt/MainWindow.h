@@ -1,0 +1,99 @@
+// The main window `Form1`: menus, the tool strip, the canvas, the status bar and `Timer1`.
+#pragma once
+
+#include <array>
+#include <functional>
+#include <vector>
+
+#include <QHash>
+#include <QMainWindow>
+#include <QTimer>
+
+#include "core/Session.h"
+
+class QAction;
+class QActionGroup;
+class QLabel;
+class QMenu;
+class QToolBar;
+
+namespace fw::qt {
+
+class CanvasWidget;
+class QtUi;
+
+// What the window asks of the rest of the program at exit. Each may be left empty.
+struct MainWindowHooks {
+    // Ask to save: 1 go on, 0 the user cancelled.
+    std::function<int()> askToSave;
+    // Write the configuration file.
+    std::function<void()> writeConfig;
+    // End the program once the window has closed.
+    std::function<void()> endProgram;
+};
+
+// One entry of the tool strip: a button, or a separator (key empty).
+struct ToolEntry {
+    const char* key;
+    const char* tip;
+};
+
+// The 23 entries of `Toolbar1`, index 1 first.
+const std::array<ToolEntry, 23>& ToolStrip();
+
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+public:
+    MainWindow(Session& session, QtUi& ui, MainWindowHooks hooks = {});
+    ~MainWindow() override;
+
+    // The main window load: pop-ups hidden, size and state from the configuration, title, shown.
+    void Load();
+
+    // A menu command or tool button by its name ("MnuFopen", "MnuC2100", "poly", ...); null if none.
+    QAction* action(const QString& name) const;
+    // A menu by its name ("MnuFile", "MnuBshow", "MnuClick2", ...); null if none.
+    QMenu* menu(const QString& name) const;
+    // Tool strip entry 1..23; null for a separator.
+    QAction* toolButton(int index) const;
+    QToolBar* toolBar() const { return toolBar_; }
+    CanvasWidget* canvas() const { return canvas_; }
+    // Status bar panel 1..6.
+    QLabel* panel(int number) const;
+    QTimer& timer1() { return timer1_; }
+
+    // Sets the title from the session's project.
+    void UpdateTitle();
+    // The recent-file labels of the File menu.
+    void UpdateRecentLabels();
+    // One tick of Timer1.
+    void Tick();
+
+    // The exit steps after the user agreed: window state and size into the configuration, write it.
+    void StoreWindowPlacement();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    QMenu* addMenu(QMenu* parent, const char* name, const QString& title);
+    QAction* addItem(QMenu* menu, const char* name, const QString& caption, const QKeySequence& key = {},
+                     bool checkable = false);
+    void buildMenus();
+    void buildToolBar();
+    void buildStatusBar();
+
+    Session& session_;
+    QtUi& ui_;
+    MainWindowHooks hooks_;
+    QHash<QString, QAction*> actions_;
+    QHash<QString, QMenu*> menus_;
+    std::array<QAction*, 24> tools_{};
+    std::array<QLabel*, 7> panels_{};
+    QToolBar* toolBar_ = nullptr;
+    CanvasWidget* canvas_ = nullptr;
+    QTimer timer1_;
+    bool closing_ = false;
+};
+
+} // namespace fw::qt

@@ -1,0 +1,40 @@
+// The Ui port on Qt: message boxes, file and folder dialogs, tips, pointers.
+#pragma once
+
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+
+#include "platform/Ui.h"
+
+namespace fw::qt {
+
+// "Desc (*.ext)|*.ext|All files (*.*)|*.*" as a Qt name filter list ("Desc (*.ext);;All files (*)").
+QString QtFileFilter(const std::string& filter);
+
+class QtUi : public Ui {
+public:
+    explicit QtUi(QWidget* parent = nullptr) : parent_(parent) {}
+    ~QtUi() override;
+
+    // The window dialogs belong to, and the widget whose pointer SetPointer changes.
+    void setParent(QWidget* parent) { parent_ = parent; }
+    void setCanvas(QWidget* canvas) { canvas_ = canvas; }
+
+    void Message(const std::string& text, MessageStyle style, const std::string& title = {}) override;
+    Answer AskYesNoCancel(const std::string& text, const std::string& title = {}) override;
+    Answer AskYesNo(const std::string& text, const std::string& title = {}) override;
+    bool ChooseFile(const FileDialogRequest& request, std::string& path) override;
+    bool ChooseFolder(const std::string& title, const std::string& start, std::string& folder) override;
+    int ShowTip(const std::string& text, int flag) override;
+    void SetWaitCursor(bool on) override;
+    void SetPointer(Pointer pointer) override;
+    bool OpenExternal(const std::string& pathOrUrl) override;
+
+private:
+    QPointer<QWidget> parent_;
+    QPointer<QWidget> canvas_;
+    bool waitCursor_ = false;
+};
+
+} // namespace fw::qt

@@ -1,0 +1,276 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+
+#include "core/Config.h"
+#include "core/Session.h"
+#include "platform/qt/CanvasWidget.h"
+#include "platform/qt/MainWindow.h"
+#include "platform/qt/QtUi.h"
+#include "platform/qt/Startup.h"
+
+namespace fw::qt {
+namespace {
+
+struct Fixture : ::testing::Test {
+    Fixture()
+    {
+        ResetAtStart(session);
+        ResetConfig(session.config, "/tmp/fw/");
+    }
+    Session session;
+    QtUi ui;
+};
+
+using MainWindowFrame = Fixture;
+
+TEST_F(MainWindowFrame, TopMenusInOrderWithTheirCaptions)
+{
+    MainWindow w(session, ui);
+    QStringList titles;
+    QStringList names;
+    for (QAction* a : w.menuBar()->actions()) {
+        titles << a->text();
+        names << a->objectName();
+    }
+    EXPECT_EQ(titles, QStringList({"&File", "&Edit", "&Selection", "&View", "&?"}));
+    EXPECT_EQ(names, QStringList({"MnuFile", "MnuEdit", "MnuSelection", "MnuBackground", "MnuHelp"}));
+    ASSERT_NE(w.menu("MnuBshow"), nullptr);
+    EXPECT_EQ(w.menu("MnuBshow")->title(), "Show");
+    EXPECT_TRUE(w.menu("MnuBackground")->actions().contains(w.menu("MnuBshow")->menuAction()));
+}
+
+TEST_F(MainWindowFrame, EveryMenuItemHasItsCaptionAndShortcut)
+{
+    struct Item {
+        const char* name;
+        const char* caption;
+        const char* key;
+    };
+    static const Item items[] = {
+        {"MnuFnew", "&New...", "Ctrl+N"}, {"MnuFopen", "&Open...", "Ctrl+O"}, {"MnuFsave", "&Save", ""},
+        {"MnuFsaveas", "S&ave as...", ""}, {"MnuFsaveselection", "Save sel&ection as...", ""},
+        {"MnuFimportshape", "&Import saved selection...", ""}, {"MnuFexport", "&Generate SCASM files...", ""},
+        {"MnuFbgl", "Genera&te scenery files...", ""}, {"MnuFoptions", "&Preferences...", ""},
+        {"MnuFsettings", "Proj&ect settings...", ""}, {"MnuFexit", "E&xit", "Ctrl+Q"},
+        {"MnuEundo", "&Undo", "Ctrl+Z"}, {"MnuEcopy", "&Copy", "Ctrl+C"}, {"MnuEpaste", "&Paste", "Ctrl+V"},
+        {"MnuEdelete", "&Delete", "Del"}, {"MnuEflipx", "Flip &vertical", ""},
+        {"MnuEflipy", "Flip &horizontal", ""}, {"MnuErescale", "Rescale", ""}, {"MnuErotate", "Rotate", ""},
+        {"MnuEdscale", "Rescale...", ""}, {"MnuEdrot", "Rotate...", ""},
+        {"MnuSselectshape", "&Selected", "Ctrl+S"}, {"MnuSeditpoints", "&Edit points", "Ctrl+E"},
+        {"MnuSdragshape", "&Drag", "Ctrl+D"}, {"MnuSshapeproperties", "&Properties...", "Ctrl+P"},
+        {"MnuSconvertshapeto", "&Convert shape(s) to...", ""}, {"MnuSback", "Send &back", ""},
+        {"MnuSfront", "Bring to &front", ""}, {"MnuBshowpoly", "&Polygons - Poly()", ""},
+        {"MnuBshowtexpoly", "Polygons - TexPoly()", ""}, {"MnuBshowline", "Lines", ""},
+        {"MnuBshowdotline", "Dotted lines", ""}, {"MnuBshowtreeline", "Tree lines", ""},
+        {"MnuBshowforest", "Forests", ""}, {"MnuBshow3d", "3-D objects (macros)", ""},
+        {"MnuBshowsign", "Taxiway signs", ""}, {"MnuBshowrunway", "Runways", ""},
+        {"MnuBshownavigation", "Navigation (VOR, NDB)", ""}, {"MnuBshowexclude", "Exclude, flatten and init", ""},
+        {"MnuBshowall", "All", ""}, {"MnuBloadremove", "&Load background image...", ""},
+        {"MnuBremove", "Remove background image...", ""}, {"MnuBedit", "Move and scale image", ""},
+        {"MnuBshowbackground", "Show image", "Ctrl+B"}, {"MnuBshowgrid", "Show gr&id", "Ctrl+G"},
+        {"MnuHhelp", "&Help...", ""}, {"MnuHhomepage", "Fieldwright on the net...", ""},
+        {"MnuHconverter", "Unit converter...", ""}, {"MnuHabout", "&About...", ""},
+        {"MnuC2centerHere", "Center here", ""}, {"MnuC2625", "6.25%", ""}, {"MnuC2125", "12.5%", ""},
+        {"MnuC225", "25%", ""}, {"MnuC250", "50%", ""}, {"MnuC2100", "100%", ""}, {"MnuC2200", "200%", ""},
+        {"MnuC2300", "300%", ""}, {"MnuC2400", "400%", ""}, {"MnuC3", "Send &back", ""},
+        {"MnuC3bringtofront", "Bring to &front", ""},
+    };
+    MainWindow w(session, ui);
+    for (const Item& item : items) {
+        SCOPED_TRACE(item.name);
+        QAction* a = w.action(item.name);
+        ASSERT_NE(a, nullptr);
+        EXPECT_EQ(a->text(), item.caption);
+        EXPECT_EQ(a->shortcut().toString(QKeySequence::PortableText), item.key);
+    }
+    // The two free edit commands sit under "Free edit" in the Edit menu.
+    QMenu* freeEdit = nullptr;
+    for (QAction* a : w.menu("MnuEdit")->actions())
+        if (a->menu() && a->text() == "Free edit")
+            freeEdit = a->menu();
+    ASSERT_NE(freeEdit, nullptr);
+    EXPECT_EQ(freeEdit->actions(), QList<QAction*>({w.action("MnuErescale"), w.action("MnuErotate")}));
+}
+
+TEST_F(MainWindowFrame, RecentLabelsFollowTheListWhenTheFileMenuOpens)
+{
+    MainWindow w(session, ui);
+    session.recent.addPath("/projects/older.fwt");
+    session.recent.addPath("C:\\Scenery\\newer.fwt");
+    emit w.menu("MnuFile")->aboutToShow();
+    EXPECT_EQ(w.action("MnuFrecent1")->text(), "&1 - newer.fwt");
+    EXPECT_EQ(w.action("MnuFrecent2")->text(), "&2 - older.fwt");
+    EXPECT_EQ(w.action("MnuFrecent3")->text(), "&3 - Unavailable");
+    EXPECT_EQ(w.action("MnuFrecent4")->text(), "&4 - Unavailable");
+    EXPECT_TRUE(w.action("MnuFrecent2")->isEnabled());
+    EXPECT_FALSE(w.action("MnuFrecent3")->isEnabled());
+    EXPECT_FALSE(w.action("MnuFrecent4")->isEnabled());
+}
+
+TEST_F(MainWindowFrame, ToolStripHasNineteenButtonsInFiveGroups)
+{
+    MainWindow w(session, ui);
+    const QList<QAction*> entries = w.toolBar()->actions();
+    ASSERT_EQ(entries.size(), 23);
+    QStringList keys;
+    int buttons = 0;
+    for (int i = 0; i < 23; ++i) {
+        QAction* a = entries[i];
+        const bool separatorSlot = i + 1 == 9 || i + 1 == 13 || i + 1 == 17 || i + 1 == 20;
+        EXPECT_EQ(a->isSeparator(), separatorSlot) << "index " << i + 1;
+        if (a->isSeparator()) {
+            EXPECT_EQ(w.toolButton(i + 1), nullptr);
+            continue;
+        }
+        ++buttons;
+        keys << a->objectName();
+        EXPECT_EQ(w.toolButton(i + 1), a);
+        EXPECT_FALSE(a->icon().isNull());
+    }
+    EXPECT_EQ(buttons, 19);
+    EXPECT_EQ(keys, QStringList({"poly", "texpoly", "wideline", "dotline", "treeline", "forest", "api", "sign",
+                                 "runway", "vor", "ndb", "location", "flatten", "exclude", "zoomIn",
+                                 "zoomOut", "mEdit", "mLayer", "mPreview"}));
+    EXPECT_EQ(w.toolButton(1)->toolTip(), "Draw textured polygon - Poly()");
+    EXPECT_EQ(w.toolButton(2)->toolTip(), "Draw texture mapped polygon - TexPoly()");
+    EXPECT_EQ(w.toolButton(7)->toolTip(), "Insert 3-D object (API macro)");
+    EXPECT_EQ(w.toolButton(15)->toolTip(), "Draw flatten polygon (only one available)");
+    EXPECT_EQ(w.toolButton(19)->toolTip(), "Zoom out");
+    EXPECT_EQ(w.toolButton(21)->toolTip(), "Edit mode (use to draw and set properties)");
+    EXPECT_EQ(w.toolButton(22)->toolTip(), "Arrange mode (order of appearance of polygons)");
+    EXPECT_EQ(w.toolButton(23)->toolTip(), "Preview mode");
+    EXPECT_TRUE(w.toolButton(21)->isChecked());
+}
+
+TEST_F(MainWindowFrame, LoadSetsSizeTitlePopupsAndReadiness)
+{
+    session.config.WinWidth = 700;
+    session.config.WinHeight = 500;
+    MainWindow w(session, ui);
+    EXPECT_EQ(session.windowReady, 0);
+    w.Load();
+    EXPECT_TRUE(w.isVisible());
+    EXPECT_EQ(w.size(), QSize(700, 500));
+    EXPECT_EQ(w.windowTitle(), "Fieldwright - [Unsaved document]");
+    EXPECT_FALSE(w.menu("MnuClick2")->menuAction()->isVisible());
+    EXPECT_FALSE(w.menu("MnuClick3")->menuAction()->isVisible());
+    EXPECT_EQ(session.windowReady, 1);
+
+    session.projectPath = "/data/My field.fwt";
+    session.hasName = 1;
+    w.UpdateTitle();
+    EXPECT_EQ(w.windowTitle(), "Fieldwright - [My field.fwt]");
+}
+
+TEST_F(MainWindowFrame, StatusPanelsAfterStartAndTheZoomText)
+{
+    MainWindow w(session, ui);
+    w.Load();
+    EXPECT_EQ(w.timer1().interval(), 100);
+    EXPECT_TRUE(w.timer1().isActive());
+    EXPECT_EQ(w.panel(1)->text(), "Ready");
+    EXPECT_EQ(w.panel(2)->text(), "");
+    EXPECT_EQ(w.panel(3)->text(), "");
+    EXPECT_EQ(w.panel(6)->text(), "25 %");
+    session.view.setZoom(0.0625);
+    w.Tick();
+    EXPECT_EQ(w.panel(6)->text(), "6.25 %");
+    session.view.setZoom(4.0);
+    w.Tick();
+    EXPECT_EQ(w.panel(6)->text(), "400 %");
+    EXPECT_EQ(w.panel(1)->text(), "Ready");
+}
+
+TEST_F(MainWindowFrame, CanvasKeepsTheViewSizeFourPixelsSmaller)
+{
+    MainWindow w(session, ui);
+    w.Load();
+    w.canvas()->resize(404, 304);
+    EXPECT_EQ(session.view.sWidth(), 400);
+    EXPECT_EQ(session.view.sHeight(), 300);
+    EXPECT_EQ(session.view.centX(), 200);
+    EXPECT_EQ(session.view.centY(), 150);
+    w.canvas()->resize(4, 4);
+    EXPECT_EQ(session.view.sWidth(), 0);
+    EXPECT_EQ(session.view.sHeight(), 0);
+}
+
+using Exit = Fixture;
+
+TEST_F(Exit, CancelKeepsTheWindowAndWritesNothing)
+{
+    int asked = 0;
+    int written = 0;
+    int ended = 0;
+    MainWindowHooks hooks{[&] { ++asked; return 0; }, [&] { ++written; }, [&] { ++ended; }};
+    MainWindow w(session, ui, hooks);
+    w.Load();
+    w.action("MnuFexit")->trigger();
+    EXPECT_EQ(asked, 1);
+    EXPECT_TRUE(w.isVisible());
+    EXPECT_EQ(written, 0);
+    EXPECT_EQ(ended, 0);
+    EXPECT_TRUE(w.timer1().isActive());
+}
+
+TEST_F(Exit, GoingOnStoresTheWindowSizeAndWritesTheConfiguration)
+{
+    session.config.WinWidth = 720;
+    session.config.WinHeight = 530;
+    int written = 0;
+    int ended = 0;
+    MainWindowHooks hooks{[] { return 1; }, [&] {
+                              ++written;
+                              EXPECT_EQ(session.config.WinWidth, 750);
+                              EXPECT_EQ(session.config.WinHeight, 560);
+                              EXPECT_EQ(session.config.WinStatus, 0);
+                          },
+                          [&] { ++ended; }};
+    MainWindow w(session, ui, hooks);
+    w.Load();
+    w.resize(750, 560);
+    EXPECT_TRUE(w.close());
+    EXPECT_FALSE(w.isVisible());
+    EXPECT_EQ(written, 1);
+    EXPECT_EQ(ended, 1);
+}
+
+TEST_F(Exit, MaximisedWindowIsStoredAsMaximisedAt640By480)
+{
+    session.config.WinStatus = 2;
+    MainWindow w(session, ui, {[] { return 1; }, {}, {}});
+    w.Load();
+    EXPECT_TRUE(w.isMaximized());
+    EXPECT_TRUE(w.close());
+    EXPECT_EQ(session.config.WinStatus, 2);
+    EXPECT_EQ(session.config.WinWidth, 640);
+    EXPECT_EQ(session.config.WinHeight, 480);
+}
+
+TEST(Splash, MainWindowAtTheSecondTickAndClosedAtTheFourth)
+{
+    int shown = 0;
+    SplashWindow splash([&] { ++shown; });
+    splash.show();
+    EXPECT_EQ(splash.timer().interval(), 500);
+    EXPECT_TRUE(splash.timer().isActive());
+    splash.tick();
+    EXPECT_EQ(shown, 0);
+    splash.tick();
+    EXPECT_EQ(shown, 1);
+    EXPECT_TRUE(splash.isVisible());
+    splash.tick();
+    EXPECT_TRUE(splash.isVisible());
+    splash.tick();
+    EXPECT_EQ(shown, 1);
+    EXPECT_FALSE(splash.isVisible());
+    EXPECT_FALSE(splash.timer().isActive());
+}
+
+} // namespace
+} // namespace fw::qt

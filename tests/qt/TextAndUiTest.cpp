@@ -1,0 +1,150 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDir>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLocale>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include "platform/ScriptedUi.h"
+#include "platform/qt/FormInform.h"
+#include "platform/qt/QtText.h"
+#include "platform/qt/QtUi.h"
+#include "platform/qt/Startup.h"
+
+namespace fw::qt {
+namespace {
+
+TEST(QtText, CodePageBytesRoundTripAndMapToTheirCharacters)
+{
+    std::string all;
+    for (int c = 1; c < 256; ++c)
+        all.push_back(static_cast<char>(c));
+    const QString q = ToQt(all);
+    ASSERT_EQ(q.size(), 255);
+    EXPECT_EQ(q.at(0x80 - 1), QChar(0x20AC));   // euro sign
+    EXPECT_EQ(q.at(0x96 - 1), QChar(0x2013));   // en dash
+    EXPECT_EQ(q.at(0xE9 - 1), QChar(0x00E9));   // e acute
+    EXPECT_EQ(FromQt(q), all);
+}
+
+TEST(QtText, HostFileNamesInUtf8StayReadableAndUnknownCharactersBecomeQuestionMarks)
+{
+    EXPECT_EQ(ToQt("Caf\xC3\xA9.fwt"), QString::fromUtf8("Caf\xC3\xA9.fwt"));
+    EXPECT_EQ(ToQt("Caf\xE9.fwt"), QString::fromUtf8("Caf\xC3\xA9.fwt"));
+    EXPECT_EQ(FromQt(QString::fromUtf8("Caf\xC3\xA9")), "Caf\xE9");
+    EXPECT_EQ(FromQt(QString::fromUtf8("\xE6\x97\xA5 x")), "? x");
+    // A lone lead byte at the end is not UTF-8.
+    EXPECT_EQ(ToQt("a\xC3"), QString::fromUtf8("a\xC3\x83"));
+}
+
+TEST(QtFileFilter, PipeFormBecomesQtFilterListWithHostWildcard)
+{
+    EXPECT_EQ(QtFileFilter("Fieldwright (*.fwt)|*.fwt"), "Fieldwright (*.fwt)");
+    EXPECT_EQ(QtFileFilter("Fieldwright shapes/objects (*.fso)|*.fso|All files (*.*)|*.*"),
+              "Fieldwright shapes/objects (*.fso);;All files (*)");
+    EXPECT_EQ(QtFileFilter("Pictures|*.bmp;*.jpg"), "Pictures (*.bmp *.jpg)");
+    EXPECT_EQ(QtFileFilter(""), "");
+}
+
+TEST(DecimalSeparator, PointAndCommaAreTakenOthersEndTheStartWithTheirMessage)
+{
+    ScriptedUi ui;
+    EXPECT_EQ(CheckDecimalSeparator(".", ui), '.');
+    EXPECT_EQ(CheckDecimalSeparator(",", ui), ',');
+    EXPECT_EQ(CheckDecimalSeparator(QString(",") + QChar(0) + "x", ui), ',');
+    EXPECT_TRUE(ui.calls.empty());
+
+    EXPECT_FALSE(CheckDecimalSeparator("", ui).has_value());
+    EXPECT_FALSE(CheckDecimalSeparator(QString(QChar(0x066B)), ui).has_value());
+    EXPECT_FALSE(CheckDecimalSeparator(".,", ui).has_value());
+    ASSERT_EQ(ui.calls.size(), 3u);
+    EXPECT_EQ(ui.calls[0].text, "Unable to determine country settings!");
+    EXPECT_EQ(ui.calls[0].style, MessageStyle::Critical);
+    EXPECT_EQ(ui.calls[1].text, "Your system uses an unknown type of decimal separator!\n"
+                                "Only ' . ' or ' , ' are allowed in Fieldwright...");
+    EXPECT_EQ(ui.calls[1].style, MessageStyle::Critical);
+
+    EXPECT_EQ(SystemDecimalSeparator(QLocale(QLocale::German, QLocale::Germany), ui), ',');
+    EXPECT_EQ(SystemDecimalSeparator(QLocale(QLocale::English, QLocale::UnitedStates), ui), '.');
+}
+
+TEST(ConfigFilePath, ProgramFolderWhenWritableElseTheUserConfigurationFolder)
+{
+    QTemporaryDir dir;
+    ASSERT_TRUE(dir.isValid());
+    const std::string program = dir.path().toStdString() + "/";
+    EXPECT_EQ(ConfigFilePath(program, "/nowhere"), program + "Fieldwright.cfg");
+
+    const std::string missing = dir.path().toStdString() + "/no such folder/";
+    const std::string home = dir.path().toStdString() + "/home config";
+    EXPECT_EQ(ConfigFilePath(missing, home), home + "/Fieldwright/Fieldwright.cfg");
+    EXPECT_TRUE(QFileInfo(QString::fromStdString(home + "/Fieldwright")).isDir());
+}
+
+TEST(FormInform, CheckBoxSilencesTheTipAndMinusOneHidesIt)
+{
+    FormInform shown("Some tip", 1);
+    EXPECT_EQ(shown.windowTitle(), "Fieldwright design tips");
+    EXPECT_EQ(shown.dontShowAgain()->text(), "Don't show again");
+    EXPECT_EQ(shown.label()->text(), "Some tip");
+    EXPECT_FALSE(shown.dontShowAgain()->isHidden());
+    EXPECT_EQ(shown.result(1), 1);
+    shown.dontShowAgain()->setChecked(true);
+    EXPECT_EQ(shown.result(1), 0);
+
+    FormInform bare("Other tip", -1);
+    EXPECT_TRUE(bare.dontShowAgain()->isHidden());
+    EXPECT_EQ(bare.result(-1), -1);
+}
+
+// Runs action on the modal dialog once it is up.
+template <typename T, typename F>
+void OnModal(F action)
+{
+    QTimer::singleShot(0, [action] {
+        auto* w = qobject_cast<T*>(QApplication::activeModalWidget());
+        ASSERT_NE(w, nullptr);
+        action(w);
+    });
+}
+
+TEST(QtUi, TipsAndQuestionsAnswerAsThePersonChose)
+{
+    QtUi ui;
+    EXPECT_EQ(ui.ShowTip("never shown", 0), 0);
+
+    OnModal<FormInform>([](FormInform* f) {
+        f->dontShowAgain()->setChecked(true);
+        f->accept();
+    });
+    EXPECT_EQ(ui.ShowTip("A tip", 1), 0);
+
+    OnModal<FormInform>([](FormInform* f) { f->accept(); });
+    EXPECT_EQ(ui.ShowTip("A tip", 1), 1);
+
+    OnModal<QMessageBox>([](QMessageBox* b) {
+        EXPECT_EQ(b->text(), "Save New project.fwt?");
+        EXPECT_EQ(b->windowTitle(), "Fieldwright");
+        b->button(QMessageBox::Cancel)->click();
+    });
+    EXPECT_EQ(ui.AskYesNoCancel("Save New project.fwt?"), Answer::Cancel);
+
+    OnModal<QMessageBox>([](QMessageBox* b) { b->button(QMessageBox::No)->click(); });
+    EXPECT_EQ(ui.AskYesNoCancel("x"), Answer::No);
+
+    OnModal<QMessageBox>([](QMessageBox* b) {
+        EXPECT_EQ(b->icon(), QMessageBox::Critical);
+        EXPECT_EQ(b->text(), QString::fromUtf8("\xE2\x82\xAC 5"));
+        b->accept();
+    });
+    ui.Message("\x80 5", MessageStyle::Critical);
+}
+
+} // namespace
+} // namespace fw::qt
