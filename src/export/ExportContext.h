@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/Config.h"
+#include "core/Random.h"
 #include "core/Records.h"
 #include "export/ScasmForms.h"
 #include "files/TextFile.h"
@@ -21,8 +22,13 @@ struct ExportContext {
     ExportBuffer& lines;
     // Folder source of the exclude files: the chosen .bgl path in a compiler run, else empty.
     std::string excludePrefix;
+    // The session's generator: forests draw from it, and it is never reset between exports.
+    RandomSource* random = nullptr;
+
+    RandomSource fallback; // for an export without a session
 
     void add(std::string text) { lines.addLine(std::move(text)); }
+    double nextRandom() { return random ? random->Next() : fallback.Next(); }
     LatLon latLon(double x, double y, double divisor) const { return PointToLatLon(geo, x, y, divisor); }
 };
 

@@ -90,13 +90,13 @@ const PointList& PointsOf(const ExportInput& in, std::size_t i)
 ExportInput ExportInputOf(const Session& s)
 {
     return ExportInput{s.project, s.config, s.stores.PointStore, s.stores.ShapeStore, s.stores.ObjectStore,
-                       s.decimalSeparator, s.ui};
+                       s.decimalSeparator, s.ui, &s.random};
 }
 
 void BuildExportText(const ExportInput& in, const std::string& excludePrefix, ExportBuffer& out)
 {
     const ProjectRecord& p = in.project;
-    ExportContext ctx{p, in.config, {}, out, excludePrefix};
+    ExportContext ctx{p, in.config, {}, out, excludePrefix, in.random};
     ctx.geo.scale = ComputeExportScale(p.LatitudeDegree);
     ctx.geo.latitude = p.LatitudeDegree;
     ctx.geo.longitude = p.LongitudeDegree;

@@ -22,6 +22,7 @@ struct ExportInput {
     const std::vector<ObjectRecord>& objects;
     char decimalSeparator = '.';
     Ui* ui = nullptr; // where FixFloat reports a violation
+    RandomSource* random = nullptr; // the session's; without one an export draws a fresh sequence
 };
 
 ExportInput ExportInputOf(const Session& s);

@@ -1,25 +1,145 @@
+#include <clocale>
 #include <cstdio>
+#include <string>
 
 #include "app/cli/Commands.h"
+#include "core/Helpers.h"
+#include "core/Session.h"
+#include "export/Compile.h"
+#include "export/ExportDriver.h"
+#include "export/ScasmCheck.h"
+#include "files/ProjectFile.h"
+#include "files/TextFile.h"
+#include "platform/PosixProcess.h"
+#include "platform/Ui.h"
 
 namespace fw::cli {
 
-int Export(const Args&)
+namespace {
+
+// Messages go to stderr; the compiler's log is shown there while it still exists.
+class ExportUi : public Ui {
+public:
+    void Message(const std::string& text, MessageStyle, const std::string&) override
+    {
+        std::fprintf(stderr, "%s\n", text.c_str());
+    }
+    Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::Cancel; }
+    Answer AskYesNo(const std::string&, const std::string&) override { return Answer::No; }
+    bool ChooseFile(const FileDialogRequest&, std::string&) override { return false; }
+    bool ChooseFolder(const std::string&, const std::string&, std::string&) override { return false; }
+    int ShowTip(const std::string&, int flag) override { return flag; }
+    void SetWaitCursor(bool) override {}
+    void SetPointer(Pointer) override {}
+    bool OpenExternal(const std::string&) override { return false; }
+    void ShowScasmStatus(const std::string& text, const std::string& logPath) override
+    {
+        std::fprintf(stderr, "SCASM status: %s\n", text.c_str());
+        std::string log;
+        if (ReadWholeFile(logPath, log) && !log.empty())
+            std::fwrite(log.data(), 1, log.size(), stderr);
+    }
+};
+
+// The project as the Open command leaves it in the session.
+bool LoadProject(const std::string& path, Session& s, Ui& ui)
 {
-    std::fputs("this command is not available yet\n", stderr);
-    return 2;
+    ResetAtStart(s);
+    s.programFolder = ProgramFolder();
+    s.ui = &ui;
+    ResetConfig(s.config, s.programFolder);
+    if (!FileExists(path)) {
+        ui.Message(DoesNotExistMessage(path), MessageStyle::Information);
+        return false;
+    }
+    ProjectData data;
+    if (!ReadProjectFile(path, data, &ui, s.programFolder))
+        return false;
+    ResetForLoadedProject(s, path);
+    s.project = data.project;
+    s.showFlags = data.showFlags;
+    ClearStores(s.stores);
+    for (std::size_t i = 0; i < data.shapes.size(); ++i)
+        AppendShape(s.stores, data.shapes[i], i < data.points.size() ? data.points[i] : PointList{});
+    s.stores.ObjectStore = data.objects;
+    return true;
 }
 
-int Compile(const Args&)
+// "." or "," from the process locale.
+bool LocaleSeparator(char& out)
 {
-    std::fputs("this command is not available yet\n", stderr);
-    return 2;
+    std::setlocale(LC_NUMERIC, "");
+    const char* point = std::localeconv()->decimal_point;
+    std::setlocale(LC_NUMERIC, "C");
+    if (point && (point[0] == '.' || point[0] == ',') && point[1] == '\0') {
+        out = point[0];
+        return true;
+    }
+    return false;
 }
 
-int CheckScasm(const Args&)
+} // namespace
+
+int Export(const Args& args)
 {
-    std::fputs("this command is not available yet\n", stderr);
-    return 2;
+    if (args.size() != 2 && !(args.size() == 4 && args[2] == "--decimal-separator")) {
+        std::fputs("usage: fieldwright-cli export FILE.fwt OUT.txt [--decimal-separator C]\n", stderr);
+        return 2;
+    }
+    ExportUi ui;
+    Session s;
+    if (args.size() == 4) {
+        if (args[3] != "." && args[3] != ",") {
+            std::fputs("The decimal separator must be \".\" or \",\".\n", stderr);
+            return 2;
+        }
+        s.decimalSeparator = args[3][0];
+    } else if (!LocaleSeparator(s.decimalSeparator)) {
+        std::fputs("The system's decimal separator is neither \".\" nor \",\".\n", stderr);
+        return 1;
+    }
+    const char separator = s.decimalSeparator;
+    if (!LoadProject(args[0], s, ui))
+        return 1;
+    s.decimalSeparator = separator;
+    return ExportTextFile(ExportInputOf(s), args[1], kExportText, {}) ? 0 : 1;
+}
+
+int Compile(const Args& args)
+{
+    if (args.size() != 2) {
+        std::fputs("usage: fieldwright-cli compile FILE.fwt OUT.bgl\n", stderr);
+        return 2;
+    }
+    ExportUi ui;
+    Session s;
+    if (!LocaleSeparator(s.decimalSeparator)) {
+        std::fputs("The system's decimal separator is neither \".\" nor \",\".\n", stderr);
+        return 1;
+    }
+    const char separator = s.decimalSeparator;
+    if (!LoadProject(args[0], s, ui))
+        return 1;
+    s.decimalSeparator = separator;
+    PosixProcess process;
+    return fw::Compile(ExportInputOf(s), s.programFolder, args[1], process, CompilerFromEnvironment()) ? 0 : 1;
+}
+
+int CheckScasm(const Args& args)
+{
+    if (args.size() != 1) {
+        std::fputs("usage: fieldwright-cli check-scasm FILE.txt\n", stderr);
+        return 2;
+    }
+    std::string text;
+    if (!ReadWholeFile(args[0], text)) {
+        std::fprintf(stderr, "Unable to read %s\n", args[0].c_str());
+        return 1;
+    }
+    const auto problems = CheckScasmText(text);
+    for (const auto& p : problems)
+        std::fprintf(stdout, "%s:%d: %s\n", args[0].c_str(), p.line, p.text.c_str());
+    return problems.empty() ? 0 : 1;
 }
 
 } // namespace fw::cli

@@ -1,0 +1,107 @@
+// A project built in code, its export as text, the structure check and the golden comparison.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "core/Config.h"
+#include "core/Records.h"
+#include "core/Stores.h"
+#include "export/ExportDriver.h"
+#include "export/ScasmCheck.h"
+#include "platform/ScriptedUi.h"
+
+namespace fw::test {
+
+struct TestProject {
+    ProjectRecord project;
+    ConfigRecord config;
+    Stores stores;
+    char separator = '.';
+    ScriptedUi ui;
+
+    TestProject()
+    {
+        ResetProject(project);
+        project.LatitudeDegree = 48.5;
+        project.LongitudeDegree = 11.25;
+        ResetConfig(config, "/opt/fieldwright/");
+    }
+
+    ShapeRecord& Shape(int type, const PointList& pts)
+    {
+        ShapeRecord s;
+        ResetShape(s, type);
+        AppendShape(stores, s, pts);
+        return stores.ShapeStore.back();
+    }
+
+    ObjectRecord& Object(int type, std::int32_t x = 0, std::int32_t y = 0)
+    {
+        AppendObject(stores, type, x, y, 0, "/opt/fieldwright/");
+        return stores.ObjectStore.back();
+    }
+
+    ExportInput Input() const
+    {
+        return ExportInput{project, config, stores.PointStore, stores.ShapeStore, stores.ObjectStore, separator,
+                           const_cast<ScriptedUi*>(&ui)};
+    }
+
+    std::vector<std::string> Lines(const std::string& excludePrefix = {}) const
+    {
+        ExportBuffer buffer;
+        BuildExportText(Input(), excludePrefix, buffer);
+        return buffer.lines();
+    }
+};
+
+inline std::string Join(const std::vector<std::string>& lines)
+{
+    std::string out;
+    for (const auto& l : lines)
+        out += l + "\r\n";
+    return out;
+}
+
+inline std::string ReadBytes(const std::string& path)
+{
+    std::ifstream f(path, std::ios::binary);
+    std::stringstream ss;
+    ss << f.rdbuf();
+    return ss.str();
+}
+
+// Every text the tests produce passes the structure check.
+inline void ExpectWellFormed(const std::string& text)
+{
+    const auto problems = CheckScasmText(text);
+    EXPECT_TRUE(problems.empty()) << FormatProblems(problems);
+}
+
+// Compares with tests/fixtures/export/<name>.txt byte for byte. FW_WRITE_GOLDEN=1 writes the file
+// instead, to be read line by line before it is committed.
+inline void ExpectGolden(const std::string& name, const std::string& text)
+{
+    ExpectWellFormed(text);
+    const std::string path = std::string(FW_FIXTURES) + "/export/" + name + ".txt";
+    if (const char* w = std::getenv("FW_WRITE_GOLDEN"); w && std::string(w) == "1") {
+        std::ofstream(path, std::ios::binary) << text;
+        return;
+    }
+    const std::string golden = ReadBytes(path);
+    ASSERT_FALSE(golden.empty()) << "no golden file " << path;
+    EXPECT_EQ(golden, text) << "golden " << name;
+}
+
+inline std::string ExportOf(const TestProject& t, const std::string& excludePrefix = {})
+{
+    return Join(t.Lines(excludePrefix));
+}
+
+} // namespace fw::test

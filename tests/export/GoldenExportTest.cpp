@@ -1,0 +1,183 @@
+// Whole exports of small projects, one case each, against texts read line by line.
+#include "ExportTestSupport.h"
+
+#include <filesystem>
+
+#include "export/Optimize.h"
+
+namespace fw::test {
+namespace {
+
+// A 200 x 200 world-unit square around the origin, wound clockwise on the plan.
+const PointList kSquare{{-100, -100}, {100, -100}, {100, 100}, {-100, 100}};
+const PointList kTriangle{{-100, -100}, {100, -100}, {0, 100}};
+
+TEST(GoldenExport, EmptyProjectHasHeadAndCopyrightOnly)
+{
+    TestProject t;
+    t.project.Copyright = "Jane Roe";
+    ExpectGolden("empty", ExportOf(t));
+}
+
+TEST(GoldenExport, ColoredPolygons)
+{
+    TestProject t;
+    ShapeRecord& a = t.Shape(kPoly, kTriangle);
+    a.gIsColored = 1;
+    ShapeRecord& b = t.Shape(kPoly, {{0, 0}, {400, 0}, {400, 200}, {200, 100}, {0, 200}}); // concave
+    b.gIsColored = 1;
+    b.cLighted = 1;
+    b.cTransparency = 10;
+    b.cColor = RGB(1, 2, 3);
+    b.gComment = "apron";
+    b.vTime = 5;
+    b.vRange = 1500;
+    ExpectGolden("poly_colored", ExportOf(t));
+}
+
+TEST(GoldenExport, TexturedPolygonAndSquareWithMidEdgePoint)
+{
+    TestProject t;
+    ShapeRecord& s = t.Shape(kPoly, {{-100, -100}, {0, -100}, {100, -100}, {100, 100}, {-100, 100}});
+    s.tDayPath = "C:\\tex\\grass.bmp";
+    s.tLoadflag = {0, 1, 1, 0};
+    s.vTime = 2;
+    ExpectGolden("poly_textured", ExportOf(t));
+}
+
+TEST(GoldenExport, LayeredPolygonWritesItsOwnArea)
+{
+    TestProject t;
+    t.project.PolyScale = 0.5;
+    ShapeRecord& s = t.Shape(kPoly, kSquare);
+    s.gIsColored = 1;
+    s.vLayer = 3;
+    s.vRange = 500;
+    ExpectGolden("poly_layered", ExportOf(t));
+}
+
+TEST(GoldenExport, TextureLevelsMatchedAndNot)
+{
+    TestProject t;
+    t.project.UseTextureLevels = 1;
+    t.project.Distance = {100, 200, 300};
+    t.project.Texture = {"asphalt.bmp", "concrete.r8", "", ""};
+    t.project.Color = {RGB(10, 20, 30), RGB(40, 50, 60), 0, 0};
+    ShapeRecord& matched = t.Shape(kPoly, kSquare);
+    matched.tDayPath = "concrete.r8";
+    ShapeRecord& other = t.Shape(kPoly, kTriangle);
+    other.tDayPath = "dirt.bmp";
+    ExpectGolden("poly_texture_levels", ExportOf(t));
+}
+
+TEST(GoldenExport, TexPolyPlainAndLaddered)
+{
+    TestProject t;
+    ShapeRecord& a = t.Shape(kTexPoly, kSquare);
+    a.mTexMap = {0, 0, 255, 0, 255, 255, 0, 255};
+    a.tSwitch = 1;
+    ExpectGolden("texpoly", ExportOf(t));
+
+    t.project.UseTextureLevels = 1;
+    t.project.Texture = {"Concrete.r8", "", "", ""};
+    t.project.Color = {RGB(9, 8, 7), 0, 0, 0};
+    ExpectGolden("texpoly_ladder", ExportOf(t));
+}
+
+TEST(GoldenExport, WideLinesByTypeAndScale)
+{
+    TestProject t;
+    t.project.LineScale = 0;
+    const PointList line{{-200, 0}, {0, 0}, {200, 100}};
+    ShapeRecord& thin = t.Shape(kWideLine, line); // 0.5 m: scale .25, half-width 1
+    thin.gLineType = 0;
+    ShapeRecord& road = t.Shape(kWideLine, line); // 10 m: scale 2, half-width 2.5 to 2
+    road.gLineType = 1;
+    road.gLineWidth = 10;
+    road.gIsColored = 0;
+    road.tDayPath = "road.bmp";
+    ExpectGolden("wideline_auto", ExportOf(t));
+
+    t.project.LineScale = 1;
+    ExpectGolden("wideline_fixed", ExportOf(t));
+}
+
+TEST(GoldenExport, CentreLineCopies)
+{
+    TestProject t;
+    const PointList line{{-400, 0}, {400, 0}};
+    ShapeRecord& unlayered = t.Shape(kWideLine, line);
+    unlayered.gLineType = 2;
+    ShapeRecord& layered = t.Shape(kWideLine, line);
+    layered.gLineType = 3;
+    layered.vLayer = 1;
+    ExpectGolden("centreline", ExportOf(t));
+}
+
+TEST(GoldenExport, DottedLines)
+{
+    TestProject t;
+    // Spacing 30 m at scale .5 is 60 local units; the second segment is shorter than that.
+    ShapeRecord& lights = t.Shape(kDotLine, {{0, 0}, {0, -600}, {40, -600}, {40, -1400}});
+    lights.gComment = "approach";
+    ShapeRecord& dots = t.Shape(kDotLine, {{0, 0}, {100, 0}, {100, 100}});
+    dots.DotLineType = 1;
+    dots.cColor = 30;
+    ShapeRecord& shortLine = t.Shape(kDotLine, {{0, 0}, {20, 0}});
+    shortLine.vLayer = 2;
+    ExpectGolden("dotlines", ExportOf(t));
+}
+
+TEST(GoldenExport, PointReductionOnExemptShapesOnly)
+{
+    TestProject t;
+    ShapeRecord& poly = t.Shape(kPoly, kSquare);
+    poly.gIsColored = 1;
+    poly.vNoPointReduction = 1;
+    ShapeRecord& line = t.Shape(kWideLine, {{-200, 0}, {200, 0}});
+    line.vNoPointReduction = 1;
+    const std::string off = ExportOf(t);
+    t.project.UsePointReduction = 1;
+    const std::string on = ExportOf(t);
+    EXPECT_EQ(off, on);
+    ExpectGolden("reduction_exempt", on);
+}
+
+TEST(GoldenExport, ReductionFaultWritesNoFile)
+{
+    TestProject t;
+    t.project.UsePointReduction = 1;
+    ShapeRecord& poly = t.Shape(kPoly, kSquare);
+    poly.gIsColored = 1;
+    poly.gComment = "taxiway A";
+    const auto dir = std::filesystem::temp_directory_path() / "fw_export_fault";
+    std::filesystem::create_directories(dir);
+    const std::string fresh = (dir / "new.txt").string();
+    const std::string existing = (dir / "old.txt").string();
+    std::filesystem::remove(fresh);
+    { std::ofstream(existing, std::ios::binary) << "keep me"; }
+
+    EXPECT_FALSE(ExportTextFile(t.Input(), fresh, kExportText, {}));
+    EXPECT_FALSE(std::filesystem::exists(fresh));
+    EXPECT_FALSE(ExportTextFile(t.Input(), existing, kExportText, {}));
+    EXPECT_EQ(ReadBytes(existing), "keep me");
+    ASSERT_EQ(t.ui.Messages().size(), 2u);
+    const std::string msg = t.ui.Messages()[0];
+    EXPECT_NE(msg.find("shape 1 (Poly, \"taxiway A\")"), std::string::npos) << msg;
+    EXPECT_NE(msg.find("No file was written."), std::string::npos) << msg;
+    std::filesystem::remove_all(dir);
+
+    // The same for a wide line's ladder.
+    TestProject w;
+    w.project.UsePointReduction = 1;
+    w.Shape(kWideLine, {{0, 0}, {10, 0}});
+    try {
+        w.Lines();
+        ADD_FAILURE() << "no fault";
+    } catch (const OperationFault& e) {
+        EXPECT_NE(std::string(e.what()).find("shape 1 (Line/Road"), std::string::npos) << e.what();
+    }
+}
+
+} // namespace
+} // namespace fw::test
