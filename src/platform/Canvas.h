@@ -49,6 +49,16 @@ public:
     virtual void Rectangle(int left, int top, int right, int bottom) = 0;
     // 32-bit 0x00RRGGBB pixels, row-major, copied unscaled to (x, y).
     virtual void BlitPixels(int x, int y, int width, int height, const std::vector<std::uint32_t>& pixels) = 0;
+    // BitBlt with the white fill code.
+    virtual void FillWhite(int /*x*/, int /*y*/, int /*width*/, int /*height*/) {}
+    // BitBlt copy of the whole of another surface of the same kind to (0, 0).
+    virtual void CopyFrom(const Canvas& /*source*/) {}
+    // StretchBlt of srcWidth by srcHeight 0x00RRGGBB pixels onto width by height at (x, y).
+    virtual void StretchPixels(int /*x*/, int /*y*/, int /*width*/, int /*height*/,
+                               const std::vector<std::uint32_t>& /*pixels*/, int /*srcWidth*/,
+                               int /*srcHeight*/)
+    {
+    }
 };
 
 } // namespace fw

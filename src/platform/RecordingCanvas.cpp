@@ -62,4 +62,20 @@ void RecordingCanvas::BlitPixels(int x, int y, int width, int height, const std:
     Record("blit", {x, y, width, height});
 }
 
+void RecordingCanvas::FillWhite(int x, int y, int width, int height)
+{
+    Record("white", {x, y, width, height});
+}
+
+void RecordingCanvas::CopyFrom(const Canvas& source)
+{
+    Record("copy", {source.Width(), source.Height()});
+}
+
+void RecordingCanvas::StretchPixels(int x, int y, int width, int height, const std::vector<std::uint32_t>&,
+                                    int srcWidth, int srcHeight)
+{
+    Record("stretch", {x, y, width, height, srcWidth, srcHeight});
+}
+
 } // namespace fw

@@ -11,7 +11,8 @@ namespace fw {
 class RecordingCanvas : public Canvas {
 public:
     struct Call {
-        std::string op;            // "pen", "brush", "rop", "bkmode", "move", "line", "polygon", "rect", "blit"
+        std::string op;            // "pen", "brush", "rop", "bkmode", "move", "line", "polygon", "rect", "blit",
+                                   // "white", "copy", "stretch"
         std::vector<int> args;     // coordinates or values, in the call's order
         Pen pen;                   // the pen in use at the call
         Brush brush;               // the brush in use at the call
@@ -29,10 +30,14 @@ public:
     void Polygon(const std::vector<PixelPoint>& points) override;
     void Rectangle(int left, int top, int right, int bottom) override;
     void BlitPixels(int x, int y, int width, int height, const std::vector<std::uint32_t>& pixels) override;
+    void FillWhite(int x, int y, int width, int height) override;
+    void CopyFrom(const Canvas& source) override;
+    void StretchPixels(int x, int y, int width, int height, const std::vector<std::uint32_t>& pixels,
+                       int srcWidth, int srcHeight) override;
 
     std::vector<Call> calls;
     Pen pen;
-    Brush brush;
+    Brush brush{Brush::Kind::Solid, 0xFFFFFF}; // a fresh surface's brush is white
     RasterOp rop = RasterOp::CopyPen;
     BkMode bkMode = BkMode::Opaque;
 

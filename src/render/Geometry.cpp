@@ -1,0 +1,156 @@
+#include "render/Geometry.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "render/Clip.h"
+
+namespace fw {
+
+namespace {
+
+std::int32_t R(double v) { return RoundSat(v); }
+
+PointList Scaled(std::initializer_list<std::pair<int, int>> table, double zoom)
+{
+    PointList out;
+    for (const auto& [x, y] : table)
+        out.push_back({R(x / zoom), R(y / zoom)});
+    return out;
+}
+
+} // namespace
+
+void RotateAndPlace(LineSet& lines, double a, std::int32_t px, std::int32_t py)
+{
+    const double c = std::cos(a);
+    const double s = std::sin(a);
+    for (auto& line : lines)
+        for (auto& p : line) {
+            const double x = p.X;
+            const double y = p.Y;
+            p.X = R(x * c - y * s + px);
+            p.Y = R(y * c + x * s + py);
+        }
+}
+
+void BuildVorGeometry(LineSet& lines, const ObjectRecord& o, double zoom)
+{
+    lines.assign(1, Scaled({{-50, -80}, {50, -80}, {100, 20}, {0, 80}, {-100, 20}, {-50, -80}}, zoom));
+    RotateAndPlace(lines, 0, o.PosX, o.PosY);
+}
+
+void BuildNdbGeometry(LineSet& lines, const ObjectRecord& o, double zoom)
+{
+    lines.assign(1, Scaled({{-100, -50}, {0, 50}, {100, -50}, {-100, -50}}, zoom));
+    RotateAndPlace(lines, 0, o.PosX, o.PosY);
+}
+
+void BuildInitGeometry(LineSet& lines, const ObjectRecord& o, double zoom)
+{
+    lines.assign(1, Scaled({{-10, -10}, {0, -20}, {0, 20}, {0, -20}, {10, -10}}, zoom));
+    RotateAndPlace(lines, o.Rotation * (kPi / 180), o.PosX, o.PosY);
+}
+
+void BuildExcludeGeometry(LineSet& lines, std::int32_t posX, std::int32_t posY, std::int32_t w,
+                          std::int32_t h, double zoom)
+{
+    const double x = posX;
+    const double y = posY;
+    const Point p0{R(x - w / 2.0), R(y + h / 2.0)};
+    const Point p1{R(x + w / 2.0), R(y + h / 2.0)};
+    const Point p2{R(x + w / 2.0), R(y - h / 2.0)};
+    const Point p3{R(x - w / 2.0), R(y - h / 2.0)};
+    const double m = 10 / zoom;
+    const Point m0{R(x - m), R(y + m)};
+    lines.assign(2, {});
+    lines[0] = {p0, p1, p3, p2, p1, p0, p2, p3, p0};
+    lines[1] = {m0, {R(x + m), R(y + m)}, {R(x + m), R(y - m)}, {R(x - m), R(y - m)}, m0};
+}
+
+void BuildSignGeometry(LineSet& lines, const ObjectRecord& o)
+{
+    lines.assign(2, {});
+    lines[0] = {{-4, 0}, {4, 0}};
+    lines[1] = {{0, 0}, {0, 2}};
+    RotateAndPlace(lines, o.Rotation * (kPi / 180), o.PosX, o.PosY);
+}
+
+void BuildApiGeometry(LineSet& lines, const ObjectRecord& o)
+{
+    const int n = std::min<int>(o.DesignLast, kDesignPoints - 1);
+    const double s = o.Scale();
+    PointList line;
+    for (int i = 0; i <= n; ++i)
+        line.push_back({R(2 * o.DesignPoints[i].X * s), R(-2 * o.DesignPoints[i].Y * s)});
+    line.push_back({R(2 * o.DesignPoints[0].X * s), R(-2 * o.DesignPoints[0].Y * s)});
+    lines.assign(1, std::move(line));
+    const double rotation = o.Rotation < 0 ? 0 : o.Rotation;
+    RotateAndPlace(lines, rotation * (kPi / 180), o.PosX, o.PosY);
+}
+
+void BuildRunwayGeometry(LineSet& lines, std::int32_t W, std::int32_t L, double heading, std::int32_t px,
+                         std::int32_t py, std::uint8_t lights, std::int32_t thr, std::int32_t ext)
+{
+    const double l = L / 2.0;
+    const double w = W / 2.0;
+    auto P = [](double x, double y) { return Point{R(x), R(y)}; };
+    lines.clear();
+    lines.push_back({P(-l, w), P(l, w), P(l, -w), P(-l, -w), P(-l, w)});
+    lines.push_back({P(-(l - 2), w - 2), P(l - 2, w - 2), P(l - 2, -(w - 2)), P(-(l - 2), -(w - 2)),
+                     P(-(l - 2), w - 2)});
+    lines.push_back({P(-50, 0), P(50, 0)});
+    lines.resize(11);
+    if (lights == 1) {
+        lines[3] = {P(-(l + 5), w + 10), P(-(l + 5), -(w + 10))};
+        lines[4] = {P(-(l + 25), w - 10), P(-(l + 25), -(w - 10))};
+        lines[5] = {P(-(l + 45), 5), P(-(l + 45), -5)};
+        lines[6] = {P(-(l + 55), 0), P(-(l + 155), 0)};
+        lines[7] = {P(l + 5, w + 10), P(l + 5, -(w + 10))};
+        lines[8] = {P(l + 25, w - 10), P(l + 25, -(w - 10))};
+        lines[9] = {P(l + 45, 5), P(l + 45, -5)};
+        lines[10] = {P(l + 55, 0), P(l + 155, 0)};
+    } else {
+        for (int i = 3; i <= 10; ++i)
+            lines[i] = {P(0, 0), P(0, 0)};
+    }
+    if (thr > 0) {
+        lines.push_back({P(l - thr, w), P(l - thr, -w)});
+        lines.push_back({P(-(l - thr), w), P(-(l - thr), -w)});
+    }
+    if (ext > 0) {
+        lines.push_back({P(-(l + 1), w), P(-(l + ext), w), P(-(l + ext), -w), P(-(l + 1), -w)});
+        lines.push_back({P(l + 1, w), P(l + ext, w), P(l + ext, -w), P(l + 1, -w)});
+    }
+    double a = heading + 90;
+    if (a >= 360)
+        a -= 180;
+    RotateAndPlace(lines, a * kPi / 180, px, py);
+}
+
+void BuildRunwayFromRecord(LineSet& lines, const ObjectRecord& o)
+{
+    const std::int32_t W = R(2 * o.RwyWidth() / 3.2808);
+    const std::int32_t L = R(2 * o.Length() / 3.2808);
+    const std::int32_t thr = R(o.ThrOffN() * 2 / 3.2808);
+    const std::int32_t ext = R(o.ExtN() * 2 / 3.2808);
+    BuildRunwayGeometry(lines, W, L, o.Rotation, o.PosX, o.PosY, o.EnableLights(), thr, ext);
+}
+
+void BuildObjectGeometry(LineSet& lines, const ObjectRecord& o, double zoom)
+{
+    switch (o.oType) {
+    case kRunway: BuildRunwayFromRecord(lines, o); break;
+    case kApi: BuildApiGeometry(lines, o); break;
+    case kVor: BuildVorGeometry(lines, o, zoom); break;
+    case kNdb: BuildNdbGeometry(lines, o, zoom); break;
+    case kInit: BuildInitGeometry(lines, o, zoom); break;
+    case kExclude:
+        BuildExcludeGeometry(lines, o.PosX, o.PosY, o.ExclWidth() * 2, o.ExclHeight() * 2, zoom);
+        break;
+    case kSign: BuildSignGeometry(lines, o); break;
+    default: lines.clear(); break;
+    }
+}
+
+} // namespace fw
