@@ -8,6 +8,7 @@
 #include "export/Compile.h"
 #include "export/ExportDriver.h"
 #include "export/ScasmCheck.h"
+#include "files/MacroFile.h"
 #include "files/ProjectFile.h"
 #include "files/TextFile.h"
 #include "platform/PosixProcess.h"
@@ -62,6 +63,12 @@ bool LoadProject(const std::string& path, Session& s, Ui& ui)
     for (std::size_t i = 0; i < data.shapes.size(); ++i)
         AppendShape(s.stores, data.shapes[i], i < data.points.size() ? data.points[i] : PointList{});
     s.stores.ObjectStore = data.objects;
+    // Built-in macros live in this program's macro folder, wherever the project was made.
+    for (ObjectRecord& o : s.stores.ObjectStore)
+        if (o.oType == kApi) {
+            ReRootMacroPath(o, s.config, s.programFolder);
+            RebuildOutline(o, s.decimalSeparator);
+        }
     return true;
 }
 
@@ -98,10 +105,8 @@ int Export(const Args& args)
         std::fputs("The system's decimal separator is neither \".\" nor \",\".\n", stderr);
         return 1;
     }
-    const char separator = s.decimalSeparator;
     if (!LoadProject(args[0], s, ui))
         return 1;
-    s.decimalSeparator = separator;
     return ExportTextFile(ExportInputOf(s), args[1], kExportText, {}) ? 0 : 1;
 }
 
@@ -117,10 +122,8 @@ int Compile(const Args& args)
         std::fputs("The system's decimal separator is neither \".\" nor \",\".\n", stderr);
         return 1;
     }
-    const char separator = s.decimalSeparator;
     if (!LoadProject(args[0], s, ui))
         return 1;
-    s.decimalSeparator = separator;
     PosixProcess process;
     return fw::Compile(ExportInputOf(s), s.programFolder, args[1], process, CompilerFromEnvironment()) ? 0 : 1;
 }

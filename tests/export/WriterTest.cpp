@@ -1,0 +1,278 @@
+// Number forms, positions, the statement writers and the index lists.
+#include "ExportTestSupport.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "export/Optimize.h"
+#include "export/ScasmWriter.h"
+
+namespace fw::test {
+namespace {
+
+TEST(NumberForms, IntFixAndHex)
+{
+    EXPECT_EQ(Int(0), "0");
+    EXPECT_EQ(Int(-50), "-50");
+    EXPECT_EQ(Fix6(-50), "-50   ");
+    EXPECT_EQ(Fix6(1000000), "100000"); // the seventh character is cut
+    EXPECT_EQ(Fix6(-123456), "-12345");
+    EXPECT_EQ(Fix3(7), "7  ");
+    EXPECT_EQ(Fix3(-1234), "-12");
+    EXPECT_EQ(Fix12(" 48.5"), " 48.5       ");
+    EXPECT_EQ(Fix20("UNLAYERED WIDE LINES+"), "UNLAYERED WIDE LINES");
+    EXPECT_EQ(Hex(15), "F");
+    EXPECT_EQ(Hex(0), "0");
+    EXPECT_EQ(Hex(16), "10");
+    EXPECT_EQ(Hex(-1), "FFFFFFFF");
+}
+
+TEST(NumberForms, RealHasNoZeroBeforeThePointAndNoComma)
+{
+    EXPECT_EQ(Real(0.5), " .5");
+    EXPECT_EQ(Real(-0.25), "-.25");
+    EXPECT_EQ(Real(1), " 1");
+    EXPECT_EQ(Real(0), " 0");
+    EXPECT_EQ(Real(-0.0), " 0");
+    EXPECT_EQ(LocalReal(108.5, ','), "108,5");
+    EXPECT_EQ(LocalReal(0.5, '.'), "0.5");
+}
+
+GeoFrame Frame(double lat, double lon, ScriptedUi* ui = nullptr)
+{
+    GeoFrame f;
+    f.scale = ComputeExportScale(lat);
+    f.latitude = lat;
+    f.longitude = lon;
+    f.values = ValueContext{'.', ui};
+    return f;
+}
+
+TEST(Positions, DegreesPerMetreAndLatLon)
+{
+    const ExportScale s = ComputeExportScale(48.5);
+    EXPECT_NEAR(s.LatDegPerMetre, 8.994627867e-6, 1e-15);
+    EXPECT_NEAR(s.LonDegPerMetre, 1.357433704e-5, 1e-14);
+    // A pole still gives a usable, huge factor.
+    for (double pole : {90.0, -90.0}) {
+        const ExportScale p = ComputeExportScale(pole);
+        EXPECT_TRUE(std::isfinite(p.LonDegPerMetre));
+        EXPECT_GT(p.LonDegPerMetre, 5.0);
+    }
+    const LatLon origin = PointToLatLon(Frame(0.5, -0.25), 0, 0, 2.0);
+    EXPECT_EQ(origin.lat, " .5");
+    EXPECT_EQ(origin.lon, "-.25");
+    // Minus Y is north; the divisor turns plan units into metres.
+    const LatLon north = PointToLatLon(Frame(48.5, 11.25), 0, -2000, 2.0);
+    EXPECT_EQ(north.lat, " 48.508995");
+    EXPECT_EQ(north.lon, " 11.25");
+}
+
+TEST(Positions, BeyondSixDecimalsTheExportStops)
+{
+    // Near the pole the longitude factor is so large that six decimals leave 32 bits.
+    ScriptedUi ui;
+    const GeoFrame f = Frame(90, 0, &ui);
+    EXPECT_THROW(PointToLatLon(f, 800, 0, 2.0), OperationFault);
+    // Above 9999 FixFloat itself reports and gives 0.
+    const LatLon big = PointToLatLon(f, 5000000, 0, 2.0);
+    EXPECT_EQ(big.lon, " 0");
+    EXPECT_EQ(ui.Messages().size(), 1u);
+}
+
+TEST(Writer, AreaRadiusAndReferencePointRoundHalfToEven)
+{
+    const LatLon c{" 48.5", " 11.25"};
+    EXPECT_EQ(ShapeAreaLine(c, 0), "Area( 5  48.5  11.25 6 )");
+    EXPECT_EQ(ShapeAreaLine(c, 500), "Area( 5  48.5  11.25 6 )");
+    EXPECT_EQ(ShapeAreaLine(c, 1500), "Area( 5  48.5  11.25 8 )");
+    EXPECT_EQ(ShapeAreaLine(c, 2500), "Area( 5  48.5  11.25 8 )");
+    EXPECT_EQ(RefPointLine(":RefEnd3", 0.5, c, 10000, 141), "  RefPoint( rel  :RefEnd3  .5  48.5  11.25 v1= 10000 v2= 70 )");
+}
+
+struct WriterFixture : ::testing::Test {
+    TestProject t;
+    ExportBuffer buffer;
+    ExportContext ctx{t.project, t.config, Frame(48.5, 11.25), buffer, {}};
+    std::vector<std::string> Take()
+    {
+        auto l = buffer.lines();
+        buffer.reset();
+        return l;
+    }
+};
+
+TEST_F(WriterFixture, TimeOfDaySwitch)
+{
+    const std::vector<std::vector<std::string>> expected = {
+        {"  Jump( :RefEnd4 )"},
+        {"  IfVarAnd( :RefEnd4 28C 1 )"},
+        {"  IfVarAnd( :RefEnd4 28C 4 )"},
+        {"  IfVarAnd( :Visible4 28C 2 )", "  Jump( :RefEnd4 )", "  :Visible4"},
+        {"  IfVarAnd( :RefEnd4 28C 2 )"},
+        {"  IfVarAnd( :Visible4 28C 4 )", "  Jump( :RefEnd4 )", "  :Visible4"},
+        {"  IfVarAnd( :Visible4 28C 1 )", "  Jump( :RefEnd4 )", "  :Visible4"},
+        {},
+        {},
+    };
+    for (int v = 0; v <= 8; ++v) {
+        WriteTimeSwitch(ctx, v, "  ", 4);
+        EXPECT_EQ(Take(), expected[v]) << "vTime " << v;
+    }
+}
+
+TEST_F(WriterFixture, BannersAndBoxesHaveTheirWidths)
+{
+    WriteSectionBanner(ctx, 48.5, 11.25, 6, 40, "", "RUNWAYS", false);
+    auto l = Take();
+    ASSERT_EQ(l.size(), 19u);
+    for (int i = 0; i < 9; ++i)
+        EXPECT_EQ(l[i], "");
+    for (int i = 9; i < 16; ++i)
+        EXPECT_EQ(l[i].size(), 65u) << l[i];
+    EXPECT_EQ(l[13], ";" + std::string(17, ' ') + "RUNWAYS" + std::string(13 + 19, ' ') + "////////");
+    EXPECT_EQ(l[18], "Area( 6  48.5  11.25 40 )");
+    WriteSectionBanner(ctx, 48.123456789, 11.25, 5, 40, "", "X", false);
+    EXPECT_EQ(Take().back(), "Area( 5  48.12346  11.25 40 )"); // five decimals at the area centre
+
+    WriteSectionFooter(ctx, "", true);
+    l = Take();
+    ASSERT_EQ(l.size(), 8u);
+    EXPECT_EQ(l[0], "");
+    EXPECT_EQ(l[7], ";" + std::string(64, '/'));
+
+    WriteShapeBanner(ctx, "  ", ShapeTitle::Forest, "[No comment]");
+    l = Take();
+    ASSERT_EQ(l.size(), 6u);
+    EXPECT_EQ(l[3], "  ;" + std::string(44, '/'));
+    for (const char* title : {ShapeTitle::Poly, ShapeTitle::TexPoly, ShapeTitle::LineRoad, ShapeTitle::DottedLine,
+                              ShapeTitle::TreeLine, ShapeTitle::Forest, ShapeTitle::TaxiwaySign})
+        EXPECT_EQ(std::string(title).size(), 45u) << title;
+}
+
+TEST_F(WriterFixture, PolyStatementWrapsAfterSixtyFourCharacters)
+{
+    std::vector<std::uint8_t> indices;
+    for (int i = 0; i < 40; ++i)
+        indices.push_back(static_cast<std::uint8_t>(i));
+    WritePolyStatement(ctx, indices, "    ", 0, 1);
+    const auto l = Take();
+    ASSERT_EQ(l.size(), 3u);
+    EXPECT_EQ(l[0], "    ConcavePoly");
+    // The test comes before each index, so the first line passes 64 by one index.
+    EXPECT_EQ(l[1], "    Poly( au 0 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 ");
+    EXPECT_EQ(l[2], "    21 22 23 24 25 26 27 28 29 30 31 32 33 34 35 36 37 38 39 )");
+    EXPECT_EQ(l[1].size(), 66u);
+}
+
+TEST_F(WriterFixture, ColoursAndBitmaps)
+{
+    EXPECT_EQ(LoadBitmapFlags({0, 0, 0, 0}), "5");
+    EXPECT_EQ(LoadBitmapFlags({0, 1, 1, 0}), "WF5");
+    EXPECT_EQ(LoadBitmapFlags({1, 1, 1, 1}), "LWFS5");
+    EXPECT_EQ(LoadBitmapFlags({2, 0, 0, 1}), "S5"); // only exactly 1 counts
+    WriteLoadBitmap(ctx, "5", 15, RGB(1, 2, 3), "a b.bmp", "");
+    WriteRGBSColor(ctx, RGB(180, 180, 160), 0, "");
+    WriteLineColor(ctx, 16, "");
+    EXPECT_EQ(Take(), (std::vector<std::string>{"LoadBitmap( 0 5 EF 1 2 3 \"a b.bmp\" )", "RGBSColor( E0 180 180 160 )",
+                                                "LineColor( 10 F0 )"}));
+}
+
+TEST(IndexLists, CollinearFilter)
+{
+    // A square with one point in the middle of an edge.
+    const PointList square{{-50, -50}, {0, -50}, {50, -50}, {50, 50}, {-50, 50}};
+    EXPECT_EQ(ReducedIndices(square, 0, true), (IndexList{0, 2, 3, 4}));
+    EXPECT_EQ(ReducedIndices(square, 0, false), (IndexList{0, 1, 2, 3, 4}));
+    // Three points on a line keep nothing.
+    IndexList out{9};
+    EXPECT_EQ(RemoveCollinear({{0, 0}, {10, 10}, {20, 20}}, {0, 1, 2}, out), 0);
+    EXPECT_EQ(out, (IndexList{9}));
+    // Fewer than three entries: untouched, result 0.
+    EXPECT_EQ(RemoveCollinear({{0, 0}, {10, 0}}, {0, 1}, out), 0);
+    EXPECT_EQ(out, (IndexList{9}));
+    // A repeated point is collinear with its neighbours too.
+    EXPECT_EQ(ReducedIndices({{0, 0}, {10, 0}, {10, 0}, {10, 10}}, 0, true), (IndexList{0, 3}));
+}
+
+TEST(IndexLists, FarLevelsAndTooManyPointsFault)
+{
+    const PointList tri{{0, 0}, {10, 0}, {0, 10}};
+    for (int level : {1, 2, 3}) {
+        EXPECT_THROW(ReducedIndices(tri, level, true), PointReductionFault);
+        EXPECT_THROW(ReducedIndices(tri, level, false), PointReductionFault);
+    }
+    PointList many;
+    for (int i = 0; i < 257; ++i)
+        many.push_back({i, i * i});
+    EXPECT_THROW(ReducedIndices(many, 0, true), OperationFault);
+    many.pop_back();
+    EXPECT_EQ(ReducedIndices(many, 0, false).back(), 255);
+}
+
+TEST(ShapeExport, CollinearPolygonWritesNothingButCounts)
+{
+    TestProject t;
+    t.Shape(kPoly, {{0, 0}, {100, 0}, {200, 0}});
+    t.Shape(kPoly, {{0, 0}, {100, 0}, {0, 100}}).gIsColored = 1;
+    const std::string text = ExportOf(t);
+    ExpectWellFormed(text);
+    EXPECT_NE(text.find("UNLAYERED POLYGONS"), std::string::npos);
+    EXPECT_EQ(text.find(":RefEnd0"), std::string::npos);
+    EXPECT_NE(text.find(":RefEnd1"), std::string::npos);
+    size_t boxes = 0;
+    for (size_t at = text.find("Polygon - Poly()"); at != std::string::npos; at = text.find("Polygon - Poly()", at + 1))
+        ++boxes;
+    EXPECT_EQ(boxes, 1u);
+}
+
+TEST(ShapeExport, TexPolyWithMoreThanFourPointsStops)
+{
+    TestProject t;
+    t.Shape(kTexPoly, {{0, 0}, {100, 0}, {150, 50}, {100, 100}, {0, 100}});
+    EXPECT_THROW(t.Lines(), OperationFault);
+    EXPECT_FALSE(ExportTextFile(t.Input(), "/nonexistent-folder/x.txt", kExportText, {}));
+    ASSERT_EQ(t.ui.Messages().size(), 1u);
+    EXPECT_NE(t.ui.Messages()[0].find("shape 1 (TexPoly"), std::string::npos);
+}
+
+TEST(ShapeExport, ZeroScaleAndZeroSpacingStopWithAMessage)
+{
+    TestProject t;
+    t.project.PolyScale = 0;
+    t.Shape(kPoly, {{0, 0}, {100, 0}, {0, 100}});
+    EXPECT_THROW(t.Lines(), OperationFault);
+    TestProject d;
+    d.Shape(kDotLine, {{0, 0}, {100, 0}}).gDotSpacing() = 0;
+    EXPECT_THROW(d.Lines(), OperationFault);
+    TestProject w;
+    w.Shape(kWideLine, {{0, 0}, {100, 0}}).gLineWidth = 0; // automatic scale of a zero width
+    EXPECT_THROW(w.Lines(), OperationFault);
+}
+
+TEST(ShapeExport, TimeZeroJumpsOverTheWholeBody)
+{
+    TestProject t;
+    ShapeRecord& s = t.Shape(kPoly, {{0, 0}, {100, 0}, {0, 100}});
+    s.vTime = 0;
+    const auto lines = t.Lines();
+    auto jump = std::find(lines.begin(), lines.end(), "    Jump( :RefEnd0 )");
+    ASSERT_NE(jump, lines.end());
+    EXPECT_NE(std::find(jump, lines.end(), "    Poly( au 0 1 2 )"), lines.end());
+}
+
+TEST(ShapeExport, EveryWriteWorksOnCopies)
+{
+    TestProject t;
+    t.Shape(kPoly, {{-100, -100}, {100, -100}, {0, 100}});
+    t.Shape(kWideLine, {{-400, 0}, {400, 0}}).gLineType = 2;
+    const auto before = t.stores.PointStore;
+    const auto shapes = t.stores.ShapeStore;
+    t.Lines();
+    EXPECT_EQ(t.stores.PointStore, before);
+    EXPECT_EQ(t.stores.ShapeStore[1].gType, shapes[1].gType);
+    EXPECT_EQ(t.stores.ShapeStore[1].vTime, shapes[1].vTime);
+}
+
+} // namespace
+} // namespace fw::test
