@@ -8,6 +8,7 @@
 #include "core/COffset.h"
 #include "core/Config.h"
 #include "core/EditorState.h"
+#include "core/Random.h"
 #include "core/Helpers.h"
 #include "core/Recent.h"
 #include "core/Records.h"
@@ -42,6 +43,8 @@ struct Session {
     EditorState editor;
     CRecent recent;
     CBitmapState bitmap;
+    // Drawn from by exports (the shaken feet of forests), which otherwise only read the session.
+    mutable RandomSource random;
 
     ValueContext values() const { return {decimalSeparator, ui}; }
 };
