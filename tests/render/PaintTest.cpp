@@ -1,0 +1,549 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+
+#include "core/ImageFrame.h"
+#include "platform/ScriptedUi.h"
+#include "render/Bitmap.h"
+#include "render/Paint.h"
+#include "render/RenderTestSupport.h"
+
+namespace fw {
+namespace {
+
+using test::AddObject;
+using test::AddShape;
+using test::MakeSession;
+using test::Only;
+using test::Pts;
+using Calls = std::vector<RecordingCanvas::Call>;
+
+int CountWithPen(const Calls& calls, const std::string& op, std::int32_t color)
+{
+    return static_cast<int>(std::count_if(calls.begin(), calls.end(), [&](const RecordingCanvas::Call& c) {
+        return c.op == op && c.pen.color == color;
+    }));
+}
+
+std::size_t FirstWithPen(const Calls& calls, std::int32_t color)
+{
+    for (std::size_t i = 0; i < calls.size(); ++i)
+        if ((calls[i].op == "line" || calls[i].op == "polygon") && calls[i].pen.color == color)
+            return i;
+    return calls.size();
+}
+
+// ---- grid
+
+TEST(PaintGrid, ALevelVanishesBelowFivePixelsAndShowsAtFive)
+{
+    Session s = MakeSession(400, 300, 0.245);
+    s.config.GridDist = {10, 200, 1000}; // level 1 every 20 world units: 4.9 pixels
+    RecordingCanvas c(400, 300);
+    PaintGrid(s, c);
+    EXPECT_EQ(CountWithPen(c.calls, "line", s.config.gridColor[0]), 0);
+    EXPECT_GT(CountWithPen(c.calls, "line", s.config.gridColor[1]), 0);
+    c.calls.clear();
+    s.view.setZoom(0.25); // exactly 5.0
+    PaintGrid(s, c);
+    EXPECT_GT(CountWithPen(c.calls, "line", s.config.gridColor[0]), 0);
+}
+
+TEST(PaintGrid, DefaultSpacingsShowAllLevelsAtEveryZoom)
+{
+    for (double zoom : {0.0625, 0.125, 0.25, 0.5, 1.0, 2.0, 3.0, 4.0}) {
+        Session s = MakeSession(1600, 1200, zoom);
+        RecordingCanvas c(1600, 1200);
+        PaintGrid(s, c);
+        for (int level = 0; level < 3; ++level) {
+            const int n = CountWithPen(c.calls, "line", s.config.gridColor[level]);
+            // At high zoom a coarse level may simply have no line in view.
+            if (zoom <= 0.25)
+                EXPECT_GT(n, 0) << zoom << " " << level;
+        }
+        EXPECT_EQ(CountWithPen(c.calls, "line", s.config.GridColor4), 2) << zoom;
+    }
+}
+
+TEST(PaintGrid, LinesLieOnMultiplesInsideTheWorkAreaAndTheMargin)
+{
+    Session s = MakeSession(400, 300, 1.0, -37, 13);
+    s.config.GridDist = {25, 200, 1000};
+    RecordingCanvas c(400, 300);
+    PaintGrid(s, c);
+    const PixelMap map = PixelMap::Of(s.view);
+    const auto seg = test::Segments(c);
+    int level1 = 0;
+    for (std::size_t i = 0; i < c.calls.size(); ++i) {
+        const auto& call = c.calls[i];
+        if (call.op != "line" || call.pen.color != s.config.gridColor[0])
+            continue;
+        ++level1;
+        const auto& from = c.calls[i - 1].args;
+        if (from[0] == call.args[0]) // vertical
+            EXPECT_EQ((from[0] - map.sx) % 50, 0);
+        else
+            EXPECT_EQ((from[1] - map.sy) % 50, 0);
+        EXPECT_GE(std::min(from[0], call.args[0]), 10);
+        EXPECT_LE(std::max(from[0], call.args[0]), 390);
+    }
+    EXPECT_GT(level1, 10);
+}
+
+TEST(PaintGrid, AxesOnlyWhenBothSidesOfZeroShow)
+{
+    // 200 wide at 100%: offX -90 puts world 0 exactly on the left bound.
+    Session s = MakeSession(200, 100, 1.0, -90, 0);
+    RecordingCanvas c(200, 100);
+    PaintGrid(s, c);
+    const auto axes = [&] {
+        std::vector<std::vector<int>> out;
+        for (std::size_t i = 1; i < c.calls.size(); ++i)
+            if (c.calls[i].op == "line" && c.calls[i].pen.color == s.config.GridColor4)
+                out.push_back({c.calls[i - 1].args[0], c.calls[i - 1].args[1], c.calls[i].args[0],
+                               c.calls[i].args[1]});
+        return out;
+    };
+    ASSERT_EQ(axes().size(), 1u);
+    EXPECT_EQ(axes()[0][1], axes()[0][3]); // only the X axis, horizontal
+    c.calls.clear();
+    s.view.setOffX(-89);
+    PaintGrid(s, c);
+    ASSERT_EQ(axes().size(), 2u);
+    EXPECT_EQ(axes()[0], (std::vector<int>{11, 10, 11, 90}));
+}
+
+TEST(PaintGrid, MasksOverAnImageAndRestoresCopyMode)
+{
+    Session s = MakeSession(200, 100);
+    CBitmap(s.bitmap).SetPicture(10, 10, std::vector<std::uint32_t>(100, 0xFF0000));
+    RecordingCanvas c(200, 100);
+    PaintGrid(s, c);
+    EXPECT_EQ(Only(c, "rop").back().args[0], static_cast<int>(RasterOp::CopyPen));
+    EXPECT_EQ(Only(c, "rop").size(), 1u); // no image shown: plain copy mode
+    c.calls.clear();
+    s.showFlags.ShowBackPicture = 1;
+    PaintGrid(s, c);
+    const auto rops = Only(c, "rop");
+    ASSERT_EQ(rops.size(), 2u);
+    EXPECT_EQ(rops[0].args[0], static_cast<int>(RasterOp::MaskPen));
+    EXPECT_EQ(rops[1].args[0], static_cast<int>(RasterOp::CopyPen));
+    EXPECT_EQ(c.pen, Pen{}); // the old pen is back
+}
+
+TEST(GridBounds, StartsOnAMultipleAndStaysInsideTheWorkArea)
+{
+    Session s = MakeSession(800, 600, 0.0625, 9000, 0); // far west: the left limit is raised
+    const GridRange g = GridBounds(s.view, 2000);
+    EXPECT_EQ(g.startX % 2000, 0);
+    EXPECT_GE(g.startX, -10000);
+    EXPECT_LE(g.endX, 10000);
+}
+
+// ---- shapes
+
+TEST(PaintShapes, ConcaveForestIsHatchedAndCutAtTheWindow)
+{
+    Session s = MakeSession(200, 100);
+    // An arrow head notched at (40, 0), reaching past xMax (90).
+    AddShape(s, kForest, Pts({{0, -30}, {150, -30}, {40, 0}, {150, 30}, {0, 30}}));
+    ASSERT_EQ(s.stores.ShapeStore[0].gIsConcave, 1);
+    RecordingCanvas c(200, 100);
+    PaintShapes(s, SetClipWindow(s.view), c);
+    const auto polys = Only(c, "polygon");
+    ASSERT_EQ(polys.size(), 1u);
+    EXPECT_EQ(polys[0].brush, (Brush{Brush::Kind::HatchForwardDiagonal, RGB(255, 128, 0)}));
+    EXPECT_EQ(polys[0].pen, (Pen{PenStyle::Solid, 1, 0}));
+    const auto& a = polys[0].args;
+    EXPECT_EQ(*std::max_element(a.begin(), a.end()), 190); // on the cut, not past it
+    // The hatch leaves the background visible; opaque mode is back at the end.
+    EXPECT_EQ(Only(c, "bkmode").front().args[0], static_cast<int>(BkMode::Transparent));
+    EXPECT_EQ(Only(c, "bkmode").back().args[0], static_cast<int>(BkMode::Opaque));
+    EXPECT_EQ(Only(c, "rect").size(), 1u);
+    EXPECT_EQ(Only(c, "rect")[0].args, (std::vector<int>{98, 18, 103, 23}));
+    EXPECT_EQ(Only(c, "rect")[0].brush.color, 0xFFFFFF);
+}
+
+TEST(PaintShapes, ConvexForestAndOtherTypesAreNeverFilled)
+{
+    Session s = MakeSession(200, 100);
+    AddShape(s, kForest, Pts({{0, 0}, {20, 0}, {20, 20}}));
+    AddShape(s, kPoly, Pts({{0, -30}, {50, -30}, {10, 0}, {50, 30}, {0, 30}}));
+    AddShape(s, kTreeLine, Pts({{0, 0}, {20, 0}, {20, 20}}));
+    RecordingCanvas c(200, 100);
+    PaintShapes(s, SetClipWindow(s.view), c);
+    EXPECT_TRUE(Only(c, "polygon").empty());
+    EXPECT_EQ(test::Segments(c).size(), 3u + 5u + 2u); // the tree line stays open
+    EXPECT_EQ(Only(c, "rect").size(), 3u);
+}
+
+TEST(PaintShapes, HandleOfAShapeOutsideTheViewStillGoesThroughRectangle)
+{
+    Session s = MakeSession(200, 100);
+    AddShape(s, kPoly, Pts({{5000, 5000}, {5000, 5000}, {5000, 5000}}));
+    RecordingCanvas c(200, 100);
+    PaintShapes(s, SetClipWindow(s.view), c);
+    EXPECT_TRUE(test::Segments(c).empty());
+    EXPECT_EQ(Only(c, "rect")[0].args, (std::vector<int>{5098, 5048, 5103, 5053}));
+}
+
+TEST(PaintShapes, ShowExcludeHidesFlattenInitAndExclude)
+{
+    Session s = MakeSession(400, 300);
+    AddShape(s, kFlatten, Pts({{0, 0}, {20, 0}, {20, 20}}));
+    AddObject(s, kInit, 0, 0);
+    AddObject(s, kExclude, 0, 0);
+    AddObject(s, kVor, 0, 0);
+    s.showFlags.ShowExclude = 0;
+    RecordingCanvas c(400, 300);
+    const ClipWindow w = SetClipWindow(s.view);
+    PaintShapes(s, w, c);
+    PaintObjects(s, w, c);
+    EXPECT_EQ(Only(c, "rect").size(), 1u); // the VOR's handle only
+    EXPECT_EQ(test::Segments(c).size(), 5u);
+}
+
+// ---- selection overlays
+
+TEST(PaintSelected, PenFollowsTheStateAndEditPointsShowsEveryHandle)
+{
+    Session s = MakeSession(200, 100);
+    AddShape(s, kPoly, Pts({{0, 0}, {20, 0}, {20, 20}}));
+    s.showFlags.ShowPoly = 0; // hidden by its flag, still shown as selected
+    auto& sel = s.editor.selection;
+    sel.addEntry(0, 0, 0, 20, 0, 20);
+    const ClipWindow w = SetClipWindow(s.view);
+    const std::pair<int, std::int32_t> states[] = {{1, RGB(255, 0, 0)}, {2, RGB(0, 200, 0)}, {3, RGB(0, 0, 255)}};
+    for (const auto& [state, color] : states) {
+        sel.setState(static_cast<std::uint8_t>(state));
+        RecordingCanvas c(200, 100);
+        PaintSelectedShapes(s, w, c);
+        EXPECT_EQ(CountWithPen(c.calls, "line", color), 3) << state;
+    }
+    sel.setState(2);
+    sel.resetPt();
+    sel.addPt(1);
+    RecordingCanvas c(200, 100);
+    PaintSelectedShapes(s, w, c);
+    const auto rects = Only(c, "rect");
+    ASSERT_EQ(rects.size(), 5u);
+    EXPECT_EQ(rects[0].args, (std::vector<int>{98, 48, 103, 53}));
+    EXPECT_EQ(rects[2].args, (std::vector<int>{118, 48, 123, 53}));
+    EXPECT_EQ(rects[4].args, (std::vector<int>{119, 49, 122, 52})); // 3 by 3 over point 1
+    EXPECT_EQ(c.pen, Pen{});
+}
+
+TEST(PaintSelected, ObjectsInTheSelectionColourWithTheirHandle)
+{
+    Session s = MakeSession(400, 300);
+    AddObject(s, kSign, 0, 0);
+    s.editor.selection.addEntry(0, 1, 0, 0, 0, 0);
+    RecordingCanvas c(400, 300);
+    PaintSelectedObjects(s, SetClipWindow(s.view), c);
+    EXPECT_EQ(CountWithPen(c.calls, "line", RGB(255, 0, 0)), 2);
+    EXPECT_EQ(Only(c, "rect").size(), 1u);
+}
+
+// ---- frame composition
+
+struct FrameFixture : ::testing::Test {
+    Session s = MakeSession(400, 300);
+    RecordingCanvas window{400, 300};
+    RecordingCanvas back{400, 300};
+    void SetUp() override
+    {
+        AddShape(s, kPoly, Pts({{0, 0}, {40, 0}, {40, 40}}));
+        AddShape(s, kPoly, Pts({{-40, 0}, {-80, 0}, {-80, 40}}));
+        s.stores.ShapeStore[1].vLayer = 3;
+        AddShape(s, kWideLine, Pts({{0, 0}, {-40, -40}}));
+        AddObject(s, kVor, 100, 100);
+    }
+};
+
+TEST_F(FrameFixture, FullPathPaintsTheLayersInOrderAndPresentsOnce)
+{
+    s.editor.selection.addEntry(0, 0, 0, 40, 0, 40);
+    PaintFrame(s, window, back);
+    ASSERT_FALSE(back.calls.empty());
+    EXPECT_EQ(back.calls[0].op, "white");
+    EXPECT_EQ(back.calls[0].args, (std::vector<int>{0, 0, 400, 300}));
+    const std::size_t grid = FirstWithPen(back.calls, s.config.gridColor[0]);
+    const std::size_t shapes = FirstWithPen(back.calls, 0);
+    const std::size_t selected = FirstWithPen(back.calls, RGB(255, 0, 0));
+    EXPECT_LT(grid, shapes);
+    EXPECT_LT(shapes, selected);
+    EXPECT_LT(selected, back.calls.size());
+    ASSERT_EQ(window.calls.size(), 1u);
+    EXPECT_EQ(window.calls[0].op, "copy");
+}
+
+TEST_F(FrameFixture, EmptyProjectStillPaintsBackgroundGridAndAxes)
+{
+    Session empty = MakeSession(400, 300);
+    PaintFrame(empty, window, back);
+    EXPECT_EQ(back.calls[0].op, "white");
+    EXPECT_EQ(CountWithPen(back.calls, "line", empty.config.GridColor4), 2);
+}
+
+TEST_F(FrameFixture, ArrangeModePaintsOnlyUnlayeredPolygonsFilled)
+{
+    s.view.setMMode(1);
+    s.showFlags.ShowGrid = 0;
+    s.editor.selection.addEntry(0, 0, 0, 40, 0, 40);
+    PaintFrame(s, window, back);
+    const auto polys = Only(back, "polygon");
+    ASSERT_EQ(polys.size(), 1u); // not the layered polygon, not the line
+    EXPECT_EQ(polys[0].pen.color, RGB(255, 0, 0));
+    EXPECT_EQ(polys[0].brush, (Brush{Brush::Kind::Solid, 0xFFFFFF}));
+    EXPECT_EQ(Only(back, "line").size(), 0u); // no objects, no selection overlay
+    EXPECT_EQ(Only(back, "rect").size(), 1u);
+    EXPECT_EQ(window.calls.size(), 1u);
+}
+
+TEST_F(FrameFixture, DrawingLineIsAnOverlayOverTheStoredFrame)
+{
+    s.editor.draw.AddPoint(0, 0);
+    s.editor.draw.AddPoint(10, 0);
+    s.editor.draw.UpdatePoint(5000, 5000); // runs off the canvas, unclipped
+    PaintFrame(s, window, back);
+    EXPECT_TRUE(back.calls.empty());
+    ASSERT_EQ(window.calls.size(), 6u); // copy, pen, move, two lines, the old pen back
+    EXPECT_EQ(window.calls[0].op, "copy");
+    EXPECT_EQ(window.calls[2].args, (std::vector<int>{200, 150}));
+    EXPECT_EQ(window.calls[4].args, (std::vector<int>{5200, 5150}));
+    EXPECT_EQ(window.calls[4].pen, (Pen{PenStyle::Solid, 1, RGB(128, 128, 128)}));
+}
+
+TEST_F(FrameFixture, RubberBandRepaintsNothingButTheBand)
+{
+    s.editor.selSquare.initNew(-10, -10);
+    s.editor.selSquare.Update(20, 30);
+    PaintFrame(s, window, back);
+    EXPECT_TRUE(back.calls.empty());
+    ASSERT_EQ(window.calls.size(), 8u);
+    EXPECT_EQ(window.calls[2].op, "move");
+    EXPECT_EQ(window.calls[2].args, (std::vector<int>{190, 180}));
+    EXPECT_EQ(window.calls[6].args, (std::vector<int>{190, 180}));
+    EXPECT_EQ(window.calls[3].pen.style, PenStyle::Dot);
+}
+
+TEST_F(FrameFixture, DragGhostShowsTheBoxHandlesOutsideTheCorners)
+{
+    WorkingCopy& work = s.editor.work;
+    work.WorkPoints = {Pts({{0, 0}, {40, 0}, {40, 40}})};
+    work.WorkShapes = {s.stores.ShapeStore[0]};
+    work.WorkShapeLast = 0;
+    work.WorkObjects = {s.stores.ObjectStore[0]};
+    work.WorkObjectLast = 0;
+    work.WorkLimits = {0, 100, 0, 100};
+    s.editor.EditState = 9; // a drag: no box
+    PaintFrame(s, window, back);
+    EXPECT_TRUE(back.calls.empty());
+    EXPECT_TRUE(Only(window, "rect").empty());
+    EXPECT_EQ(CountWithPen(window.calls, "line", RGB(128, 128, 128)), 3 + 5);
+    window.calls.clear();
+    s.editor.EditState = 10;
+    PaintFrame(s, window, back);
+    const auto rects = Only(window, "rect");
+    ASSERT_EQ(rects.size(), 4u);
+    // L 200, R 300, T 150, B 250.
+    EXPECT_EQ(rects[0].args, (std::vector<int>{201, 151, 196, 146}));
+    EXPECT_EQ(rects[1].args, (std::vector<int>{300, 151, 305, 146}));
+    EXPECT_EQ(rects[2].args, (std::vector<int>{300, 250, 305, 255}));
+    EXPECT_EQ(rects[3].args, (std::vector<int>{201, 250, 196, 255}));
+}
+
+TEST_F(FrameFixture, ImageFrameWhileMovingTakesTheOverlayPath)
+{
+    CBitmap(s.bitmap).SetPicture(100, 50, std::vector<std::uint32_t>(5000, 0));
+    s.showFlags.BackImageLeft = -50;
+    s.showFlags.BackImageTop = -20;
+    s.showFlags.BackImagescale = 1.0;
+    StartImageFrame(s.bitmap, s.showFlags);
+    s.editor.EditState = 16;
+    EXPECT_FALSE(TakesOverlayPath(s));
+    PaintFrame(s, window, back);
+    EXPECT_EQ(CountWithPen(back.calls, "line", RGB(255, 0, 0)), 4);
+    s.editor.EditState = 17;
+    back.calls.clear();
+    window.calls.clear();
+    PaintFrame(s, window, back);
+    EXPECT_TRUE(back.calls.empty());
+    const auto rects = Only(window, "rect");
+    ASSERT_EQ(rects.size(), 1u);
+    // Frame from (-50, -20) to (50, 30): handle mid right side at pixel (250, 155).
+    EXPECT_EQ(rects[0].args, (std::vector<int>{247, 152, 253, 158}));
+    EXPECT_EQ(rects[0].pen, (Pen{PenStyle::Solid, 2, RGB(255, 0, 0)}));
+}
+
+TEST_F(FrameFixture, BackgroundImageGoesUnderTheGrid)
+{
+    CBitmap(s.bitmap).SetPicture(100, 50, std::vector<std::uint32_t>(5000, 0));
+    s.showFlags.ShowBackPicture = 1;
+    s.showFlags.BackImagescale = 1.0;
+    PaintFrame(s, window, back);
+    const auto stretches = Only(back, "stretch");
+    ASSERT_EQ(stretches.size(), 3u); // 100 by 50 makes 3 by 1 tiles, all in view
+    EXPECT_EQ(back.calls[1].op, "stretch");
+}
+
+// ---- background image
+
+TEST(CBitmapTiles, CountsRoundUpAndSometimesTwice)
+{
+    EXPECT_EQ(CBitmap::TileCount(32), 1);
+    EXPECT_EQ(CBitmap::TileCount(64), 1);
+    EXPECT_EQ(CBitmap::TileCount(96), 3); // round(1.5) is 2, then one more
+    EXPECT_EQ(CBitmap::TileCount(100), 3);
+    EXPECT_EQ(CBitmap::TileCount(800), 13);
+    EXPECT_EQ(CBitmap::TileCount(600), 10);
+}
+
+TEST(CBitmapRender, ImageCornerLeftOfTheCanvasSkipsTheTilesBeforeFirst)
+{
+    CBitmapState st;
+    CBitmap b(st);
+    b.SetPicture(200, 100, std::vector<std::uint32_t>(20000, 0x123456)); // 4 by 3 tiles
+    ASSERT_EQ(st.tilesX, 4);
+    ASSERT_EQ(st.tilesY, 3);
+    RecordingCanvas c(300, 200);
+    b.Render(c, -150, 10, 1.0, 300, 200);
+    const auto calls = Only(c, "stretch");
+    ASSERT_EQ(calls.size(), 6u); // columns 2 and 3, rows 0 to 2
+    for (const auto& call : calls) {
+        EXPECT_TRUE(call.args[0] == -22 || call.args[0] == 42) << call.args[0];
+        EXPECT_EQ(call.args[2], 64);
+    }
+    c.calls.clear();
+    b.Render(c, 301, 0, 1.0, 300, 200); // wholly right
+    b.Render(c, -1000, 0, 1.0, 300, 200); // wholly left
+    b.Render(c, 0, 0, 0.001, 300, 200);   // tiles of no size
+    EXPECT_TRUE(c.calls.empty());
+}
+
+TEST(CBitmapRender, TileSizeIsRoundedSoTilesNeverGapOrDrift)
+{
+    CBitmapState st;
+    CBitmap b(st);
+    b.SetPicture(200, 64, std::vector<std::uint32_t>(200 * 64, 0));
+    RecordingCanvas c(1000, 200);
+    b.Render(c, 0, 0, 1.51, 1000, 200); // 96.64 pixels per tile, rounded to 97
+    const auto calls = Only(c, "stretch");
+    ASSERT_EQ(calls.size(), 4u);
+    for (std::size_t i = 0; i < calls.size(); ++i)
+        EXPECT_EQ(calls[i].args[0], static_cast<int>(i) * 97);
+}
+
+std::vector<unsigned char> Bmp24(int w, int h, std::uint32_t rgb)
+{
+    const int stride = (w * 3 + 3) / 4 * 4;
+    std::vector<unsigned char> b(54 + static_cast<std::size_t>(stride) * h, 0);
+    auto put32 = [&b](std::size_t at, std::uint32_t v) {
+        for (int i = 0; i < 4; ++i)
+            b[at + i] = static_cast<unsigned char>(v >> (8 * i));
+    };
+    b[0] = 'B';
+    b[1] = 'M';
+    put32(2, static_cast<std::uint32_t>(b.size()));
+    put32(10, 54);
+    put32(14, 40);
+    put32(18, static_cast<std::uint32_t>(w));
+    put32(22, static_cast<std::uint32_t>(h));
+    b[26] = 1;
+    b[28] = 24;
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+            const std::size_t at = 54 + static_cast<std::size_t>(y) * stride + x * 3;
+            b[at] = rgb & 0xFF;
+            b[at + 1] = (rgb >> 8) & 0xFF;
+            b[at + 2] = (rgb >> 16) & 0xFF;
+        }
+    return b;
+}
+
+TEST(ReadBmp, DecodesBottomUpRowsAndRefusesDamage)
+{
+    auto bytes = Bmp24(3, 2, 0x102030);
+    bytes[54] = 0xFF; // bottom row, first pixel: blue
+    std::int32_t w = 0, h = 0;
+    std::vector<std::uint32_t> px;
+    ASSERT_EQ(DecodeBmp(bytes, 800, 600, w, h, px), BmpResult::Ok);
+    EXPECT_EQ(w, 3);
+    EXPECT_EQ(h, 2);
+    EXPECT_EQ(px[0], 0x102030u);
+    EXPECT_EQ(px[3], 0x1020FFu); // row 1 from the top is the file's first row
+    bytes.resize(60);
+    EXPECT_EQ(DecodeBmp(bytes, 800, 600, w, h, px), BmpResult::Unreadable);
+    EXPECT_EQ(DecodeBmp({'B', 'M'}, 800, 600, w, h, px), BmpResult::Unreadable);
+}
+
+TEST(GetPicture, TooLargeIsRefusedAndTheOldImageStays)
+{
+    const std::string dir = ::testing::TempDir();
+    const std::string ok = dir + "fw_ok.bmp";
+    const std::string big = dir + "fw_big.bmp";
+    {
+        const auto b = Bmp24(800, 600, 0);
+        std::ofstream(ok, std::ios::binary).write(reinterpret_cast<const char*>(b.data()), b.size());
+        auto header = Bmp24(1, 1, 0);
+        header[18] = 0x21; // 801 wide, the rest of the file need not be there
+        header[19] = 0x03;
+        header[22] = 0x58;
+        header[23] = 0x02;
+        std::ofstream(big, std::ios::binary).write(reinterpret_cast<const char*>(header.data()), header.size());
+    }
+    CBitmapState st;
+    CBitmap b(st);
+    ScriptedUi ui;
+    ASSERT_TRUE(b.GetPicture(ok, &ui));
+    EXPECT_EQ(st.tilesX, 13);
+    EXPECT_EQ(st.tilesY, 10);
+    EXPECT_FALSE(b.GetPicture(big, &ui));
+    ASSERT_EQ(ui.Messages().size(), 1u);
+    EXPECT_EQ(ui.Messages()[0],
+              "Unable to open '" + big + "' !\n\nThe maximum background image size is 800x600...");
+    EXPECT_EQ(b.Width(), 800);
+    EXPECT_TRUE(b.isAvailable());
+    EXPECT_FALSE(b.GetPicture(dir + "fw_missing.bmp", &ui));
+    EXPECT_EQ(ui.Messages().back(), "Unable to load Bitmap!");
+    std::remove(ok.c_str());
+    std::remove(big.c_str());
+}
+
+TEST(ImageFrame, ScaleStopsAtOneHundredthAndFinishStoresTheFrame)
+{
+    CBitmapState st;
+    CBitmap(st).SetPicture(100, 50, std::vector<std::uint32_t>(5000, 0));
+    ShowFlagsRecord f;
+    f.BackImageLeft = 10;
+    f.BackImageTop = 20;
+    f.BackImagescale = 2.0;
+    StartImageFrame(st, f);
+    EXPECT_EQ(st.frame.current[2], (Point{210, 120}));
+    ScaleImageFrame(st, -1000);
+    EXPECT_DOUBLE_EQ(st.frame.scale, 0.01);
+    EXPECT_EQ(st.frame.current[2], (Point{11, 20}));
+    ScaleImageFrame(st, 100); // half as wide again
+    EXPECT_DOUBLE_EQ(st.frame.scale, 3.0);
+    MoveImageFrame(st, 5, -5);
+    FinishImageFrame(st, f);
+    EXPECT_EQ(f.BackImageLeft, 15);
+    EXPECT_EQ(f.BackImageTop, 15);
+    EXPECT_EQ(st.frame.start, st.frame.current);
+    COffset view;
+    view.setSWidth(400);
+    view.setSHeight(300);
+    view.reset();
+    view.setZoom(1.0);
+    // Frame (15, 15) to (315, 165): handle at pixel (515, 240).
+    EXPECT_EQ(ImageFrameHit(st, view, 511, 244), 1);
+    EXPECT_EQ(ImageFrameHit(st, view, 510, 240), 2);
+    EXPECT_EQ(ImageFrameHit(st, view, 100, 100), 0);
+    StopImageFrame(st);
+    EXPECT_EQ(st.ImageFrameActive, 0);
+}
+
+} // namespace
+} // namespace fw
