@@ -80,6 +80,8 @@ public:
     // record unchanged.
     virtual bool ShapeProperties(ShapeRecord& /*shape*/, const PointList* /*points*/) { return true; }
     virtual bool ObjectProperties(ObjectRecord& /*object*/) { return true; }
+    // The project settings dialog on a copy of the record; newProject set by New. True for OK.
+    virtual bool ProjectSettings(ProjectRecord& /*project*/, bool /*newProject*/) { return true; }
 };
 
 } // namespace fw

@@ -1,0 +1,426 @@
+#include "files/ProjectFlows.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "core/Helpers.h"
+#include "files/ConfigFile.h"
+#include "files/MacroFile.h"
+#include "files/ProjectFile.h"
+#include "platform/Ui.h"
+
+namespace fw {
+
+namespace {
+
+void Call(const std::function<void(Session&)>& f, Session& s)
+{
+    if (f)
+        f(s);
+}
+
+void Tell(Session& s, const std::string& text, MessageStyle style)
+{
+    if (s.ui)
+        s.ui->Message(text, style);
+}
+
+class WaitCursor {
+public:
+    explicit WaitCursor(Ui* ui) : ui_(ui)
+    {
+        if (ui_)
+            ui_->SetWaitCursor(true);
+    }
+    ~WaitCursor()
+    {
+        if (ui_)
+            ui_->SetWaitCursor(false);
+    }
+    WaitCursor(const WaitCursor&) = delete;
+    WaitCursor& operator=(const WaitCursor&) = delete;
+
+private:
+    Ui* ui_;
+};
+
+// A name typed without extension gets the dialog's.
+std::string WithExtension(const std::string& path, const std::string& extension)
+{
+    if (GetNameFromPath(path, true).find('.') != std::string::npos)
+        return path;
+    return path + "." + extension;
+}
+
+bool AskProjectName(Session& s, std::string& path)
+{
+    if (!s.ui)
+        return false;
+    FileDialogRequest r;
+    r.filter = kProjectFilter;
+    r.startFolder = s.config.FWTPath;
+    r.defaultName = GetNameFromPath(s.projectPath, false);
+    r.save = true;
+    std::string chosen;
+    if (!s.ui->ChooseFile(r, chosen) || chosen.empty())
+        return false;
+    path = WithExtension(chosen, "fwt");
+    return true;
+}
+
+bool SaveWithWait(Session& s, const std::string& path, const FlowHooks& hooks)
+{
+    WaitCursor wait(s.ui);
+    return WriteProject(s, path, hooks);
+}
+
+void AfterOpen(Session& s, const FlowHooks& hooks)
+{
+    s.view.setMMode(0);
+    Call(hooks.resetTool, s);
+}
+
+} // namespace
+
+void StartSession(Session& s, const std::string& configPath)
+{
+    ResetAtStart(s);
+    ClearStores(s.stores);
+    ReadConfigFile(s, configPath);
+    s.openGLActive = s.config.EnableOpenGL;
+}
+
+void OpenGLStartFailed(Session& s, const std::string& configPath)
+{
+    Tell(s,
+         "Fieldwright was unable to generate an OpenGL rendering context.\n\n"
+         "The application will shut down and be reset to normal rendering mode. Please\n"
+         "check your video card's OpenGL drivers if you want OpenGL rendering...",
+         MessageStyle::Critical);
+    s.config.EnableOpenGL = 0;
+    WriteConfigFile(s, configPath);
+}
+
+int AskToSave(Session& s, const FlowHooks& hooks)
+{
+    if (!s.dirty)
+        return 1;
+    if (!s.ui)
+        return 0;
+    const std::string name = GetNameFromPath(s.projectPath, true);
+    const std::string text = s.hasName ? "Save changes to " + name + "?" : "Save " + name + "?";
+    switch (s.ui->AskYesNoCancel(text, "Fieldwright")) {
+    case Answer::Yes: {
+        std::string path = s.projectPath;
+        if (!s.hasName && !AskProjectName(s, path))
+            return 0;
+        // A save that failed keeps the session open, so that nothing is lost.
+        return SaveWithWait(s, path, hooks) ? 1 : 0;
+    }
+    case Answer::No:
+        return 1;
+    default:
+        return 0;
+    }
+}
+
+bool LoadProject(Session& s, const std::string& path, const FlowHooks& hooks)
+{
+    if (!FileExists(path)) {
+        Tell(s, DoesNotExistMessage(path), MessageStyle::Information);
+        return false;
+    }
+    ProjectData data;
+    if (!ReadProjectFile(path, data, s.ui, s.programFolder))
+        return false;
+
+    ResetForLoadedProject(s, path);
+    ClearStores(s.stores);
+    s.stores.PointStore = std::move(data.points);
+    s.stores.ShapeStore = std::move(data.shapes);
+    s.stores.ObjectStore = std::move(data.objects);
+    s.showFlags = std::move(data.showFlags);
+    s.project = std::move(data.project);
+
+    for (ObjectRecord& o : s.stores.ObjectStore) {
+        if (o.oType != kApi)
+            continue;
+        ReRootMacroPath(o, s.config, s.programFolder);
+        RebuildOutline(o, s.decimalSeparator);
+    }
+
+    if (!s.showFlags.BackImagePath.empty() && hooks.loadBackImage) {
+        if (!FileExists(s.showFlags.BackImagePath) || !hooks.loadBackImage(s, s.showFlags.BackImagePath)) {
+            s.showFlags.BackImagePath.clear();
+            s.showFlags.ShowBackPicture = 0;
+        }
+    }
+
+    // One record selected: the first shape, or else the first object.
+    Call(hooks.clearSelection, s);
+    std::vector<int> shapes, objects;
+    if (!s.stores.ObjectStore.empty()) {
+        objects = {0};
+        if (auto* flag = ShowFlagOf(s.showFlags, s.stores.ObjectStore[0].oType))
+            *flag = 1;
+    }
+    if (!s.stores.ShapeStore.empty()) {
+        objects.clear();
+        shapes = {0};
+        if (auto* flag = ShowFlagOf(s.showFlags, s.stores.ShapeStore[0].gType))
+            *flag = 1;
+    }
+    if (hooks.selectRecords && (!shapes.empty() || !objects.empty()))
+        hooks.selectRecords(s, shapes, objects, 0);
+
+    s.recent.addPath(path, s.ui);
+    s.config.FWTPath = GetFolderFromPath(path);
+    Call(hooks.titleChanged, s);
+    Call(hooks.redraw, s);
+    return true;
+}
+
+void MnuFnew(Session& s, const FlowHooks& hooks)
+{
+    if (!AskToSave(s, hooks))
+        return;
+    ResetForNewProject(s);
+    ClearStores(s.stores);
+    Call(hooks.clearSelection, s);
+    Call(hooks.titleChanged, s);
+    s.view.setMMode(0);
+    Call(hooks.resetTool, s);
+    Call(hooks.redraw, s);
+    if (s.ui) {
+        ProjectRecord copy = s.project;
+        if (s.ui->ProjectSettings(copy, true))
+            s.project = std::move(copy);
+    }
+}
+
+bool MnuFopen(Session& s, const FlowHooks& hooks)
+{
+    if (!AskToSave(s, hooks) || !s.ui)
+        return false;
+    FileDialogRequest r;
+    r.filter = kProjectFilter;
+    r.startFolder = s.config.FWTPath;
+    std::string path;
+    if (!s.ui->ChooseFile(r, path) || path.empty())
+        return false;
+    bool loaded;
+    {
+        WaitCursor wait(s.ui);
+        loaded = LoadProject(s, path, hooks);
+    }
+    AfterOpen(s, hooks);
+    return loaded;
+}
+
+bool MnuFrecent(Session& s, int entry, const FlowHooks& hooks)
+{
+    if (entry < 0 || entry > s.recent.nEntries())
+        return false;
+    const std::string path = s.recent.getEntry(entry);
+    if (!AskToSave(s, hooks))
+        return false;
+    bool loaded;
+    {
+        WaitCursor wait(s.ui);
+        loaded = LoadProject(s, path, hooks);
+    }
+    AfterOpen(s, hooks);
+    return loaded;
+}
+
+std::string RecentMenuLabel(const Session& s, int entry)
+{
+    const std::string head = "&" + std::to_string(entry + 1) + " - ";
+    if (!RecentMenuEnabled(s, entry))
+        return head + "Unavailable";
+    return head + GetNameFromPath(s.recent.getEntry(entry), true);
+}
+
+bool RecentMenuEnabled(const Session& s, int entry)
+{
+    return entry >= 0 && entry <= s.recent.nEntries();
+}
+
+bool WriteProject(Session& s, const std::string& path, const FlowHooks& hooks)
+{
+    ProjectData data;
+    data.version = 1;
+    data.showFlags = s.showFlags;
+    data.project = s.project;
+    data.points = s.stores.PointStore;
+    data.shapes = s.stores.ShapeStore;
+    data.objects = s.stores.ObjectStore;
+    if (!WriteProjectFile(path, data, s.ui))
+        return false;
+    const std::string before = s.projectPath;
+    MarkSaved(s);
+    s.projectPath = path;
+    if (path != before)
+        s.recent.addPath(path, s.ui);
+    Call(hooks.titleChanged, s);
+    s.config.FWTPath = GetFolderFromPath(path);
+    return true;
+}
+
+bool MnuFsave(Session& s, const FlowHooks& hooks)
+{
+    std::string path = s.projectPath;
+    if (!s.hasName && !AskProjectName(s, path))
+        return false;
+    return SaveWithWait(s, path, hooks);
+}
+
+bool MnuFsaveas(Session& s, const FlowHooks& hooks)
+{
+    std::string path;
+    if (!AskProjectName(s, path))
+        return false;
+    return SaveWithWait(s, path, hooks);
+}
+
+void NoteWindowOnExit(ConfigRecord& c, int windowState, int width, int height)
+{
+    c.WinStatus = windowState == kWindowMinimised ? 0 : windowState;
+    if (windowState == kWindowMaximised) {
+        c.WinWidth = 640;
+        c.WinHeight = 480;
+    } else {
+        c.WinWidth = width;
+        c.WinHeight = height;
+    }
+}
+
+bool ExitFlow(Session& s, int windowState, int width, int height, const std::string& configPath,
+              const FlowHooks& hooks)
+{
+    if (!AskToSave(s, hooks))
+        return false;
+    NoteWindowOnExit(s.config, windowState, width, height);
+    WriteConfigFile(s, configPath);
+    return true;
+}
+
+bool MnuFsaveselection(Session& s, const std::vector<int>& shapes, const std::vector<int>& objects,
+                       const FlowHooks&)
+{
+    if ((shapes.empty() && objects.empty()) || !s.ui)
+        return false;
+    FileDialogRequest r;
+    r.filter = kSelectionFilter;
+    r.startFolder = s.config.ImportPath;
+    r.defaultName = "Selection";
+    r.save = true;
+    std::string path;
+    if (!s.ui->ChooseFile(r, path) || path.empty())
+        return false;
+    path = WithExtension(path, "fso");
+    WaitCursor wait(s.ui);
+    std::vector<PointList> points;
+    std::vector<ShapeRecord> shapeRecords;
+    std::vector<ObjectRecord> objectRecords;
+    for (int i : shapes) {
+        if (i < 0 || i >= static_cast<int>(s.stores.ShapeStore.size()))
+            continue;
+        shapeRecords.push_back(s.stores.ShapeStore[i]);
+        points.push_back(s.stores.PointStore[i]);
+    }
+    for (int i : objects)
+        if (i >= 0 && i < static_cast<int>(s.stores.ObjectStore.size()))
+            objectRecords.push_back(s.stores.ObjectStore[i]);
+    return WriteSelectionFile(path, points, shapeRecords, objectRecords, s.ui);
+}
+
+bool ImportSelection(Session& s, const std::string& path, const FlowHooks& hooks)
+{
+    const Point target = ScreenToWorld(s.view, 10, 10);
+    Call(hooks.clearSelection, s);
+    if (!FileExists(path)) {
+        Tell(s, DoesNotExistMessage(path), MessageStyle::Information);
+        return false;
+    }
+    ProjectData data;
+    if (!ReadProjectFile(path, data, s.ui, s.programFolder))
+        return false;
+    if (data.shapes.empty() && data.objects.empty()) {
+        Tell(s, "There are no shapes/objects in the file!", MessageStyle::Information);
+        return false;
+    }
+    // The common box of what was read: shapes by their limits, objects by their position.
+    std::int64_t left = std::numeric_limits<std::int64_t>::max();
+    std::int64_t upper = std::numeric_limits<std::int64_t>::max();
+    for (const auto& sh : data.shapes) {
+        left = std::min<std::int64_t>(left, sh.gLimits[0]);
+        upper = std::min<std::int64_t>(upper, sh.gLimits[2]);
+    }
+    for (const auto& o : data.objects) {
+        left = std::min<std::int64_t>(left, o.PosX);
+        upper = std::min<std::int64_t>(upper, o.PosY);
+    }
+    if (s.stores.ShapeStore.size() + data.shapes.size() > static_cast<std::size_t>(kMaxShapes) ||
+        s.stores.ObjectStore.size() + data.objects.size() > static_cast<std::size_t>(kMaxObjects))
+        return false;
+
+    const std::int64_t dx = static_cast<std::int64_t>(target.X) - left;
+    const std::int64_t dy = static_cast<std::int64_t>(target.Y) - upper;
+    auto fits = [](std::int64_t v) { return v >= INT32_MIN && v <= INT32_MAX; };
+    bool inRange = true;
+    for (const auto& pts : data.points)
+        for (const auto& p : pts)
+            inRange = inRange && fits(p.X + dx) && fits(p.Y + dy);
+    for (const auto& o : data.objects)
+        inRange = inRange && fits(o.PosX + dx) && fits(o.PosY + dy);
+    if (!inRange) {
+        Tell(s, "Unable to import the file! Its coordinates are out of range.", MessageStyle::Critical);
+        return false;
+    }
+
+    Call(hooks.undoPrepare, s);
+    std::vector<int> newShapes, newObjects;
+    for (std::size_t i = 0; i < data.shapes.size(); ++i) {
+        PointList moved = data.points[i];
+        for (auto& p : moved)
+            p = {static_cast<std::int32_t>(p.X + dx), static_cast<std::int32_t>(p.Y + dy)};
+        newShapes.push_back(static_cast<int>(s.stores.ShapeStore.size()));
+        AppendShape(s.stores, data.shapes[i], moved);
+        if (auto* flag = ShowFlagOf(s.showFlags, data.shapes[i].gType))
+            *flag = 1;
+    }
+    for (auto& o : data.objects) {
+        o.PosX = static_cast<std::int32_t>(o.PosX + dx);
+        o.PosY = static_cast<std::int32_t>(o.PosY + dy);
+        if (o.oType == kApi)
+            RebuildOutline(o, s.decimalSeparator);
+        newObjects.push_back(static_cast<int>(s.stores.ObjectStore.size()));
+        if (auto* flag = ShowFlagOf(s.showFlags, o.oType))
+            *flag = 1;
+        s.stores.ObjectStore.push_back(std::move(o));
+    }
+    if (hooks.selectRecords)
+        hooks.selectRecords(s, newShapes, newObjects, 3);
+    if (hooks.markChanged)
+        hooks.markChanged(s);
+    else
+        s.dirty = 1;
+    Call(hooks.redraw, s);
+    return true;
+}
+
+bool MnuFimportshape(Session& s, const FlowHooks& hooks)
+{
+    if (!s.ui)
+        return false;
+    FileDialogRequest r;
+    r.filter = kSelectionOpenFilter;
+    r.startFolder = s.config.ImportPath;
+    std::string path;
+    if (!s.ui->ChooseFile(r, path) || path.empty())
+        return false;
+    return ImportSelection(s, path, hooks);
+}
+
+} // namespace fw
