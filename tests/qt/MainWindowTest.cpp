@@ -7,11 +7,16 @@
 #include <QToolBar>
 
 #include "core/Config.h"
+#include "core/Numbers.h"
 #include "core/Session.h"
+#include "editor/Commands.h"
+#include "platform/PosixProcess.h"
+#include "platform/ScriptedUi.h"
 #include "platform/qt/CanvasWidget.h"
 #include "platform/qt/MainWindow.h"
 #include "platform/qt/QtUi.h"
 #include "platform/qt/Startup.h"
+#include "platform/qt/Wiring.h"
 
 namespace fw::qt {
 namespace {
@@ -270,6 +275,82 @@ TEST(Splash, MainWindowAtTheSecondTickAndClosedAtTheFourth)
     EXPECT_EQ(shown, 1);
     EXPECT_FALSE(splash.isVisible());
     EXPECT_FALSE(splash.timer().isActive());
+}
+
+} // namespace
+} // namespace fw::qt
+
+namespace fw::qt {
+namespace {
+
+using Timer1 = Fixture;
+
+TEST_F(Timer1, TickWritesTheEnablingOfTheMenusAndTheToolStrip)
+{
+    MainWindow w(session, ui);
+    w.Load();
+    w.Tick();
+    // Nothing selected, nothing drawn: Edit is off but for what the flags allow.
+    EXPECT_FALSE(w.action("MnuEcopy")->isEnabled());
+    EXPECT_FALSE(w.action("MnuEdelete")->isEnabled());
+    EXPECT_FALSE(w.action("MnuEundo")->isEnabled());
+    EXPECT_FALSE(w.action("MnuFexport")->isEnabled());
+    EXPECT_FALSE(w.action("MnuFbgl")->isEnabled());
+    EXPECT_FALSE(w.action("MnuFrecent1")->isEnabled());
+    EXPECT_TRUE(w.action("MnuFimportshape")->isEnabled());
+    EXPECT_TRUE(w.action("MnuC225")->isChecked());
+    EXPECT_FALSE(w.action("MnuC2100")->isChecked());
+
+    session.canUndo = 1;
+    AppendShape(session.stores, ShapeRecord{}, PointList{});
+    session.view.setZoom(1.0);
+    w.Tick();
+    EXPECT_TRUE(w.action("MnuEundo")->isEnabled());
+    EXPECT_TRUE(w.action("MnuFexport")->isEnabled());
+    EXPECT_TRUE(w.action("MnuFbgl")->isEnabled());
+    EXPECT_TRUE(w.action("MnuC2100")->isChecked());
+    EXPECT_FALSE(w.action("MnuC225")->isChecked());
+    EXPECT_EQ(w.panel(6)->text(), "100 %");
+
+    Menu_DisableToolBar(session);
+    Menu_Disable(session);
+    w.Tick();
+    EXPECT_FALSE(w.action("poly")->isEnabled());
+    EXPECT_FALSE(w.action("mPreview")->isEnabled());
+    EXPECT_FALSE(w.menu("MnuFile")->menuAction()->isEnabled());
+    Menu_EnableToolBar(session);
+    Menu_Enable(session);
+    w.Tick();
+    EXPECT_TRUE(w.action("poly")->isEnabled());
+    EXPECT_TRUE(w.menu("MnuHelp")->menuAction()->isEnabled());
+}
+
+TEST_F(Timer1, CommandFaultsStopWithAMessageAndTheWindowGoesOn)
+{
+    ScriptedUi scripted;
+    session.ui = &scripted;
+    MainWindow w(session, ui);
+    w.connectCommand("MnuEflipx", [] { throw OperationFault("Coordinates out of range"); });
+    w.action("MnuEflipx")->setEnabled(true);
+    w.action("MnuEflipx")->trigger();
+    ASSERT_EQ(scripted.Messages().size(), 1u);
+    EXPECT_EQ(scripted.Messages()[0], "Coordinates out of range");
+    EXPECT_EQ(scripted.calls[0].style, MessageStyle::Critical);
+}
+
+TEST_F(Timer1, ExportCommandsAskForTheirFiles)
+{
+    ScriptedUi scripted;
+    session.ui = &scripted;
+    PosixProcess process;
+    MainWindow w(session, ui);
+    WireExportCommands(w, session, process);
+    AppendShape(session.stores, ShapeRecord{}, PointList{});
+    w.Tick();
+    w.action("MnuFexport")->trigger();
+    ASSERT_EQ(scripted.fileRequests.size(), 1u);
+    EXPECT_TRUE(scripted.fileRequests[0].save);
+    EXPECT_EQ(scripted.fileRequests[0].filter, "Text format (*.txt)|*.txt");
 }
 
 } // namespace

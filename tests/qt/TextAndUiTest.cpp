@@ -2,13 +2,10 @@
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QDir>
-#include <QFileInfo>
 #include <QLabel>
 #include <QLocale>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTimer>
 
 #include "platform/ScriptedUi.h"
@@ -72,19 +69,6 @@ TEST(DecimalSeparator, PointAndCommaAreTakenOthersEndTheStartWithTheirMessage)
 
     EXPECT_EQ(SystemDecimalSeparator(QLocale(QLocale::German, QLocale::Germany), ui), ',');
     EXPECT_EQ(SystemDecimalSeparator(QLocale(QLocale::English, QLocale::UnitedStates), ui), '.');
-}
-
-TEST(ConfigFilePath, ProgramFolderWhenWritableElseTheUserConfigurationFolder)
-{
-    QTemporaryDir dir;
-    ASSERT_TRUE(dir.isValid());
-    const std::string program = dir.path().toStdString() + "/";
-    EXPECT_EQ(ConfigFilePath(program, "/nowhere"), program + "Fieldwright.cfg");
-
-    const std::string missing = dir.path().toStdString() + "/no such folder/";
-    const std::string home = dir.path().toStdString() + "/home config";
-    EXPECT_EQ(ConfigFilePath(missing, home), home + "/Fieldwright/Fieldwright.cfg");
-    EXPECT_TRUE(QFileInfo(QString::fromStdString(home + "/Fieldwright")).isDir());
 }
 
 TEST(FormInform, CheckBoxSilencesTheTipAndMinusOneHidesIt)

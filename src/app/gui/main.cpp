@@ -5,14 +5,16 @@
 #include <QApplication>
 #include <QLocale>
 
-#include "core/Config.h"
 #include "core/Session.h"
 #include "core/Stores.h"
+#include "files/ConfigFile.h"
 #include "platform/Host.h"
+#include "platform/PosixProcess.h"
 #include "platform/qt/MainWindow.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtUi.h"
 #include "platform/qt/Startup.h"
+#include "platform/qt/Wiring.h"
 
 int main(int argc, char** argv)
 {
@@ -25,6 +27,7 @@ int main(int argc, char** argv)
 
     fw::Session session;
     fw::qt::QtUi ui;
+    fw::PosixProcess process;
     session.ui = &ui;
 
     const std::optional<char> separator = fw::qt::SystemDecimalSeparator(QLocale::system(), ui);
@@ -37,16 +40,19 @@ int main(int argc, char** argv)
     fw::ResetAtStart(session);
     fw::ClearStores(session.stores);
 
-    const std::string configPath = fw::qt::ConfigFilePath(session.programFolder);
-    fw::ResetConfig(session.config, session.programFolder);
+    const std::string configPath = fw::ConfigFilePath(session.programFolder);
+    fw::ReadConfigFile(session, configPath);
+    // A change of this preference takes effect at the next start only.
     session.openGLActive = session.config.EnableOpenGL;
 
     fw::qt::MainWindowHooks hooks;
+    hooks.writeConfig = [&] { fw::WriteConfigFile(session, configPath); };
     hooks.endProgram = [] { QCoreApplication::quit(); };
 
     std::unique_ptr<fw::qt::MainWindow> window;
     fw::qt::SplashWindow splash([&] {
         window = std::make_unique<fw::qt::MainWindow>(session, ui, hooks);
+        fw::qt::WireExportCommands(*window, session, process);
         window->Load();
     });
     splash.show();

@@ -7,11 +7,14 @@
 #include <QCloseEvent>
 #include <QLabel>
 #include <QMenu>
+#include <QGuiApplication>
 #include <QMenuBar>
+#include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
 
 #include "core/Numbers.h"
+#include "editor/Commands.h"
 #include "platform/qt/CanvasWidget.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtUi.h"
@@ -208,7 +211,7 @@ void MainWindow::buildToolBar()
     toolBar_->setObjectName("Toolbar1");
     toolBar_->setMovable(false);
     toolBar_->setFloatable(false);
-    toolBar_->setIconSize(QSize(24, 24));
+    toolBar_->setIconSize(QSize(18, 18));
     toolBar_->setContextMenuPolicy(Qt::PreventContextMenu);
     auto* modes = new QActionGroup(this);
     modes->setExclusive(true);
@@ -274,6 +277,8 @@ void MainWindow::Load()
     menus_.value("MnuClick2")->menuAction()->setVisible(false);
     menus_.value("MnuClick3")->menuAction()->setVisible(false);
     resize(std::max(1, session_.config.WinWidth), std::max(1, session_.config.WinHeight));
+    if (QScreen* screen = QGuiApplication::primaryScreen())
+        move(screen->availableGeometry().center() - rect().center());
     UpdateTitle();
     switch (session_.config.WinStatus) {
     case 2: showMaximized(); break;
@@ -303,8 +308,49 @@ void MainWindow::UpdateRecentLabels()
 
 void MainWindow::Tick()
 {
-    panels_[3]->setText(QString());
-    panels_[6]->setText(ToQt(LocalReal(session_.view.zoom() * 100.0, session_.decimalSeparator) + " %"));
+    // The tick only writes flags and texts; it never paints.
+    const MenuState state = ComputeMenuState(session_);
+    for (const auto& [name, item] : state.items) {
+        QAction* a = action(QString::fromStdString(name));
+        if (!a)
+            continue;
+        if (item.enabled)
+            a->setEnabled(*item.enabled);
+        if (item.checked) {
+            a->setCheckable(true);
+            a->setChecked(*item.checked);
+        }
+    }
+    for (const auto& [name, enabled] : state.topMenus)
+        if (QMenu* m = menu(QString::fromStdString(name)))
+            m->menuAction()->setEnabled(enabled);
+    for (const auto& [key, enabled] : state.toolButtons)
+        if (QAction* a = action(QString::fromStdString(key)))
+            a->setEnabled(enabled);
+    panels_[3]->setText(ToQt(state.panel3));
+    panels_[4]->setText(ToQt(state.panel4));
+    panels_[5]->setText(ToQt(state.panel5));
+    panels_[6]->setText(ToQt(state.panel6));
+}
+
+void MainWindow::connectCommand(const QString& name, std::function<void()> work)
+{
+    QAction* a = action(name);
+    if (!a)
+        return;
+    connect(a, &QAction::triggered, this, [this, work = std::move(work)] { RunGuarded(work); });
+}
+
+void MainWindow::RunGuarded(const std::function<void()>& work)
+{
+    Ui& ui = session_.ui ? *session_.ui : static_cast<Ui&>(ui_);
+    try {
+        work();
+    } catch (const std::exception& e) {
+        // OperationFault and anything else: the command stops, the window goes on.
+        ui.SetWaitCursor(false);
+        ui.Message(e.what(), MessageStyle::Critical);
+    }
 }
 
 void MainWindow::StoreWindowPlacement()

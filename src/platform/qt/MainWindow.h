@@ -69,6 +69,11 @@ public:
     // One tick of Timer1.
     void Tick();
 
+    // Connects a menu command or tool button to work run inside a guard: a fault stops the command
+    // with a message and the window goes on.
+    void connectCommand(const QString& name, std::function<void()> work);
+    void RunGuarded(const std::function<void()>& work);
+
     // The exit steps after the user agreed: window state and size into the configuration, write it.
     void StoreWindowPlacement();
 

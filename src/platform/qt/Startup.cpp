@@ -1,12 +1,10 @@
 #include "platform/qt/Startup.h"
 
-#include <QDir>
-#include <QFileInfo>
+#include <QGuiApplication>
 #include <QLinearGradient>
 #include <QPainter>
-#include <QStandardPaths>
+#include <QScreen>
 
-#include "platform/qt/QtText.h"
 
 namespace fw::qt {
 
@@ -34,27 +32,6 @@ std::optional<char> SystemDecimalSeparator(const QLocale& locale, Ui& ui)
     return CheckDecimalSeparator(locale.decimalPoint(), ui);
 }
 
-std::string ConfigFilePath(const std::string& programFolder, const std::string& configHome)
-{
-    const QString folder = PathToQt(programFolder);
-    const QString file = QDir(folder).filePath("Fieldwright.cfg");
-    const QFileInfo folderInfo(folder);
-    const QFileInfo fileInfo(file);
-    if (folderInfo.isDir() && folderInfo.isWritable() && (!fileInfo.exists() || fileInfo.isWritable()))
-        return PathFromQt(file);
-    const QString userFolder = QDir(PathToQt(configHome)).filePath("Fieldwright");
-    QDir().mkpath(userFolder);
-    return PathFromQt(QDir(userFolder).filePath("Fieldwright.cfg"));
-}
-
-std::string ConfigFilePath(const std::string& programFolder)
-{
-    QString home = qEnvironmentVariable("XDG_CONFIG_HOME");
-    if (home.isEmpty())
-        home = QDir::home().filePath(".config");
-    return ConfigFilePath(programFolder, PathFromQt(home));
-}
-
 SplashWindow::SplashWindow(std::function<void()> showMainWindow, QWidget* parent)
     : QWidget(parent, Qt::SplashScreen | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
       showMainWindow_(std::move(showMainWindow))
@@ -62,6 +39,8 @@ SplashWindow::SplashWindow(std::function<void()> showMainWindow, QWidget* parent
     setObjectName("FormSplash");
     setAttribute(Qt::WA_DeleteOnClose, false);
     setFixedSize(420, 240);
+    if (QScreen* screen = QGuiApplication::primaryScreen())
+        move(screen->availableGeometry().center() - rect().center());
     timer_.setInterval(500);
     connect(&timer_, &QTimer::timeout, this, &SplashWindow::tick);
     timer_.start();

@@ -3,7 +3,6 @@
 
 #include <functional>
 #include <optional>
-#include <string>
 
 #include <QLocale>
 #include <QTimer>
@@ -18,11 +17,6 @@ namespace fw::qt {
 std::optional<char> SystemDecimalSeparator(const QLocale& locale, Ui& ui);
 // The same test on the separator text itself (empty: the locale gave no answer).
 std::optional<char> CheckDecimalSeparator(const QString& separator, Ui& ui);
-
-// "Fieldwright.cfg" in the program folder when that folder can be written, else in the user's
-// configuration folder (created when missing). configHome is $XDG_CONFIG_HOME or its default.
-std::string ConfigFilePath(const std::string& programFolder, const std::string& configHome);
-std::string ConfigFilePath(const std::string& programFolder);
 
 // The splash window. Its timer ticks every 500 ms: the main window comes at the second tick, the
 // splash closes at the fourth.
