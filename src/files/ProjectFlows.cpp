@@ -157,21 +157,23 @@ bool LoadProject(Session& s, const std::string& path, const FlowHooks& hooks)
     }
 
     // One record selected: the first shape, or else the first object.
-    Call(hooks.clearSelection, s);
-    std::vector<int> shapes, objects;
+    CSelection& sel = s.editor.selection;
+    sel.reset();
     if (!s.stores.ObjectStore.empty()) {
-        objects = {0};
-        if (auto* flag = ShowFlagOf(s.showFlags, s.stores.ObjectStore[0].oType))
+        const ObjectRecord& o = s.stores.ObjectStore[0];
+        sel.addEntry(0, 1, o.PosX, o.PosX, o.PosY, o.PosY);
+        sel.setState(3);
+        if (auto* flag = ShowFlagOf(s.showFlags, o.oType))
             *flag = 1;
     }
     if (!s.stores.ShapeStore.empty()) {
-        objects.clear();
-        shapes = {0};
-        if (auto* flag = ShowFlagOf(s.showFlags, s.stores.ShapeStore[0].gType))
+        const ShapeRecord& shape = s.stores.ShapeStore[0];
+        sel.reset();
+        sel.addEntry(0, 0, shape.gLimits[0], shape.gLimits[1], shape.gLimits[2], shape.gLimits[3]);
+        sel.setState(1);
+        if (auto* flag = ShowFlagOf(s.showFlags, shape.gType))
             *flag = 1;
     }
-    if (hooks.selectRecords && (!shapes.empty() || !objects.empty()))
-        hooks.selectRecords(s, shapes, objects, 0);
 
     s.recent.addPath(path, s.ui);
     s.config.FWTPath = GetFolderFromPath(path);
@@ -186,7 +188,7 @@ void MnuFnew(Session& s, const FlowHooks& hooks)
         return;
     ResetForNewProject(s);
     ClearStores(s.stores);
-    Call(hooks.clearSelection, s);
+    s.editor.selection.reset();
     Call(hooks.titleChanged, s);
     s.view.setMMode(0);
     Call(hooks.resetTool, s);
@@ -305,8 +307,15 @@ bool ExitFlow(Session& s, int windowState, int width, int height, const std::str
     return true;
 }
 
-bool MnuFsaveselection(Session& s, const std::vector<int>& shapes, const std::vector<int>& objects,
-                       const FlowHooks&)
+bool MnuFsaveselection(Session& s)
+{
+    const CSelection& sel = s.editor.selection;
+    std::vector<int> shapes(sel.SelShapes().begin(), sel.SelShapes().end());
+    std::vector<int> objects(sel.SelObjects().begin(), sel.SelObjects().end());
+    return SaveSelectionRecords(s, shapes, objects);
+}
+
+bool SaveSelectionRecords(Session& s, const std::vector<int>& shapes, const std::vector<int>& objects)
 {
     if ((shapes.empty() && objects.empty()) || !s.ui)
         return false;
@@ -338,7 +347,7 @@ bool MnuFsaveselection(Session& s, const std::vector<int>& shapes, const std::ve
 bool ImportSelection(Session& s, const std::string& path, const FlowHooks& hooks)
 {
     const Point target = ScreenToWorld(s.view, 10, 10);
-    Call(hooks.clearSelection, s);
+    s.editor.selection.reset();
     if (!FileExists(path)) {
         Tell(s, DoesNotExistMessage(path), MessageStyle::Information);
         return false;
@@ -380,13 +389,14 @@ bool ImportSelection(Session& s, const std::string& path, const FlowHooks& hooks
     }
 
     Call(hooks.undoPrepare, s);
-    std::vector<int> newShapes, newObjects;
+    CSelection& sel = s.editor.selection;
     for (std::size_t i = 0; i < data.shapes.size(); ++i) {
         PointList moved = data.points[i];
         for (auto& p : moved)
             p = {static_cast<std::int32_t>(p.X + dx), static_cast<std::int32_t>(p.Y + dy)};
-        newShapes.push_back(static_cast<int>(s.stores.ShapeStore.size()));
         AppendShape(s.stores, data.shapes[i], moved);
+        const auto& l = s.stores.ShapeStore.back().gLimits;
+        sel.addEntry(s.stores.ShapeCount() - 1, 0, l[0], l[1], l[2], l[3]);
         if (auto* flag = ShowFlagOf(s.showFlags, data.shapes[i].gType))
             *flag = 1;
     }
@@ -395,13 +405,12 @@ bool ImportSelection(Session& s, const std::string& path, const FlowHooks& hooks
         o.PosY = static_cast<std::int32_t>(o.PosY + dy);
         if (o.oType == kApi)
             RebuildOutline(o, s.decimalSeparator);
-        newObjects.push_back(static_cast<int>(s.stores.ObjectStore.size()));
+        sel.addEntry(static_cast<int>(s.stores.ObjectStore.size()), 1, o.PosX, o.PosX, o.PosY, o.PosY);
         if (auto* flag = ShowFlagOf(s.showFlags, o.oType))
             *flag = 1;
         s.stores.ObjectStore.push_back(std::move(o));
     }
-    if (hooks.selectRecords)
-        hooks.selectRecords(s, newShapes, newObjects, 3);
+    sel.setState(3);
     if (hooks.markChanged)
         hooks.markChanged(s);
     else

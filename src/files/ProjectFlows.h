@@ -1,6 +1,7 @@
 // The session flows of the File menu: New, Open, the recent files, Save, Save as, Exit, and the
-// selection files. Questions go through s.ui; what needs the editor or the window (selection,
-// painting, the tool bar, the background picture) goes through the hooks.
+// selection files. Questions go through s.ui and the selection is s.editor.selection; what needs
+// the editor's undo or the window (painting, the tool bar, the background picture) goes through
+// the hooks.
 #pragma once
 
 #include <functional>
@@ -15,12 +16,6 @@ struct FlowHooks {
     // Loads the background picture into s.bitmap; false when it can't be loaded. Without this
     // hook the picture's path and flag are left as the file has them.
     std::function<bool(Session&, const std::string& path)> loadBackImage;
-    // Empties the selection.
-    std::function<void(Session&)> clearSelection;
-    // Selects records (shape and object indices) after an open (state 0: as a click would) or an
-    // import (state 3).
-    std::function<void(Session&, const std::vector<int>& shapes, const std::vector<int>& objects, int state)>
-        selectRecords;
     // Before and after an undoable change (import). Without markChanged, dirty is set to 1.
     std::function<void(Session&)> undoPrepare;
     std::function<void(Session&)> markChanged;
@@ -76,9 +71,10 @@ bool ExitFlow(Session& s, int windowState, int width, int height, const std::str
 // Minimised is stored as 0; maximised stores 640 by 480.
 void NoteWindowOnExit(ConfigRecord& c, int windowState, int width, int height);
 
-// MnuFsaveselection on the selected records, in the order of the selection. True when written.
-bool MnuFsaveselection(Session& s, const std::vector<int>& shapes, const std::vector<int>& objects,
-                       const FlowHooks& hooks = {});
+// MnuFsaveselection: the records of s.editor.selection, in its order. True when written.
+bool MnuFsaveselection(Session& s);
+// The same on given shape and object indices.
+bool SaveSelectionRecords(Session& s, const std::vector<int>& shapes, const std::vector<int>& objects);
 // MnuFimportshape: the file's records placed at the view's pixel (10,10). True when imported.
 bool MnuFimportshape(Session& s, const FlowHooks& hooks = {});
 // The import without its file dialog.
