@@ -1,13 +1,161 @@
 #include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <vector>
 
 #include "app/cli/Commands.h"
+#include "core/Helpers.h"
+#include "core/Session.h"
+#include "files/ConfigFile.h"
+#include "files/ProjectFlows.h"
+#include "files/TextFile.h"
+#include "platform/Ui.h"
+#include "render/Bitmap.h"
+#include "render/Paint.h"
+#include "render/RasterCanvas.h"
 
 namespace fw::cli {
 
-int Render(const Args&)
+namespace {
+
+constexpr const char* kRenderUsage =
+    "usage: fieldwright-cli render FILE.fwt OUT.png [--size WxH] [--zoom Z] [--offset X Y]\n"
+    "  --size    canvas size in pixels (default 800x600)\n"
+    "  --zoom    pixels per world unit (default 0.25, the zoom of an opened project)\n"
+    "  --offset  the view's pan offset offX offY in world units (default 0 0)\n";
+
+// Messages go to stderr; every question is answered as a closed dialog would.
+class RenderUi : public Ui {
+public:
+    void Message(const std::string& text, MessageStyle, const std::string&) override
+    {
+        std::fprintf(stderr, "%s\n", text.c_str());
+    }
+    Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::Cancel; }
+    Answer AskYesNo(const std::string&, const std::string&) override { return Answer::No; }
+    bool ChooseFile(const FileDialogRequest&, std::string&) override { return false; }
+    bool ChooseFolder(const std::string&, const std::string&, std::string&) override { return false; }
+    int ShowTip(const std::string&, int flag) override { return flag; }
+    void SetWaitCursor(bool) override {}
+    void SetPointer(Pointer) override {}
+    bool OpenExternal(const std::string&) override { return false; }
+};
+
+bool ParseInt(const std::string& text, long long lo, long long hi, long long& out)
 {
-    std::fputs("this command is not available yet\n", stderr);
-    return 2;
+    char* end = nullptr;
+    const long long v = std::strtoll(text.c_str(), &end, 10);
+    if (text.empty() || *end != '\0' || v < lo || v > hi)
+        return false;
+    out = v;
+    return true;
+}
+
+struct RenderOptions {
+    std::string project;
+    std::string png;
+    int width = 800;
+    int height = 600;
+    double zoom = 0.25;
+    std::int32_t offX = 0;
+    std::int32_t offY = 0;
+};
+
+bool ParseOptions(const Args& args, RenderOptions& o)
+{
+    std::vector<std::string> positional;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        const std::string& a = args[i];
+        if (a == "--size" && i + 1 < args.size()) {
+            const std::string& v = args[++i];
+            const auto x = v.find('x');
+            long long w = 0;
+            long long h = 0;
+            if (x == std::string::npos || !ParseInt(v.substr(0, x), 1, 16384, w) ||
+                !ParseInt(v.substr(x + 1), 1, 16384, h)) {
+                std::fprintf(stderr, "bad --size '%s': expected WxH, each 1 to 16384\n", v.c_str());
+                return false;
+            }
+            o.width = static_cast<int>(w);
+            o.height = static_cast<int>(h);
+        } else if (a == "--zoom" && i + 1 < args.size()) {
+            const std::string& v = args[++i];
+            char* end = nullptr;
+            const double z = std::strtod(v.c_str(), &end);
+            if (v.empty() || *end != '\0' || !(z >= 0.001 && z <= 1000)) {
+                std::fprintf(stderr, "bad --zoom '%s': expected a number from 0.001 to 1000\n", v.c_str());
+                return false;
+            }
+            o.zoom = z;
+        } else if (a == "--offset" && i + 2 < args.size()) {
+            long long x = 0;
+            long long y = 0;
+            if (!ParseInt(args[i + 1], -1000000, 1000000, x) || !ParseInt(args[i + 2], -1000000, 1000000, y)) {
+                std::fprintf(stderr, "bad --offset '%s %s': expected two whole numbers\n", args[i + 1].c_str(),
+                             args[i + 2].c_str());
+                return false;
+            }
+            o.offX = static_cast<std::int32_t>(x);
+            o.offY = static_cast<std::int32_t>(y);
+            i += 2;
+        } else if (a.rfind("--", 0) == 0) {
+            std::fprintf(stderr, "unknown or incomplete option '%s'\n%s", a.c_str(), kRenderUsage);
+            return false;
+        } else {
+            positional.push_back(a);
+        }
+    }
+    if (positional.size() != 2) {
+        std::fputs(kRenderUsage, stderr);
+        return false;
+    }
+    o.project = positional[0];
+    o.png = positional[1];
+    return true;
+}
+
+} // namespace
+
+int Render(const Args& args)
+{
+    RenderOptions o;
+    if (!ParseOptions(args, o))
+        return 2;
+
+    RenderUi ui;
+    Session s;
+    s.programFolder = ProgramFolder();
+    s.ui = &ui;
+    ResetAtStart(s);
+    ResetConfig(s.config, s.programFolder);
+    // The grid's spacings and colours come from the configuration, read but never created here.
+    const std::string configPath = ConfigFilePath(s.programFolder);
+    std::string configText;
+    if (FileExists(configPath) && ReadWholeFile(configPath, configText))
+        ReadConfigText(s, configText);
+
+    FlowHooks hooks;
+    hooks.loadBackImage = [](Session& session, const std::string& path) {
+        return CBitmap(session.bitmap).GetPicture(path, session.ui);
+    };
+    if (!LoadProject(s, o.project, hooks))
+        return 1;
+
+    s.view.setSWidth(o.width);
+    s.view.setSHeight(o.height);
+    s.view.reset();
+    s.view.setZoom(o.zoom);
+    s.view.setOffX(o.offX);
+    s.view.setOffY(o.offY);
+
+    RasterCanvas back(o.width, o.height);
+    RasterCanvas window(o.width, o.height);
+    PaintFrame(s, window, back);
+    if (!WritePng(o.png, window.Width(), window.Height(), window.Pixels())) {
+        std::fprintf(stderr, "Unable to write '%s'\n", o.png.c_str());
+        return 1;
+    }
+    return 0;
 }
 
 } // namespace fw::cli

@@ -1,0 +1,69 @@
+// A Canvas on a plain pixel buffer, with the pixel rules of the GDI: lines leave out their last
+// pixel, rectangles leave out their right and bottom edge, polygons fill by the alternate rule.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/Canvas.h"
+
+namespace fw {
+
+class RasterCanvas : public Canvas {
+public:
+    RasterCanvas(int width, int height);
+
+    int Width() const override { return width_; }
+    int Height() const override { return height_; }
+    Pen SelectPen(const Pen& pen) override;
+    Brush SelectBrush(const Brush& brush) override;
+    RasterOp SetROP2(RasterOp op) override;
+    BkMode SetBkMode(BkMode mode) override;
+    void MoveToEx(int x, int y) override;
+    void LineTo(int x, int y) override;
+    void Polygon(const std::vector<PixelPoint>& points) override;
+    void Rectangle(int left, int top, int right, int bottom) override;
+    void BlitPixels(int x, int y, int width, int height, const std::vector<std::uint32_t>& pixels) override;
+    void FillWhite(int x, int y, int width, int height) override;
+    void CopyFrom(const Canvas& source) override;
+    void StretchPixels(int x, int y, int width, int height, const std::vector<std::uint32_t>& pixels,
+                       int srcWidth, int srcHeight) override;
+
+    // 0x00RRGGBB, row-major.
+    const std::vector<std::uint32_t>& Pixels() const { return pixels_; }
+    std::uint32_t Pixel(int x, int y) const;
+
+private:
+    void Plot(int x, int y, std::uint32_t rgb);
+    void PenPixel(int x, int y, bool on);
+    void Line(int x0, int y0, int x1, int y1);
+    void FillSpan(int y, int x0, int x1);
+
+    int width_;
+    int height_;
+    std::vector<std::uint32_t> pixels_;
+    Pen pen_;
+    Brush brush_{Brush::Kind::Solid, 0xFFFFFF};
+    RasterOp rop_ = RasterOp::CopyPen;
+    BkMode bkMode_ = BkMode::Opaque;
+    int curX_ = 0;
+    int curY_ = 0;
+    int styleStep_ = 0; // position in the dotted pen's pattern, carried along a polyline
+};
+
+// 0x00BBGGRR to 0x00RRGGBB.
+constexpr std::uint32_t ToRgb(std::int32_t colorRef)
+{
+    const auto c = static_cast<std::uint32_t>(colorRef);
+    return ((c & 0xFF) << 16) | (c & 0xFF00) | ((c >> 16) & 0xFF);
+}
+
+// Writes 8-bit RGB as PNG (stored deflate blocks); false when the file can't be written.
+bool WritePng(const std::string& path, int width, int height, const std::vector<std::uint32_t>& pixels);
+// The PNG bytes themselves.
+std::vector<unsigned char> EncodePng(int width, int height, const std::vector<std::uint32_t>& pixels);
+std::uint32_t Crc32(const unsigned char* data, std::size_t size, std::uint32_t crc = 0);
+std::uint32_t Adler32(const unsigned char* data, std::size_t size);
+
+} // namespace fw
