@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -205,56 +207,95 @@ TEST_F(MainWindowFrame, CanvasKeepsTheViewSizeFourPixelsSmaller)
     EXPECT_EQ(session.view.sHeight(), 0);
 }
 
-using Exit = Fixture;
-
-TEST_F(Exit, CancelKeepsTheWindowAndWritesNothing)
-{
-    int asked = 0;
-    int written = 0;
+struct Exit : Fixture {
+    Exit()
+    {
+        session.ui = &scripted;
+        configPath = dir.filePath("Fieldwright.cfg").toStdString();
+    }
+    std::string ConfigText() const
+    {
+        QFile f(QString::fromStdString(configPath));
+        if (!f.open(QIODevice::ReadOnly))
+            return {};
+        return f.readAll().toStdString();
+    }
+    ScriptedUi scripted;
+    QTemporaryDir dir;
+    std::string configPath;
     int ended = 0;
-    MainWindowHooks hooks{[&] { ++asked; return 0; }, [&] { ++written; }, [&] { ++ended; }};
-    MainWindow w(session, ui, hooks);
+};
+
+TEST_F(Exit, CancelAtTheSavePromptKeepsTheWindowAndWritesNothing)
+{
+    MainWindow w(session, ui);
+    WireFileCommands(w, session, configPath, [this] { ++ended; });
     w.Load();
+    session.dirty = 1;
+    scripted.answers = {Answer::Cancel};
     w.action("MnuFexit")->trigger();
-    EXPECT_EQ(asked, 1);
+    ASSERT_EQ(scripted.calls.size(), 1u);
+    EXPECT_EQ(scripted.calls[0].kind, "yesnocancel");
+    EXPECT_EQ(scripted.calls[0].text, "Save New project.fwt?");
     EXPECT_TRUE(w.isVisible());
-    EXPECT_EQ(written, 0);
-    EXPECT_EQ(ended, 0);
     EXPECT_TRUE(w.timer1().isActive());
+    EXPECT_EQ(ended, 0);
+    EXPECT_FALSE(QFile::exists(QString::fromStdString(configPath)));
+    EXPECT_EQ(session.dirty, 1);
 }
 
-TEST_F(Exit, GoingOnStoresTheWindowSizeAndWritesTheConfiguration)
+TEST_F(Exit, NoClosesAndWritesTheWindowSizeIntoTheConfiguration)
 {
-    session.config.WinWidth = 720;
-    session.config.WinHeight = 530;
-    int written = 0;
-    int ended = 0;
-    MainWindowHooks hooks{[] { return 1; }, [&] {
-                              ++written;
-                              EXPECT_EQ(session.config.WinWidth, 750);
-                              EXPECT_EQ(session.config.WinHeight, 560);
-                              EXPECT_EQ(session.config.WinStatus, 0);
-                          },
-                          [&] { ++ended; }};
-    MainWindow w(session, ui, hooks);
+    MainWindow w(session, ui);
+    WireFileCommands(w, session, configPath, [this] { ++ended; });
     w.Load();
     w.resize(750, 560);
+    session.dirty = 1;
+    session.hasName = 1;
+    session.projectPath = dir.filePath("field.fwt").toStdString();
+    scripted.answers = {Answer::No};
     EXPECT_TRUE(w.close());
+    ASSERT_EQ(scripted.calls.size(), 1u);
+    EXPECT_EQ(scripted.calls[0].text, "Save changes to field.fwt?");
     EXPECT_FALSE(w.isVisible());
-    EXPECT_EQ(written, 1);
+    EXPECT_EQ(ended, 1);
+    EXPECT_EQ(session.config.WinWidth, 750);
+    EXPECT_EQ(session.config.WinHeight, 560);
+    EXPECT_EQ(session.config.WinStatus, 0);
+    const std::string text = ConfigText();
+    EXPECT_NE(text.find("WinWidth"), std::string::npos);
+    EXPECT_NE(text.find("750"), std::string::npos);
+    EXPECT_FALSE(QFile::exists(dir.filePath("field.fwt")));
+}
+
+TEST_F(Exit, YesSavesUnderTheProjectNameBeforeClosing)
+{
+    MainWindow w(session, ui);
+    WireFileCommands(w, session, configPath, [this] { ++ended; });
+    w.Load();
+    session.dirty = 1;
+    session.hasName = 1;
+    session.projectPath = dir.filePath("field.fwt").toStdString();
+    scripted.answers = {Answer::Yes};
+    EXPECT_TRUE(w.close());
+    EXPECT_TRUE(QFile::exists(dir.filePath("field.fwt")));
+    EXPECT_EQ(session.dirty, 0);
     EXPECT_EQ(ended, 1);
 }
 
-TEST_F(Exit, MaximisedWindowIsStoredAsMaximisedAt640By480)
+TEST_F(Exit, UnchangedProjectClosesWithoutAQuestionAndAMaximisedWindowStores640By480)
 {
     session.config.WinStatus = 2;
-    MainWindow w(session, ui, {[] { return 1; }, {}, {}});
+    MainWindow w(session, ui);
+    WireFileCommands(w, session, configPath, [this] { ++ended; });
     w.Load();
     EXPECT_TRUE(w.isMaximized());
     EXPECT_TRUE(w.close());
+    EXPECT_TRUE(scripted.calls.empty());
     EXPECT_EQ(session.config.WinStatus, 2);
     EXPECT_EQ(session.config.WinWidth, 640);
     EXPECT_EQ(session.config.WinHeight, 480);
+    EXPECT_TRUE(QFile::exists(QString::fromStdString(configPath)));
 }
 
 TEST(Splash, MainWindowAtTheSecondTickAndClosedAtTheFourth)

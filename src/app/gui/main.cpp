@@ -6,8 +6,8 @@
 #include <QLocale>
 
 #include "core/Session.h"
-#include "core/Stores.h"
 #include "files/ConfigFile.h"
+#include "files/ProjectFlows.h"
 #include "platform/Host.h"
 #include "platform/PosixProcess.h"
 #include "platform/qt/MainWindow.h"
@@ -37,21 +37,13 @@ int main(int argc, char** argv)
     session.programFolder =
         fw::ProgramFolderFromEnvironment(fw::qt::PathFromQt(QCoreApplication::applicationDirPath()));
 
-    fw::ResetAtStart(session);
-    fw::ClearStores(session.stores);
-
     const std::string configPath = fw::ConfigFilePath(session.programFolder);
-    fw::ReadConfigFile(session, configPath);
-    // A change of this preference takes effect at the next start only.
-    session.openGLActive = session.config.EnableOpenGL;
-
-    fw::qt::MainWindowHooks hooks;
-    hooks.writeConfig = [&] { fw::WriteConfigFile(session, configPath); };
-    hooks.endProgram = [] { QCoreApplication::quit(); };
+    fw::StartSession(session, configPath);
 
     std::unique_ptr<fw::qt::MainWindow> window;
     fw::qt::SplashWindow splash([&] {
-        window = std::make_unique<fw::qt::MainWindow>(session, ui, hooks);
+        window = std::make_unique<fw::qt::MainWindow>(session, ui);
+        fw::qt::WireFileCommands(*window, session, configPath, [] { QCoreApplication::quit(); });
         fw::qt::WireExportCommands(*window, session, process);
         window->Load();
     });

@@ -5,9 +5,9 @@
 #include <QAction>
 #include <QActionGroup>
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QMenu>
-#include <QGuiApplication>
 #include <QMenuBar>
 #include <QScreen>
 #include <QStatusBar>
@@ -15,6 +15,7 @@
 
 #include "core/Numbers.h"
 #include "editor/Commands.h"
+#include "files/ProjectFlows.h"
 #include "platform/qt/CanvasWidget.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtUi.h"
@@ -292,17 +293,10 @@ void MainWindow::UpdateTitle() { setWindowTitle(ToQt(Title(session_))); }
 
 void MainWindow::UpdateRecentLabels()
 {
-    const int last = session_.recent.nEntries();
     for (int i = 0; i < 4; ++i) {
         QAction* a = action(QString("MnuFrecent%1").arg(i + 1));
-        if (i <= last) {
-            const std::string name = GetNameFromPath(session_.recent.getEntry(i), true);
-            a->setText(QString("&%1 - ").arg(i + 1) + ToQt(name));
-            a->setEnabled(true);
-        } else {
-            a->setText(QString("&%1 - Unavailable").arg(i + 1));
-            a->setEnabled(false);
-        }
+        a->setText(ToQt(RecentMenuLabel(session_, i)));
+        a->setEnabled(RecentMenuEnabled(session_, i));
     }
 }
 
@@ -353,22 +347,16 @@ void MainWindow::RunGuarded(const std::function<void()>& work)
     }
 }
 
-void MainWindow::StoreWindowPlacement()
+int MainWindow::windowState() const
 {
-    int state = 0;
     if (isMinimized())
-        state = 1;
-    else if (isMaximized())
-        state = 2;
-    session_.config.WinStatus = state == 1 ? 0 : state;
-    if (state == 2) {
-        session_.config.WinWidth = 640;
-        session_.config.WinHeight = 480;
-    } else {
-        session_.config.WinWidth = width();
-        session_.config.WinHeight = height();
-    }
+        return 1;
+    if (isMaximized())
+        return 2;
+    return 0;
 }
+
+void MainWindow::SelectEditButton() { tools_[21]->setChecked(true); }
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
@@ -376,15 +364,12 @@ void MainWindow::closeEvent(QCloseEvent* event)
         event->accept();
         return;
     }
-    if (hooks_.askToSave && hooks_.askToSave() == 0) {
+    if (hooks_.exit && !hooks_.exit(windowState(), width(), height())) {
         event->ignore();
         return;
     }
     // Release the renderer: the canvas's resources go with the widget, the image with the session.
     session_.bitmap = CBitmapState{};
-    StoreWindowPlacement();
-    if (hooks_.writeConfig)
-        hooks_.writeConfig();
     timer1_.stop();
     closing_ = true;
     event->accept();

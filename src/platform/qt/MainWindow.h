@@ -24,10 +24,9 @@ class QtUi;
 
 // What the window asks of the rest of the program at exit. Each may be left empty.
 struct MainWindowHooks {
-    // Ask to save: 1 go on, 0 the user cancelled.
-    std::function<int()> askToSave;
-    // Write the configuration file.
-    std::function<void()> writeConfig;
+    // The exit flow with the window's state (0 normal, 1 minimised, 2 maximised) and size: false
+    // when the user cancelled and the window stays.
+    std::function<bool(int windowState, int width, int height)> exit;
     // End the program once the window has closed.
     std::function<void()> endProgram;
 };
@@ -74,8 +73,11 @@ public:
     void connectCommand(const QString& name, std::function<void()> work);
     void RunGuarded(const std::function<void()>& work);
 
-    // The exit steps after the user agreed: window state and size into the configuration, write it.
-    void StoreWindowPlacement();
+    void setHooks(MainWindowHooks hooks) { hooks_ = std::move(hooks); }
+    // The window state as the exit flow takes it: 0 normal, 1 minimised, 2 maximised.
+    int windowState() const;
+    // The tool strip back on its selection button.
+    void SelectEditButton();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

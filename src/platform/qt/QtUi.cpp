@@ -182,4 +182,10 @@ bool QtUi::OpenExternal(const std::string& pathOrUrl)
     return QDesktopServices::openUrl(url);
 }
 
+void QtUi::Repaint()
+{
+    if (canvas_)
+        canvas_->update();
+}
+
 } // namespace fw::qt

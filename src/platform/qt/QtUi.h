@@ -30,6 +30,7 @@ public:
     void SetWaitCursor(bool on) override;
     void SetPointer(Pointer pointer) override;
     bool OpenExternal(const std::string& pathOrUrl) override;
+    void Repaint() override;
 
 private:
     QPointer<QWidget> parent_;

@@ -1,9 +1,68 @@
 #include "platform/qt/Wiring.h"
 
+#include "editor/EditorCommon.h"
+#include "editor/Undo.h"
 #include "export/Compile.h"
 #include "platform/qt/MainWindow.h"
+#include "render/Bitmap.h"
 
 namespace fw::qt {
+
+namespace {
+
+// A shape is being drawn: New waits for it to end.
+bool Drawing(const Session& s)
+{
+    const int state = s.editor.EditState;
+    return (state >= 1 && state <= 6) || state == 19;
+}
+
+} // namespace
+
+FlowHooks WindowFlowHooks(MainWindow& window, Session& session)
+{
+    (void)session;
+    FlowHooks h;
+    h.loadBackImage = [](Session& s, const std::string& path) { return CBitmap(s.bitmap).GetPicture(path, s.ui); };
+    h.undoPrepare = [](Session& s) { UndoPrepare(s); };
+    h.markChanged = [](Session& s) { MarkChanged(s, true); };
+    h.titleChanged = [&window](Session&) { window.UpdateTitle(); };
+    h.resetTool = [&window](Session& s) {
+        s.view.setMMode(0);
+        window.SelectEditButton();
+        window.Tick();
+    };
+    h.redraw = [](Session& s) {
+        RebuildGL(s);
+        PaintFrame(s);
+    };
+    return h;
+}
+
+void WireFileCommands(MainWindow& window, Session& session, const std::string& configPath,
+                      std::function<void()> endProgram)
+{
+    const FlowHooks hooks = WindowFlowHooks(window, session);
+    window.connectCommand("MnuFnew", [&session, hooks] {
+        if (!Drawing(session))
+            MnuFnew(session, hooks);
+    });
+    window.connectCommand("MnuFopen", [&session, hooks] { MnuFopen(session, hooks); });
+    for (int i = 0; i < 4; ++i)
+        window.connectCommand(QString("MnuFrecent%1").arg(i + 1),
+                              [&session, hooks, i] { MnuFrecent(session, i, hooks); });
+    window.connectCommand("MnuFsave", [&session, hooks] { MnuFsave(session, hooks); });
+    window.connectCommand("MnuFsaveas", [&session, hooks] { MnuFsaveas(session, hooks); });
+    window.connectCommand("MnuFsaveselection", [&session] { MnuFsaveselection(session); });
+    window.connectCommand("MnuFimportshape", [&session, hooks] { MnuFimportshape(session, hooks); });
+
+    MainWindowHooks windowHooks;
+    windowHooks.exit = [&session, hooks, configPath](int state, int width, int height) {
+        return ExitFlow(session, state, width, height, configPath, hooks);
+    };
+    windowHooks.endProgram = std::move(endProgram);
+    window.setHooks(std::move(windowHooks));
+}
 
 void WireExportCommands(MainWindow& window, Session& session, Process& process)
 {

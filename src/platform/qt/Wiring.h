@@ -1,12 +1,24 @@
 // Connects the main window's commands to the work of the other modules.
 #pragma once
 
+#include <functional>
+#include <string>
+
 #include "core/Session.h"
+#include "files/ProjectFlows.h"
 #include "platform/Process.h"
 
 namespace fw::qt {
 
 class MainWindow;
+
+// What the File menu's flows need from the window: title, tool strip, painting, the image.
+FlowHooks WindowFlowHooks(MainWindow& window, Session& session);
+
+// New, Open, the recent files, Save, Save as, the selection files, and Exit with the
+// configuration written to configPath; endProgram runs once the window has closed.
+void WireFileCommands(MainWindow& window, Session& session, const std::string& configPath,
+                      std::function<void()> endProgram);
 
 // "Generate SCASM files..." and "Generate scenery files...".
 void WireExportCommands(MainWindow& window, Session& session, Process& process);
