@@ -396,3 +396,56 @@ TEST_F(Timer1, ExportCommandsAskForTheirFiles)
 
 } // namespace
 } // namespace fw::qt
+
+namespace fw::qt {
+namespace {
+
+struct FileCommands : Fixture {
+    FileCommands() { session.ui = &scripted; }
+    ScriptedUi scripted;
+    QTemporaryDir dir;
+};
+
+TEST_F(FileCommands, SaveAsNewAndRecentFollowTheTitleAndTheRecentMenu)
+{
+    MainWindow w(session, ui);
+    WireFileCommands(w, session, dir.filePath("Fieldwright.cfg").toStdString(), [] {});
+    w.Load();
+    const std::string path = dir.filePath("first.fwt").toStdString();
+    scripted.files = {path};
+    w.action("MnuFsaveas")->trigger();
+    ASSERT_TRUE(QFile::exists(QString::fromStdString(path)));
+    EXPECT_EQ(w.windowTitle(), "Fieldwright - [first.fwt]");
+    emit w.menu("MnuFile")->aboutToShow();
+    EXPECT_EQ(w.action("MnuFrecent1")->text(), "&1 - first.fwt");
+    EXPECT_TRUE(w.action("MnuFrecent1")->isEnabled());
+    EXPECT_EQ(w.action("MnuFrecent2")->text(), "&2 - Unavailable");
+
+    w.action("MnuFnew")->trigger();
+    EXPECT_EQ(w.windowTitle(), "Fieldwright - [Unsaved document]");
+    EXPECT_EQ(session.hasName, 0);
+
+    w.action("MnuFrecent1")->trigger();
+    EXPECT_EQ(w.windowTitle(), "Fieldwright - [first.fwt]");
+    EXPECT_EQ(session.hasName, 1);
+    EXPECT_TRUE(w.toolButton(21)->isChecked());
+}
+
+TEST_F(FileCommands, OpenOfAMissingFileTellsAndKeepsTheProject)
+{
+    MainWindow w(session, ui);
+    WireFileCommands(w, session, dir.filePath("Fieldwright.cfg").toStdString(), [] {});
+    w.Load();
+    scripted.files = {dir.filePath("gone.fwt").toStdString()};
+    w.action("MnuFopen")->trigger();
+    ASSERT_EQ(scripted.fileRequests.size(), 1u);
+    EXPECT_EQ(scripted.fileRequests[0].filter, "Fieldwright (*.fwt)|*.fwt");
+    ASSERT_EQ(scripted.Messages().size(), 1u);
+    const std::string message = scripted.Messages()[0];
+    EXPECT_EQ(message.front(), '\'');
+    EXPECT_NE(message.find("gone.fwt' does not exist!"), std::string::npos);
+    EXPECT_EQ(w.windowTitle(), "Fieldwright - [Unsaved document]");
+}
+
+} // namespace
+} // namespace fw::qt
