@@ -25,10 +25,9 @@ struct ExportContext {
     // The session's generator: forests draw from it, and it is never reset between exports.
     RandomSource* random = nullptr;
 
-    RandomSource fallback; // for an export without a session
-
     void add(std::string text) { lines.addLine(std::move(text)); }
-    double nextRandom() { return random ? random->Next() : fallback.Next(); }
+    // Without a generator the middle of the range: nothing is shaken.
+    double nextRandom() { return random ? random->Next() : 0.5; }
     LatLon latLon(double x, double y, double divisor) const { return PointToLatLon(geo, x, y, divisor); }
 };
 

@@ -96,7 +96,8 @@ ExportInput ExportInputOf(const Session& s)
 void BuildExportText(const ExportInput& in, const std::string& excludePrefix, ExportBuffer& out)
 {
     const ProjectRecord& p = in.project;
-    ExportContext ctx{p, in.config, {}, out, excludePrefix, in.random};
+    RandomSource fresh; // an export without a session draws the sequence from its start
+    ExportContext ctx{p, in.config, {}, out, excludePrefix, in.random ? in.random : &fresh};
     ctx.geo.scale = ComputeExportScale(p.LatitudeDegree);
     ctx.geo.latitude = p.LatitudeDegree;
     ctx.geo.longitude = p.LongitudeDegree;

@@ -1,9 +1,338 @@
+#include <cmath>
+
 #include "export/ExportItems.h"
+#include "export/Optimize.h"
+#include "export/ScasmWriter.h"
 
 namespace fw {
 
-void ExportTreeLine(ExportContext&, const ShapeRecord&, const PointList&, const std::string&) {}
+namespace {
 
-void ExportForest(ExportContext&, const ShapeRecord&, const PointList&, const std::string&) {}
+constexpr int kCapWidth = 12;
+const std::string kVector = "    0   32767   0 ;";
+
+// The strip of the tree texture that the wall shows, and the rows and size that follow from it.
+struct Band {
+    int lo = 0;
+    int hi = 0;
+    int stripSize = 0; // 0: no strip, the band count is neither 4 nor 8
+    std::string lo3, hi3;
+    std::string capLo, capHi;
+};
+
+Band BandOf(int numBands, int selected)
+{
+    Band b;
+    if (numBands == 4) {
+        const int base = (3 - selected) * 60;
+        b.lo = base + 19;
+        b.hi = base + 72;
+        b.stripSize = 60;
+    } else if (numBands == 8) {
+        const int base = (7 - selected) * 30;
+        b.lo = base + 19;
+        b.hi = base + 42;
+        b.stripSize = 30;
+    } else {
+        b.lo3 = b.hi3 = FixN("", 3);
+        b.capLo = b.capHi = FixN("", 6);
+        return b;
+    }
+    b.lo3 = Fix3(b.lo);
+    b.hi3 = Fix3(b.hi);
+    b.capLo = Fix6(256 - b.lo);
+    b.capHi = Fix6(256 - b.hi);
+    return b;
+}
+
+double Divide(double a, double b, const char* what)
+{
+    if (b == 0)
+        throw OperationFault(std::string("Division by zero: ") + what + ".");
+    return a / b;
+}
+
+// Lengths are taken in thousands so that the squares stay in range.
+double LengthAlong(const Point& a, const Point& b)
+{
+    const double dx = (static_cast<double>(b.X) - a.X) / 1000;
+    const double dy = (static_cast<double>(b.Y) - a.Y) / 1000;
+    return std::sqrt(dx * dx + dy * dy) * 1000;
+}
+
+struct BoxOf {
+    std::int32_t cx = 0;
+    std::int32_t cy = 0;
+    std::int32_t r = 0;
+};
+
+// Negative lengths of local units: how far a 12-texel cap reaches at the scale of the strip.
+std::int32_t CapLen(int stripSize, std::int32_t h)
+{
+    const double texelsPerUnit = Divide(stripSize, h, "the band height of a tree texture is below one metre");
+    return ExportRound(-Divide(kCapWidth, texelsPerUnit, "a tree texture has no strip of 4 or 8 bands"),
+                       "the end length of a tree wall");
+}
+
+// The texture advance along one piece: runs on past 256 for one piece before it folds.
+struct Advance {
+    std::int64_t u = 0;
+    std::int64_t u0 = 0;
+    std::int64_t u1 = 0;
+
+    void piece(int stripSize, double bandHeight, double len)
+    {
+        const std::int32_t step = ExportRound(
+            Divide(stripSize, bandHeight, "the band height of a tree texture is 0") * (len / 2.0), "a texture step");
+        u0 = u > 256 ? u % 256 : u;
+        u1 = u0 + step;
+        u = u1;
+    }
+};
+
+std::string Fix4(std::int64_t v) { return FixN(Int(v), 4); }
+
+struct Entry {
+    std::string a, b, c;
+};
+
+// One face in both windings, so it shows from either side.
+void TwoSided(ExportContext& ctx, const std::string& J, const Entry (&e)[4])
+{
+    for (const char* head : {"ShadedTexPoly( a", "ShadedTexPoly( ai"}) {
+        ctx.add(J + head);
+        for (const Entry& x : e)
+            ctx.add(J + x.a + " " + x.b + " " + x.c);
+        ctx.add(J + ")");
+    }
+}
+
+// The head of the one area of a tree line or forest, down to its reference point.
+void OpenTreeArea(ExportContext& ctx, const ShapeRecord& shape, const char* title, const LatLon& centre,
+                  std::int32_t r, const std::string& I)
+{
+    WriteShapeBanner(ctx, "", title, shape.gComment);
+    ctx.add("");
+    ctx.add(ShapeAreaLine(centre, shape.vRange));
+    ctx.add("  ");
+    ctx.add("  PerspectiveCall( :3DStart )");
+    ctx.add("  Jump( : )");
+    ctx.add("");
+    ctx.add("    :3DStart");
+    ctx.add("    Perspective");
+    ctx.add(I);
+    ctx.add(I + RefPointLine(":RefEnd0", 1.0, centre, shape.vRange, r));
+}
+
+void CloseTreeArea(ExportContext& ctx, const std::string& I)
+{
+    ctx.add(I + "  ");
+    ctx.add(I + "  :RefEnd0");
+    ctx.add(I + "  Return");
+    ctx.add("");
+    ctx.add("EndA");
+}
+
+// The textured wall along a tree line, with a narrow cap at each end.
+void WriteWall(ExportContext& ctx, const ShapeRecord& shape, const PointList& points, std::int32_t cx,
+               std::int32_t cy, const std::string& J)
+{
+    PointList V(1); // V[0] is the start cap's end, filled below
+    for (const Point& p : points) {
+        const Point q{ExportRound((static_cast<double>(p.X) - cx) / 2.0, "a tree line point"),
+                      ExportRound(-((static_cast<double>(p.Y) - cy) / 2.0), "a tree line point")};
+        if (V.size() > 1 && q == V.back())
+            continue;
+        V.push_back(q);
+    }
+    std::size_t m = V.size() - 1;
+    if (m < 2)
+        return;
+
+    const Band band = BandOf(shape.mNumBands, shape.mSelectedBand());
+    const std::int32_t H = ExportRound(shape.mBandHeight / 1.0, "the height of a tree line");
+    const std::int32_t capLen = CapLen(band.stripSize, H);
+    auto along = [&](const Point& a, const Point& b) {
+        const double dx = (static_cast<double>(b.X) - a.X) / 1000;
+        const double dy = (static_cast<double>(b.Y) - a.Y) / 1000;
+        const double t = capLen / LengthAlong(a, b);
+        return Point{ExportRound(dx * 1000 * t + a.X, "a tree line end"),
+                     ExportRound(dy * 1000 * t + a.Y, "a tree line end")};
+    };
+    V[0] = along(V[1], V[2]);
+    V.push_back(along(V[m], V[m - 1]));
+    m += 1;
+
+    const std::string H4 = Fix4(H);
+    ctx.add(J + "VecPoints( 0");
+    for (std::size_t i = 0; i <= m; ++i) {
+        const auto number = static_cast<std::int64_t>(2 * i);
+        ctx.add(J + Fix6(V[i].X) + " 0    " + Fix6(V[i].Y) + kVector + Int(number));
+        ctx.add(J + Fix6(V[i].X) + " " + H4 + " " + Fix6(V[i].Y) + kVector + Int(number + 1));
+    }
+    ctx.add(J + ")");
+    ctx.add(J);
+
+    const std::string cap0 = Fix6(0);
+    const std::string cap12 = Fix6(kCapWidth);
+    TwoSided(ctx, J, {{"0", band.capLo, cap0}, {"2", band.capLo, cap12}, {"3", band.capHi, cap12},
+                      {"1", band.capHi, cap0}});
+
+    Advance u;
+    for (std::size_t i = 1; i + 2 <= m; ++i) {
+        u.piece(band.stripSize, shape.mBandHeight, LengthAlong(V[i], V[i + 1]));
+        const auto k = static_cast<std::int64_t>(2 * i);
+        TwoSided(ctx, J, {{Fix3(k), Fix6(u.u0), band.lo3}, {Fix3(k + 2), Fix6(u.u1), band.lo3},
+                          {Fix3(k + 3), Fix6(u.u1), band.hi3}, {Fix3(k + 1), Fix6(u.u0), band.hi3}});
+    }
+
+    const auto mm = static_cast<std::int64_t>(2 * m);
+    const auto kk = static_cast<std::int64_t>(2 * (m - 1));
+    TwoSided(ctx, J, {{Fix3(mm), band.capLo, cap0}, {Fix3(kk), band.capLo, cap12}, {Fix3(kk + 1), band.capHi, cap12},
+                      {Fix3(mm + 1), band.capHi, cap0}});
+}
+
+// Closed wall along the outline, an outer ring of caps, and three canopies stacked at 70, 85 and 100%.
+void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointList& P, const ForestTextures& tex,
+                     const std::string& J)
+{
+    const Band band = BandOf(8, tex.flag);
+    const std::int32_t H = ExportRound(shape.mBandHeight / 1.0, "the height of a forest");
+    const std::int32_t H70 = ExportRound(H - H * 0.3, "the height of a forest");
+    const std::int32_t H85 = ExportRound(H - H * 0.15, "the height of a forest");
+    const std::string H4 = Fix4(H);
+    const std::string H70_4 = Fix4(H70);
+    const std::string H85_4 = Fix4(H85);
+    const std::int32_t capLen = CapLen(band.stripSize, H);
+    const std::size_t n = P.size() - 1;
+    auto neg = [](std::int32_t v) { return -static_cast<std::int64_t>(v); };
+
+    ctx.add(J + "Points( 0");
+    for (std::size_t i = 0; i <= n; ++i) {
+        const auto number = static_cast<std::int64_t>(3 * i);
+        ctx.add(J + Fix6(P[i].X) + " " + H70_4 + " " + Fix6(neg(P[i].Y)) + " ;" + Int(number));
+        ctx.add(J + Fix6(P[i].X) + " " + H85_4 + " " + Fix6(neg(P[i].Y)) + " ;" + Int(number + 1));
+        ctx.add(J + Fix6(P[i].X) + " " + H4 + " " + Fix6(neg(P[i].Y)) + " ;" + Int(number + 2));
+    }
+    ctx.add(J + ")");
+    ctx.add(J);
+
+    // The canopy texture lies at four local units a texel over the whole forest.
+    for (int c = 0; c < 3; ++c) {
+        WriteLoadBitmap(ctx, "WF5", 0, 0, tex.top[c], J);
+        ctx.add(J);
+        ctx.add(J + "TexPoly( au");
+        for (std::size_t i = 0; i <= n; ++i)
+            ctx.add(J + Int(static_cast<std::int64_t>(3 * i) + c) + " " +
+                    Fix6(ExportRound(P[i].X / 4.0, "a canopy texture point")) + " " +
+                    Fix6(ExportRound(P[i].Y / 4.0, "a canopy texture point")));
+        ctx.add(J + ")");
+        ctx.add(J);
+    }
+
+    ctx.add(J + "VecPoints( 0");
+    std::int64_t number = 0;
+    for (std::size_t i = 0; i <= n; ++i) {
+        // The foot of the wall is shaken by up to 1.5 units each way; the top stays in line with the canopy.
+        const double a = ctx.nextRandom();
+        const double b = ctx.nextRandom();
+        const std::int32_t fx = ExportRound((a - 0.5) * 3.0 + P[i].X, "a forest wall point");
+        const std::int32_t fy = ExportRound(((b - 0.5) * 3.0 + P[i].Y) * -1.0, "a forest wall point");
+        ctx.add(J + Fix6(fx) + " 0    " + Fix6(fy) + kVector + Int(number));
+        ctx.add(J + Fix6(P[i].X) + " " + H4 + " " + Fix6(neg(P[i].Y)) + kVector + Int(number + 1));
+        number += 2;
+    }
+    for (std::size_t i = 0; i <= n; ++i) {
+        const double len = LengthAlong(P[i], Point{0, 0});
+        const double t = Divide(capLen, len, "a forest point lies on the centre of its box");
+        const Point q{ExportRound((0.0 - P[i].X) / 1000 * 1000 * t + P[i].X, "a forest ring point"),
+                      ExportRound((0.0 - P[i].Y) / 1000 * 1000 * t + P[i].Y, "a forest ring point")};
+        ctx.add(J + Fix6(q.X) + " 0    " + Fix6(neg(q.Y)) + kVector + Int(number));
+        ctx.add(J + Fix6(q.X) + " " + H4 + " " + Fix6(neg(q.Y)) + kVector + Int(number + 1));
+        number += 2;
+    }
+    ctx.add(J + ")");
+    ctx.add(J);
+
+    WriteLoadBitmap(ctx, "WF5", 0, 0, tex.side, J);
+    ctx.add(J);
+
+    const std::string cap0 = Fix6(0);
+    const std::string cap12 = Fix6(kCapWidth);
+    Advance u;
+    for (std::size_t i = 0; i <= n; ++i) {
+        const std::size_t next = i == n ? 0 : i + 1;
+        u.piece(band.stripSize, shape.mBandHeight, LengthAlong(P[i], P[next]));
+        const auto k = static_cast<std::int64_t>(2 * i);
+        const auto kn = static_cast<std::int64_t>(2 * next);
+        TwoSided(ctx, J, {{Fix3(k), Fix6(u.u0), band.lo3}, {Fix3(kn), Fix6(u.u1), band.lo3},
+                          {Fix3(kn + 1), Fix6(u.u1), band.hi3}, {Fix3(k + 1), Fix6(u.u0), band.hi3}});
+        const auto o = static_cast<std::int64_t>(2 * n + 2 + 2 * i);
+        TwoSided(ctx, J, {{Fix3(k), band.capLo, cap12}, {Fix3(o), band.capLo, cap0}, {Fix3(o + 1), band.capHi, cap0},
+                          {Fix3(k + 1), band.capHi, cap12}});
+    }
+}
+
+} // namespace
+
+void ExportTreeLine(ExportContext& ctx, const ShapeRecord& shape, const PointList& points, const std::string& indent)
+{
+    if (points.empty())
+        return;
+    const std::string& I = indent;
+    const auto box = ComputeLimits(points);
+    const double w = static_cast<double>(box[1]) - box[0];
+    const double h = static_cast<double>(box[3]) - box[2];
+    const std::int32_t cx = ExportRound(box[0] + w / 2, "the centre of a tree line");
+    const std::int32_t cy = ExportRound(box[2] + h / 2, "the centre of a tree line");
+    const std::int32_t r = ExportRound(std::sqrt((h / 2.0) * (h / 2.0) + (w / 2.0) * (w / 2.0)) / 2,
+                                       "the radius of a tree line");
+    const LatLon centre = ctx.latLon(cx, cy, 2.0);
+
+    OpenTreeArea(ctx, shape, ShapeTitle::TreeLine, centre, r, I);
+    ctx.add(I + "  ");
+    WriteTimeSwitch(ctx, shape.vTime, I + "  ", 0);
+    ctx.add(I);
+    WriteLoadBitmap(ctx, LoadBitmapFlags(shape.tLoadflag), 0, 0, shape.tDayPath, I + "  ");
+    ctx.add(I + "  ");
+    WriteWall(ctx, shape, points, cx, cy, I + "  ");
+    CloseTreeArea(ctx, I);
+}
+
+void ExportForest(ExportContext& ctx, const ShapeRecord& shape, const PointList& points, const std::string& indent)
+{
+    if (shape.ForestType >= ctx.config.forest.size())
+        throw OperationFault("The forest type " + Int(shape.ForestType) + " has no textures.");
+    const ForestTextures& tex = ctx.config.forest[shape.ForestType];
+    if (points.empty())
+        return;
+
+    // Local units are metres: the plan's half metres halved.
+    PointList P;
+    P.reserve(points.size());
+    for (const Point& p : points)
+        P.push_back({ExportRound(p.X / 2.0, "a forest point"), ExportRound(p.Y / 2.0, "a forest point")});
+    const auto box = ComputeLimits(P);
+    const double w = static_cast<double>(box[1]) - box[0];
+    const double h = static_cast<double>(box[3]) - box[2];
+    const std::int32_t cx = ExportRound(box[0] + w / 2, "the centre of a forest");
+    const std::int32_t cy = ExportRound(box[2] + h / 2, "the centre of a forest");
+    const std::int32_t r = ExportRound(std::sqrt(h * h + w * w) / 2, "the radius of a forest");
+    for (Point& p : P) {
+        p.X = ExportRound(static_cast<double>(p.X) - cx, "a forest point");
+        p.Y = ExportRound(static_cast<double>(p.Y) - cy, "a forest point");
+    }
+    const LatLon centre = ctx.latLon(cx, cy, 1.0);
+    if (ReducedIndices(P, 0, true).size() < 3)
+        return;
+
+    const std::string& I = indent;
+    OpenTreeArea(ctx, shape, ShapeTitle::Forest, centre, r, I);
+    ctx.add(I + "  ");
+    WriteTimeSwitch(ctx, shape.vTime, I + "  ", 0);
+    ctx.add(I + "  ");
+    WriteForestBody(ctx, shape, P, tex, I + "  ");
+    CloseTreeArea(ctx, I);
+}
 
 } // namespace fw

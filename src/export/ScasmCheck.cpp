@@ -16,14 +16,22 @@ struct CodeLine {
     std::string comment;
 };
 
+// A quote left open at the end of a line (a macro parameter cut at its column) opens no string.
+std::size_t UnmatchedQuote(const std::string& raw)
+{
+    const auto count = std::count(raw.begin(), raw.end(), '"');
+    return count % 2 == 1 ? raw.rfind('"') : std::string::npos;
+}
+
 CodeLine SplitComment(const std::string& raw, int number)
 {
     CodeLine out;
     out.number = number;
     bool quoted = false;
+    const std::size_t unmatched = UnmatchedQuote(raw);
     for (std::size_t i = 0; i < raw.size(); ++i) {
         const char c = raw[i];
-        if (c == '"')
+        if (c == '"' && i != unmatched)
             quoted = !quoted;
         if (c == ';' && !quoted) {
             out.comment = raw.substr(i);
@@ -44,8 +52,10 @@ std::vector<std::string> Tokens(const std::string& code)
             out.push_back(cur);
         cur.clear();
     };
-    for (char c : code) {
-        if (c == '"')
+    const std::size_t unmatched = UnmatchedQuote(code);
+    for (std::size_t i = 0; i < code.size(); ++i) {
+        const char c = code[i];
+        if (c == '"' && i != unmatched)
             quoted = !quoted;
         if (!quoted && (c == ' ' || c == '\t')) {
             flush();
@@ -69,11 +79,28 @@ bool IsInteger(const std::string& t)
                        [](char c) { return c >= '0' && c <= '9'; });
 }
 
+bool IsNumber(const std::string& t)
+{
+    std::size_t i = (!t.empty() && t[0] == '-') ? 1 : 0;
+    bool digit = false;
+    bool point = false;
+    for (; i < t.size(); ++i) {
+        if (t[i] >= '0' && t[i] <= '9')
+            digit = true;
+        else if (t[i] == '.' && !point)
+            point = true;
+        else
+            return false;
+    }
+    return digit;
+}
+
 bool HasDecimalComma(const std::string& code)
 {
     bool quoted = false;
+    const std::size_t unmatched = UnmatchedQuote(code);
     for (std::size_t i = 0; i < code.size(); ++i) {
-        if (code[i] == '"')
+        if (code[i] == '"' && i != unmatched)
             quoted = !quoted;
         if (!quoted && code[i] == ',' && i > 0 && i + 1 < code.size() &&
             std::isdigit(static_cast<unsigned char>(code[i - 1])) &&
@@ -93,6 +120,16 @@ struct Statement {
 // Statements whose label arguments must be defined in the same area.
 const std::set<std::string> kLabelUsers = {"Jump",     "IfVarAnd",        "IfVarRange", "RefPoint",
                                            "LayerCall", "PerspectiveCall", "ShadowCall"};
+
+// Every statement the export writes; anything else is a fault of the writer.
+const std::set<std::string> kKnown = {
+    "Set",       "Header",      "LatRange",   "CopyRight",       "Menu",       "MenuEntry",  "Area",
+    "EndA",      "Area16N",     "Elevation",  "End16",           "SurfaceType", "GenExcl",   "Points",
+    "VecPoints", "Poly",        "ShadedPoly", "TexPoly",         "ShadedTexPoly", "ConcavePoly", "LoadBitmap",
+    "RGBSColor", "LineColor",   "RRStart",    "RoadCont",        "DotLine",    "Dot",        "Jump",
+    "IfVarAnd",  "IfVarRange",  "RefPoint",   "LayerCall",       "PerspectiveCall", "ShadowCall", "Perspective",
+    "Return",    "MoveToPt",    "DrawToPt",   "Runway",          "ILS",        "IM",         "MM",
+    "OM",        "VOR",         "NDB",        "macro"};
 
 struct Scope {
     int openLine = 0;
@@ -116,8 +153,10 @@ public:
             bool quoted = false;
             bool sawOpen = false;
             std::string name;
-            for (char c : line.code) {
-                if (c == '"')
+            const std::size_t unmatched = UnmatchedQuote(line.code);
+            for (std::size_t j = 0; j < line.code.size(); ++j) {
+                const char c = line.code[j];
+                if (c == '"' && j != unmatched)
                     quoted = !quoted;
                 if (quoted)
                     continue;
@@ -198,11 +237,12 @@ private:
             // The two places that take the locale's separator: a VOR's frequency, a macro's range in km.
             bool allowed = false;
             if (name == "VOR" && k == 0) {
+                // The frequency is the word after the bracket; the rest of the line keeps the point.
                 auto t = Tokens(l.code);
                 for (std::size_t j = 0; j < t.size(); ++j)
-                    if (t[j] == "(" && j + 1 < t.size()) {
+                    if (!t[j].empty() && t[j].back() == '(' && j + 1 < t.size()) {
                         std::string rest = l.code;
-                        const std::size_t at = rest.find(t[j + 1]);
+                        const std::size_t at = rest.find(t[j + 1], rest.find('(') + 1);
                         CodeLine other = l;
                         other.code = rest.substr(0, at) + rest.substr(at + t[j + 1].size());
                         checkComma(other, false);
@@ -225,6 +265,8 @@ private:
                 add(st.first(), "label " + tokens[0] + " is defined twice in its area");
             return;
         }
+        if (!kKnown.count(name))
+            add(st.first(), "unknown statement \"" + name + "\"");
         if (name == "Area" || name == "Area16N") {
             Scope s;
             s.openLine = st.first();
@@ -245,20 +287,26 @@ private:
                     scope.used.emplace_back(st.first(), t);
             return;
         }
-        if (name == "Points") {
-            points(st, scope);
+        if (name == "Points" || name == "VecPoints") {
+            points(st, scope, name == "Points" ? 3 : 6);
             return;
         }
         if (name == "Poly" || name == "ShadedPoly") {
-            bool after = false;
-            for (const auto& t : tokens) {
-                if (t == "au") {
-                    after = true;
-                    continue;
+            // The flags word after the bracket ("a", "ai", "au"), then the indices.
+            for (std::size_t k = 2; k < tokens.size(); ++k)
+                if (tokens[k] != ")") {
+                    if (IsInteger(tokens[k]))
+                        usePoint(st.first(), scope, tokens[k]);
+                    else
+                        add(st.first(), "\"" + tokens[k] + "\" is no point index");
                 }
-                if (after && IsInteger(t))
-                    usePoint(st.first(), scope, t);
-            }
+            return;
+        }
+        if (name == "MoveToPt" || name == "DrawToPt") {
+            if (tokens.size() != 3 || !IsInteger(tokens[1]))
+                add(st.first(), "\"" + name + "(\" takes one point index");
+            else
+                usePoint(st.first(), scope, tokens[1]);
             return;
         }
         if (name == "TexPoly" || name == "ShadedTexPoly") {
@@ -271,12 +319,13 @@ private:
         }
     }
 
-    void points(const Statement& st, Scope& scope)
+    // A row holds X, Y and Z, and for a vector table the three parts of the vector.
+    void points(const Statement& st, Scope& scope, std::size_t columns)
     {
         auto head = Tokens(st.lines[0].code);
         long start = 0;
-        if (head.size() >= 3 && IsInteger(head[2]))
-            start = std::stol(head[2]);
+        if (head.size() >= 2 && IsInteger(head[1]) && head[1].size() < 9)
+            start = std::stol(head[1]);
         // A table from 0 replaces the points before it; any other start continues them.
         if (start > scope.points || start < 0)
             add(st.first(), "the point table starts at " + std::to_string(start) + " after " +
@@ -284,15 +333,19 @@ private:
         long rows = 0;
         for (std::size_t k = 1; k < st.lines.size(); ++k) {
             auto t = Tokens(st.lines[k].code);
-            if (!t.empty() && t[0] != ")")
-                ++rows;
+            if (t.empty() || t[0] == ")")
+                continue;
+            ++rows;
+            if (t.size() != columns || !std::all_of(t.begin(), t.end(), IsNumber))
+                add(st.lines[k].number, "a row of \"" + st.name + "(\" needs " + std::to_string(columns) +
+                                            " numbers");
         }
         scope.points = start + rows;
     }
 
     void usePoint(int line, const Scope& scope, const std::string& token)
     {
-        const long index = std::stol(token);
+        const long index = token.size() < 9 ? std::stol(token) : -1;
         if (index < 0 || index >= scope.points)
             add(line, "point " + token + " is not in the point table");
     }

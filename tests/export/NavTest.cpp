@@ -1,0 +1,142 @@
+// VOR, NDB, 3-D objects, initial locations, exclude areas and the flatten polygon.
+#include "Export2Support.h"
+
+namespace fw::test {
+namespace {
+
+TEST(NavExport, VorWithAndWithoutDme)
+{
+    TestProject t;
+    t.project.Altitude = 520.5;
+    t.project.MagVar = 1.5;
+    ObjectRecord& a = t.Object(kVor, 2000, -1000);
+    a.Frequency() = 112.35;
+    a.ID() = "MUN";
+    a.NavName() = "Munich";
+    ObjectRecord& b = t.Object(kVor, -400, 600);
+    b.DME() = 0;
+    b.Range() = 120;
+    ExpectGolden2("vor", ExportOf(t));
+}
+
+TEST(NavExport, VorFrequencyTakesTheDecimalCommaAndNothingElseDoes)
+{
+    TestProject t;
+    t.separator = ',';
+    t.project.MagVar = -0.5;
+    ObjectRecord& v = t.Object(kVor, 0, 0);
+    v.Frequency() = 108.5;
+    ObjectRecord& n = t.Object(kNdb, 0, 0);
+    n.Frequency() = 385.5;
+    const std::string text = ExportOf(t);
+    ExpectGolden2("vor_comma", text);
+    EXPECT_EQ(CountLines(text, "VOR( 108,5 45 81 -.5 ID"), 1u);
+    EXPECT_EQ(CountLines(text, "NDB(  385.5 45  ID"), 1u);
+}
+
+TEST(NavExport, Ndb)
+{
+    TestProject t;
+    t.project.Altitude = 12.25;
+    ObjectRecord& n = t.Object(kNdb, -3000, 2000);
+    n.Frequency() = 344.04;
+    n.Range() = 25;
+    n.ID() = "OBI";
+    n.NavName() = "Obing";
+    ExpectGolden2("ndb", ExportOf(t));
+}
+
+TEST(NavExport, ObjectWithEmptyAndLongParameters)
+{
+    TestProject t;
+    t.project.Altitude = 100;
+    ObjectRecord& o = t.Object(kApi, 500, 500);
+    o.Path() = "/opt/fieldwright/API/fwt_building1.api";
+    o.Rotation = 45.5;
+    o.Range() = 2500;
+    o.Elevation() = 2.5;
+    o.Scale() = 0.5;
+    o.Param7().clear();
+    o.Param9() = "a_very_long_texture_name.bmp";
+    o.Param16() = "exactly_15_char";
+    o.Param17() = "sixteen_chars_xx";
+    const std::string text = ExportOf(t);
+    ExpectGolden2("api", text);
+    EXPECT_EQ(CountLines(text, "\"0\"               ;User param7"), 1u);
+    EXPECT_EQ(CountLines(text, "\"a_very_long_text ;User param9"), 1u);
+}
+
+TEST(NavExport, ObjectRangeInKilometresTakesTheDecimalComma)
+{
+    TestProject t;
+    t.separator = ',';
+    ObjectRecord& o = t.Object(kApi, 0, 0);
+    o.Range() = 999;
+    o.Scale() = 1.25;
+    const std::string text = ExportOf(t);
+    ExpectWellFormed(text);
+    EXPECT_EQ(CountLines(text, "       6                 ;Range (km)"), 1u);
+    EXPECT_EQ(CountLines(text, "        1.25             ;Scale"), 1u);
+}
+
+TEST(NavExport, InitialLocationUnderTheMenu)
+{
+    TestProject t;
+    t.project.Name = "Testfield";
+    t.project.Altitude = 448.25;
+    ObjectRecord& i = t.Object(kInit, 300, -200);
+    i.Rotation = 263.5;
+    i.InitName() = "Runway_26";
+    ExpectGolden2("init", ExportOf(t));
+}
+
+void ThreeExcludeAreas(TestProject& t)
+{
+    t.Object(kExclude, 0, 0);
+    ObjectRecord& b = t.Object(kExclude, 4000, -2000);
+    b.ExclWidth() = 500;
+    b.ExclHeight() = 250;
+    b.ExcludeVOR() = 1;
+    b.ExcludeNDB() = 1;
+    ObjectRecord& c = t.Object(kExclude, -1000, 1000);
+    c.ExcludeObjects() = 0;
+    c.ExcludeNDB() = 1;
+}
+
+TEST(NavExport, ThreeExcludeAreasInATextExport)
+{
+    TestProject t;
+    ThreeExcludeAreas(t);
+    ExpectGolden2("exclude_text", ExportOf(t));
+}
+
+TEST(NavExport, ThreeExcludeAreasInACompilerRun)
+{
+    TestProject t;
+    ThreeExcludeAreas(t);
+    const std::string text = ExportOf(t, "C:\\scenery\\x.bgl");
+    ExpectGolden2("exclude_compile", text);
+    EXPECT_EQ(CountLines(text, "GenExcl( \"C:\\scenery\\Excl_3.bgl\" 4"), 1u);
+}
+
+TEST(NavExport, FlattenPolygonOfTenPointsUsesNine)
+{
+    TestProject t;
+    t.project.Altitude = 448.5;
+    PointList ten;
+    for (int k = 0; k < 10; ++k)
+        ten.push_back({k < 5 ? k * 200 : (9 - k) * 200, k < 5 ? 0 : 600 + (k % 2) * 20});
+    ten[9] = {-200, 640}; // only the surface box sees the tenth point
+    t.Shape(kFlatten, ten);
+    const std::string text = ExportOf(t);
+    ExpectGolden2("flatten", text);
+    int corners = 0;
+    for (const auto& l : SplitLines(text))
+        if (l.rfind(std::string(15, ' ') + " 48.", 0) == 0)
+            ++corners;
+    EXPECT_EQ(corners, 9);
+    EXPECT_EQ(CountLines(text, "  SurfaceType( 0 500 320 0 )"), 1u);
+}
+
+} // namespace
+} // namespace fw::test
