@@ -1,0 +1,103 @@
+// A project of every kind in one export, and what the structure check finds in the statements of
+// trees, signs, runways and objects.
+#include "Export2Support.h"
+
+namespace fw::test {
+namespace {
+
+TestProject EveryKind()
+{
+    TestProject t;
+    t.project.Name = "Everything";
+    t.project.Altitude = 430;
+    t.Object(kExclude, 0, 0);
+    t.Shape(kFlatten, {{-500, -500}, {500, -500}, {500, 500}, {-500, 500}});
+    t.Object(kInit, 100, 100);
+    ShapeRecord& poly = t.Shape(kPoly, {{-100, -100}, {100, -100}, {0, 100}});
+    poly.gIsColored = 1;
+    t.Shape(kWideLine, {{0, 0}, {400, 0}, {400, 400}});
+    t.Shape(kDotLine, {{0, 0}, {0, 400}});
+    ShapeRecord& layered = t.Shape(kPoly, {{-300, -300}, {300, -300}, {0, 300}});
+    layered.gIsColored = 1;
+    layered.vLayer = 2;
+    ObjectRecord& rwy = t.Object(kRunway, 0, 0);
+    rwy.IlsEnabledN() = 1;
+    rwy.MarkerEnabledN() = 1;
+    t.Shape(kTreeLine, {{0, 0}, {200, 0}, {200, 200}});
+    t.Shape(kForest, {{0, 0}, {400, 0}, {200, 300}});
+    t.Object(kApi, 50, 50);
+    t.Object(kSign, 10, 10).Caption() = "Direction_ArrowLeft_A Location_B RwyInstruction_9_ArrowRight";
+    t.Object(kVor, -1000, 0);
+    t.Object(kNdb, 1000, 0);
+    return t;
+}
+
+TEST(EveryKindExport, SectionsStandInTheirOrderAndTheTextIsWellFormed)
+{
+    const TestProject t = EveryKind();
+    const std::string text = ExportOf(t);
+    ExpectWellFormed(text);
+    const char* order[] = {"EXCLUDE", "FLATTEN POLYGON", "MENU ENTRY", "UNLAYERED POLYGONS", "UNLAYERED WIDE LINES",
+                           "UNLAYERED DOT LINES", "LAYERED SHAPES", "RUNWAYS", "3-D OBJECTS", "TAXIWAY SIGNS",
+                           "NAVIGATION"};
+    std::size_t at = 0;
+    for (const char* title : order) {
+        const std::size_t found = text.find(";                 " + std::string(title) + " ", at);
+        ASSERT_NE(found, std::string::npos) << title;
+        at = found;
+    }
+    // In "3-D OBJECTS" the tree line and forest come before the object, each in an area of its own.
+    const std::size_t tree = text.find("Tree Line");
+    const std::size_t forest = text.find("Forest   ");
+    const std::size_t macro = text.find("macro(");
+    EXPECT_LT(tree, forest);
+    EXPECT_LT(forest, macro);
+}
+
+// The check of a piece of text inside the frame the exporter writes.
+std::string Problems(const std::vector<std::string>& body)
+{
+    return FormatProblems(CheckScasm(body));
+}
+
+TEST(EveryKindExport, CheckerFindsFaultsInTreeAndSignStatements)
+{
+    // A vector table whose row lost a column, and a face on a vertex past the table.
+    const std::string vec = Problems({"Area( 5  48.5  11.25 8 )", "VecPoints( 0",
+                                      "-58    0    0         0   32767   0 ;0", "-58    20   0         0   32767 ;1",
+                                      ")", "ShadedTexPoly( a", "0 27     0     ", "2 27     12    ", ")", "EndA"});
+    EXPECT_NE(vec.find("line 4: a row of \"VecPoints(\" needs 6 numbers"), std::string::npos) << vec;
+    EXPECT_NE(vec.find("line 8: point 2 is not in the point table"), std::string::npos) << vec;
+
+    // A foot drawn to a vertex that isn't there, a plate of a flag word and a point past the table.
+    const std::string sign = Problems({"Area( 6  48.5  11.25 40 )", "Points( 0", "-22      46      0      ; 0",
+                                       " 14      46      0      ; 1", ")", "MoveToPt(  1 )", "DrawToPt(  2 )",
+                                       "Poly( a   0   1   5 )", "Poly( ai", " 0   ", " x   ", ")", "EndA"});
+    EXPECT_NE(sign.find("line 7: point 2 is not in the point table"), std::string::npos) << sign;
+    EXPECT_NE(sign.find("line 8: point 5 is not in the point table"), std::string::npos) << sign;
+    EXPECT_NE(sign.find("line 9: \"x\" is no point index"), std::string::npos) << sign;
+    EXPECT_EQ(sign.find("line 6"), std::string::npos) << sign;
+
+    // A misspelt statement and a label that the area never defines.
+    const std::string names = Problems({"Area( 5  48.5  11.25 8 )", "  PerspectiveCall( :3DStart )", "  Jump( : )",
+                                        "    :3DStrat", "    Perspektive", "    Return", "EndA"});
+    EXPECT_NE(names.find("line 2: label :3DStart is not defined in its area"), std::string::npos) << names;
+    EXPECT_NE(names.find("line 5: unknown statement \"Perspektive\""), std::string::npos) << names;
+}
+
+TEST(EveryKindExport, CheckerTakesCutParametersAndTheTwoLocaleNumbers)
+{
+    // A quoted parameter cut at its column leaves its quote open: the line still ends there.
+    const std::string ok = Problems({"macro( \"/opt/x.api\"", "        48.5  11.25", "       6,5               ;Range (km)",
+                                     "       \"a_very_long_text ;User param9", "       \"0\"               ;User param7",
+                                     "      )", "VOR( 108,5 45 81  0 ID Name  48.5  11.25 0 0 )"});
+    EXPECT_EQ(ok, "");
+    // Anywhere else a decimal comma is a fault, the VOR's other numbers included.
+    const std::string bad = Problems({"VOR( 108,5 45 81  0,5 ID Name  48.5  11.25 0 0 )",
+                                      "NDB(  385,5 45  ID Name  48.5  11.25  0 )"});
+    EXPECT_NE(bad.find("line 1: decimal comma"), std::string::npos) << bad;
+    EXPECT_NE(bad.find("line 2: decimal comma"), std::string::npos) << bad;
+}
+
+} // namespace
+} // namespace fw::test
