@@ -132,3 +132,48 @@ TEST(QtUi, TipsAndQuestionsAnswerAsThePersonChose)
 
 } // namespace
 } // namespace fw::qt
+
+#include <QMenu>
+
+#include "platform/qt/FormScasmStatus.h"
+
+namespace fw::qt {
+namespace {
+
+TEST(FormScasmStatus, ViewErrorsKeepsTheDialogAndCloseEndsIt)
+{
+    int viewed = 0;
+    FormScasmStatus form("Unable to generate BGL file. One or more errors occured...", [&] { ++viewed; });
+    EXPECT_EQ(form.windowTitle(), "SCASM status");
+    EXPECT_EQ(form.viewErrorsButton()->text(), "View errors");
+    EXPECT_EQ(form.closeButton()->text(), "&Close");
+    form.show();
+    form.viewErrorsButton()->click();
+    EXPECT_EQ(viewed, 1);
+    EXPECT_TRUE(form.isVisible());
+    form.closeButton()->click();
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_EQ(form.result(), QDialog::Accepted);
+}
+
+TEST(QtUi, PopupMenuShowsTheNamedMenuAndWaits)
+{
+    QtUi ui;
+    QMenu click2;
+    click2.setObjectName("MnuClick2");
+    click2.addAction("Center here");
+    ui.setMenuLookup([&](const QString& name) { return name == "MnuClick2" ? &click2 : nullptr; });
+    QString shown;
+    QTimer::singleShot(0, [&] {
+        if (QWidget* popup = QApplication::activePopupWidget()) {
+            shown = popup->objectName();
+            popup->close();
+        }
+    });
+    ui.PopupMenu("MnuClick2");
+    EXPECT_EQ(shown, "MnuClick2");
+    ui.PopupMenu("NoSuchMenu");
+}
+
+} // namespace
+} // namespace fw::qt

@@ -61,6 +61,7 @@ MainWindow::MainWindow(Session& session, QtUi& ui, MainWindowHooks hooks)
     setCentralWidget(canvas_);
     ui_.setParent(this);
     ui_.setCanvas(canvas_);
+    ui_.setMenuLookup([this](const QString& name) { return menu(name); });
 
     buildMenus();
     buildToolBar();
@@ -77,6 +78,7 @@ MainWindow::~MainWindow()
 {
     ui_.setParent(nullptr);
     ui_.setCanvas(nullptr);
+    ui_.setMenuLookup({});
 }
 
 QMenu* MainWindow::addMenu(QMenu* parent, const char* name, const QString& title)

@@ -1,6 +1,7 @@
 #include "platform/qt/QtUi.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QDesktopServices>
 #include <QFileDialog>
 #include <QMessageBox>
@@ -8,6 +9,7 @@
 #include <QUrl>
 
 #include "platform/qt/FormInform.h"
+#include "platform/qt/FormScasmStatus.h"
 #include "platform/qt/QtText.h"
 
 namespace fw::qt {
@@ -180,6 +182,19 @@ bool QtUi::OpenExternal(const std::string& pathOrUrl)
     const bool isUrl = pathOrUrl.find("://") != std::string::npos;
     const QUrl url = isUrl ? QUrl(ToQt(pathOrUrl)) : QUrl::fromLocalFile(PathToQt(pathOrUrl));
     return QDesktopServices::openUrl(url);
+}
+
+void QtUi::ShowScasmStatus(const std::string& text, const std::string& logPath)
+{
+    FormScasmStatus form(ToQt(text), [this, logPath] { OpenExternal(logPath); }, parent_);
+    form.exec();
+}
+
+void QtUi::PopupMenu(const std::string& name)
+{
+    QMenu* menu = menuLookup_ ? menuLookup_(QString::fromStdString(name)) : nullptr;
+    if (menu)
+        menu->exec(QCursor::pos());
 }
 
 void QtUi::Repaint()

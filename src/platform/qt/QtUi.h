@@ -1,6 +1,9 @@
 // The Ui port on Qt: message boxes, file and folder dialogs, tips, pointers.
 #pragma once
 
+#include <functional>
+
+#include <QMenu>
 #include <QPointer>
 #include <QString>
 #include <QWidget>
@@ -20,6 +23,8 @@ public:
     // The window dialogs belong to, and the widget whose pointer SetPointer changes.
     void setParent(QWidget* parent) { parent_ = parent; }
     void setCanvas(QWidget* canvas) { canvas_ = canvas; }
+    // Where PopupMenu finds a menu by its name.
+    void setMenuLookup(std::function<QMenu*(const QString&)> lookup) { menuLookup_ = std::move(lookup); }
 
     void Message(const std::string& text, MessageStyle style, const std::string& title = {}) override;
     Answer AskYesNoCancel(const std::string& text, const std::string& title = {}) override;
@@ -30,11 +35,15 @@ public:
     void SetWaitCursor(bool on) override;
     void SetPointer(Pointer pointer) override;
     bool OpenExternal(const std::string& pathOrUrl) override;
+    void ShowScasmStatus(const std::string& text, const std::string& logPath) override;
     void Repaint() override;
+    // Pops up "MnuClick2", "MnuClick3" or "MnuSelection" at the pointer and waits for the choice.
+    void PopupMenu(const std::string& name) override;
 
 private:
     QPointer<QWidget> parent_;
     QPointer<QWidget> canvas_;
+    std::function<QMenu*(const QString&)> menuLookup_;
     bool waitCursor_ = false;
 };
 
