@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <cmath>
 #include <vector>
 
@@ -138,8 +137,10 @@ const char* const kArrows[5] = {"ArrowLeft", "ArrowRight", "ArrowUp", "ArrowLeft
 // Letters A to Z in either case, then "1" to "17": the cell number, or -1.
 int LetterOrNumber(const std::string& item)
 {
-    if (item.size() == 1 && std::isalpha(static_cast<unsigned char>(item[0])))
-        return std::toupper(static_cast<unsigned char>(item[0])) - 'A';
+    if (item.size() == 1 && item[0] >= 'A' && item[0] <= 'Z')
+        return item[0] - 'A';
+    if (item.size() == 1 && item[0] >= 'a' && item[0] <= 'z')
+        return item[0] - 'a';
     for (int k = 1; k <= 17; ++k)
         if (item == std::to_string(k))
             return 25 + k;

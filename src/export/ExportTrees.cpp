@@ -13,23 +13,23 @@ const std::string kVector = "    0   32767   0 ;";
 
 // The strip of the tree texture that the wall shows, and the rows and size that follow from it.
 struct Band {
-    int lo = 0;
-    int hi = 0;
+    std::int64_t lo = 0;
+    std::int64_t hi = 0;
     int stripSize = 0; // 0: no strip, the band count is neither 4 nor 8
     std::string lo3, hi3;
     std::string capLo, capHi;
 };
 
-Band BandOf(int numBands, int selected)
+Band BandOf(int numBands, std::int64_t selected)
 {
     Band b;
     if (numBands == 4) {
-        const int base = (3 - selected) * 60;
+        const std::int64_t base = (3 - selected) * 60;
         b.lo = base + 19;
         b.hi = base + 72;
         b.stripSize = 60;
     } else if (numBands == 8) {
-        const int base = (7 - selected) * 30;
+        const std::int64_t base = (7 - selected) * 30;
         b.lo = base + 19;
         b.hi = base + 42;
         b.stripSize = 30;

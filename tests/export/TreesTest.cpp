@@ -1,6 +1,7 @@
 // Tree lines and forests: one area each in "3-D OBJECTS", the wall and its caps, the forest's rings.
 #include "Export2Support.h"
 
+#include <cstdio>
 #include <cstdlib>
 
 #include "core/Random.h"
@@ -119,6 +120,32 @@ TEST(ForestExport, CollinearOutlineWritesNothingButTheSection)
     ExpectWellFormed(text);
     EXPECT_EQ(CountLines(text, "3-D OBJECTS"), 1u);
     EXPECT_EQ(CountLines(text, "Forest "), 0u);
+}
+
+TEST(ForestExport, PointOnTheCentreOfItsBoxStopsTheExportAndWritesNoFile)
+{
+    TestProject t;
+    // Local metres (0,0), (200,0), (200,200), (100,100), (0,200): the fourth is the centre, which has no
+    // direction to move outward in.
+    t.Shape(kForest, {{0, 0}, {400, 0}, {400, 400}, {200, 200}, {0, 400}});
+    const std::string path = ::testing::TempDir() + "fw_forest_centre.txt";
+    std::remove(path.c_str());
+    EXPECT_FALSE(ExportTextFile(t.Input(), path, kExportText, {}));
+    EXPECT_TRUE(ReadBytes(path).empty());
+    ASSERT_EQ(t.ui.calls.size(), 1u);
+    EXPECT_NE(t.ui.calls[0].text.find("shape 1 (Voluminous forest"), std::string::npos) << t.ui.calls[0].text;
+    EXPECT_NE(t.ui.calls[0].text.find("centre of its box"), std::string::npos) << t.ui.calls[0].text;
+}
+
+TEST(TreeExport, BandCountOtherThanFourOrEightStops)
+{
+    TestProject t;
+    TreeLine(t, {{0, 0}, {200, 0}}, 6, 0, 20);
+    EXPECT_THROW(t.Lines(), OperationFault);
+    // A band far out of range still writes numbers, however meaningless.
+    TestProject u;
+    TreeLine(u, {{0, 0}, {200, 0}}, 8, -2147483647 - 1, 20);
+    ExpectWellFormed(ExportOf(u));
 }
 
 TEST(ForestExport, FeetFollowOneUnseededSequenceAcrossExports)
