@@ -1,0 +1,481 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "platform/RecordingCanvas.h"
+#include "render/Texture.h"
+
+namespace fw {
+namespace {
+
+namespace fs = std::filesystem;
+using Bytes = std::vector<std::uint8_t>;
+
+void Put16(Bytes& b, std::size_t at, std::uint32_t v)
+{
+    b[at] = static_cast<std::uint8_t>(v);
+    b[at + 1] = static_cast<std::uint8_t>(v >> 8);
+}
+
+void Put32(Bytes& b, std::size_t at, std::uint32_t v)
+{
+    for (int i = 0; i < 4; ++i)
+        b[at + i] = static_cast<std::uint8_t>(v >> (8 * i));
+}
+
+// A bitmap header: "BM", sizes, offset and depth; the file is exactly headerSize bytes long.
+Bytes Header(std::int32_t w, std::int32_t h, int bits, std::uint32_t offBits, std::size_t headerSize)
+{
+    Bytes b(headerSize, 0);
+    b[0] = 'B';
+    b[1] = 'M';
+    Put32(b, 2, 0x7FFFFFFF); // bfSize is never trusted
+    Put32(b, 10, offBits);
+    Put32(b, 14, 40);
+    Put32(b, 18, static_cast<std::uint32_t>(w));
+    Put32(b, 22, static_cast<std::uint32_t>(h));
+    Put16(b, 26, 1);
+    Put16(b, 28, static_cast<std::uint32_t>(bits));
+    return b;
+}
+
+// Palette entry e of an 8-bit bitmap: blue e / 4, green e / 2, red 255 - e, reserved (alpha) e.
+std::array<std::uint8_t, 4> Entry(int e)
+{
+    return {static_cast<std::uint8_t>(e / 4), static_cast<std::uint8_t>(e / 2), static_cast<std::uint8_t>(255 - e),
+            static_cast<std::uint8_t>(e)};
+}
+
+// An 8-bit bitmap whose pixel i holds index (i % 251); extra is appended after one skipped byte.
+Bytes Bitmap8(std::int32_t w, std::int32_t h, const Bytes& extra = {}, std::uint32_t offBits = 1078)
+{
+    Bytes b = Header(w, h, 8, offBits, std::max<std::size_t>(1078, offBits));
+    for (int e = 0; e < 256; ++e) {
+        auto v = Entry(e);
+        std::copy(v.begin(), v.end(), b.begin() + 54 + 4 * e);
+    }
+    for (std::int64_t i = 0; i < std::int64_t{w} * h; ++i)
+        b.push_back(static_cast<std::uint8_t>(i % 251));
+    if (!extra.empty()) {
+        b.push_back(0);
+        b.insert(b.end(), extra.begin(), extra.end());
+    }
+    return b;
+}
+
+Bytes Bitmap24(std::int32_t w, std::int32_t h)
+{
+    Bytes b = Header(w, h, 24, 54, 54);
+    for (std::int64_t i = 0; i < std::int64_t{w} * h; ++i) {
+        b.push_back(static_cast<std::uint8_t>(i));      // blue
+        b.push_back(static_cast<std::uint8_t>(i + 1));  // green
+        b.push_back(static_cast<std::uint8_t>(i + 2));  // red
+    }
+    return b;
+}
+
+// A program folder of its own with the palette entry i = (i, 255 - i, i / 2), entry 0 black.
+class TextureFiles : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
+        root_ = fs::temp_directory_path() / ("fw_texture_" + std::string(info->name()));
+        fs::remove_all(root_);
+        fs::create_directories(root_ / "resource");
+        program_ = root_.string() + "/";
+        Bytes pal(768);
+        for (int i = 0; i < 256; ++i) {
+            pal[3 * i] = static_cast<std::uint8_t>(i);
+            pal[3 * i + 1] = static_cast<std::uint8_t>(i == 0 ? 0 : 255 - i);
+            pal[3 * i + 2] = static_cast<std::uint8_t>(i / 2);
+        }
+        Write("resource/fs5.pal", pal);
+    }
+    void TearDown() override { fs::remove_all(root_); }
+
+    std::string Write(const std::string& name, const Bytes& bytes)
+    {
+        std::string path = (root_ / name).string();
+        std::ofstream out(path, std::ios::binary);
+        out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+        return path;
+    }
+
+    fs::path root_;
+    std::string program_;
+    std::vector<std::uint32_t> pixels_;
+    BitmapInfoHeader header_;
+    std::string label_;
+    std::vector<std::uint8_t> image_;
+    std::int32_t width_ = 0;
+    std::int32_t height_ = 0;
+};
+
+std::uint32_t Bgr(int b, int g, int r, int reserved = 0)
+{
+    return static_cast<std::uint32_t>(b) | (static_cast<std::uint32_t>(g) << 8) |
+           (static_cast<std::uint32_t>(r) << 16) | (static_cast<std::uint32_t>(reserved) << 24);
+}
+
+TEST_F(TextureFiles, RawFormKeepsFileRowsForPreviewAndTurnsThemForOpenGl)
+{
+    Bytes raw(65536);
+    for (std::size_t i = 0; i < raw.size(); ++i)
+        raw[i] = static_cast<std::uint8_t>((i * 7 + i / 256) % 256);
+    raw[0] = 'B'; // "BM" only counts as both bytes
+    raw[1] = 'X';
+    std::string path = Write("ground.bmp", raw); // any name: the first bytes decide
+
+    ReadTextureGdi(path, program_, pixels_, header_, label_);
+    EXPECT_EQ(label_, "8-bit raw");
+    ASSERT_EQ(pixels_.size(), 65536u);
+    for (std::size_t i : {std::size_t{0}, std::size_t{1}, std::size_t{300}, std::size_t{65535}}) {
+        int v = raw[i];
+        EXPECT_EQ(pixels_[i], Bgr(v / 2, v == 0 ? 0 : 255 - v, v)) << i;
+    }
+    EXPECT_EQ(header_.biSize, 40);
+    EXPECT_EQ(header_.biWidth, 256);
+    EXPECT_EQ(header_.biHeight, 256);
+    EXPECT_EQ(header_.biPlanes, 1);
+    EXPECT_EQ(header_.biBitCount, 32);
+    EXPECT_EQ(header_.biSizeImage, 65536u);
+
+    ASSERT_EQ(ReadTextureGl(path, program_, image_, width_, height_), 1);
+    ASSERT_EQ(width_, 256);
+    ASSERT_EQ(height_, 256);
+    // Source row 0 lands in image row 255.
+    for (std::size_t c : {std::size_t{0}, std::size_t{5}, std::size_t{255}}) {
+        int v = raw[c];
+        const std::uint8_t* px = &image_[(255 * 256 + c) * 4];
+        EXPECT_EQ(px[0], v);
+        EXPECT_EQ(px[1], v == 0 ? 0 : 255 - v);
+        EXPECT_EQ(px[2], v / 2);
+        EXPECT_EQ(px[3], 255);
+    }
+    int v = raw[255 * 256 + 3];
+    EXPECT_EQ(image_[3 * 4], v);
+}
+
+TEST_F(TextureFiles, ShortOrEmptyRawFileIsPartlyBlack)
+{
+    Bytes raw(1000, 9);
+    std::string path = Write("short.r8", raw);
+    ReadTextureGdi(path, program_, pixels_, header_, label_);
+    EXPECT_EQ(label_, "8-bit raw");
+    ASSERT_EQ(pixels_.size(), 65536u);
+    EXPECT_EQ(pixels_[999], Bgr(4, 246, 9));
+    EXPECT_EQ(pixels_[1000], 0u);
+    EXPECT_EQ(pixels_[65535], 0u);
+
+    ReadTextureGdi(Write("empty.r8", {}), program_, pixels_, header_, label_);
+    EXPECT_EQ(label_, "8-bit raw");
+    EXPECT_EQ(pixels_.size(), 65536u);
+    EXPECT_EQ(pixels_[0], 0u);
+    EXPECT_EQ(ReadTextureGl(Write("one.r8", {'B'}), program_, image_, width_, height_), 1);
+    EXPECT_EQ(width_, 256);
+}
+
+TEST_F(TextureFiles, MissingPaletteMakesRawBlackButLeavesBitmapsAlone)
+{
+    fs::remove(root_ / "resource" / "fs5.pal");
+    std::string raw = Write("c.r8", Bytes(65536, 200));
+    ReadTextureGdi(raw, program_, pixels_, header_, label_);
+    EXPECT_EQ(label_, "8-bit raw");
+    EXPECT_TRUE(std::all_of(pixels_.begin(), pixels_.end(), [](std::uint32_t p) { return p == 0; }));
+
+    std::string bmp = Write("b.bmp", Bitmap8(32, 32));
+    ReadTextureGdi(bmp, program_, pixels_, header_, label_);
+    EXPECT_EQ(label_, "8-bit palette");
+    EXPECT_EQ(pixels_[4], Bgr(1, 2, 251, 4));
+
+    Palette palette;
+    palette[3] = {1, 2, 3};
+    LoadPalette(program_, palette);
+    EXPECT_EQ(palette[3], (std::array<std::uint8_t, 3>{0, 0, 0}));
+}
+
+TEST_F(TextureFiles, PaletteFolderAndTexturePathsMatchWithoutRegardToCase)
+{
+    fs::rename(root_ / "resource", root_ / "RESOURCE");
+    Palette palette{};
+    LoadPalette(program_, palette);
+    EXPECT_EQ(palette[10], (std::array<std::uint8_t, 3>{10, 245, 5}));
+    EXPECT_EQ(palette[0], (std::array<std::uint8_t, 3>{0, 0, 0}));
+
+    fs::create_directories(root_ / "Texture");
+    Write("Texture/Concrete.r8", Bytes(65536, 10));
+    ReadTextureGdi(program_ + "texture\\concrete.R8", program_, pixels_, header_, label_);
+    EXPECT_EQ(label_, "8-bit raw");
+    EXPECT_EQ(pixels_[0], Bgr(5, 245, 10));
+
+    // A palette file cut short leaves the entries it doesn't hold at zero.
+    Write("RESOURCE/fs5.pal", Bytes(30, 7));
+    LoadPalette(program_, palette);
+    EXPECT_EQ(palette[9], (std::array<std::uint8_t, 3>{7, 7, 7}));
+    EXPECT_EQ(palette[10], (std::array<std::uint8_t, 3>{0, 0, 0}));
+}
+
+TEST_F(TextureFiles, PlainEightBitBitmapUsesTheWholeEntry)
+{
+    std::string path = Write("p.bmp", Bitmap8(128, 128));
+    ReadTextureGdi(path, program_, pixels_, header_, label_);
+    EXPECT_EQ(label_, "8-bit palette");
+    ASSERT_EQ(pixels_.size(), 128u * 128u);
+    // All four bytes of the entry, the reserved byte included.
+    EXPECT_EQ(pixels_[0], Bgr(0, 0, 255, 0));
+    EXPECT_EQ(pixels_[100], Bgr(25, 50, 155, 100));
+    EXPECT_EQ(pixels_[300], Bgr(12, 24, 206, 49)); // index 300 % 251
+    EXPECT_EQ(header_.biWidth, 128);
+    EXPECT_EQ(header_.biHeight, 128);
+    EXPECT_EQ(header_.biSizeImage, 16384u);
+    EXPECT_EQ(TextureScale(header_.biWidth, header_.biHeight), 0.5);
+
+    ASSERT_EQ(ReadTextureGl(path, program_, image_, width_, height_), 1);
+    EXPECT_EQ(width_, 128);
+    EXPECT_EQ(height_, 128);
+    // File row 0 (the foot) is the last image row; alpha 255 without an extra block.
+    const std::uint8_t* px = &image_[(127 * 128 + 100) * 4];
+    EXPECT_EQ(px[0], 155);
+    EXPECT_EQ(px[1], 50);
+    EXPECT_EQ(px[2], 25);
+    EXPECT_EQ(px[3], 255);
+}
+
+TEST_F(TextureFiles, OneNonZeroByteInTheExtraBlockMakesItExtended)
+{
+    Bytes extra(64 * 64, 0);
+    extra[4095] = 1;
+    std::string path = Write("x.bmp", Bitmap8(128, 128, extra));
+    ReadTextureGdi(path, program_, pixels_, header_, label_);
+    EXPECT_EQ(label_, "8-bit palette (extended)");
+    // min(255, 255 - alpha + colour): transparency against white, reserved 0.
+    EXPECT_EQ(pixels_[200], Bgr(105, 155, 110, 0));
+    EXPECT_EQ(pixels_[0], Bgr(255, 255, 255, 0));
+    EXPECT_EQ(pixels_[10], Bgr(247, 250, 255, 0));
+
+    ASSERT_EQ(ReadTextureGl(path, program_, image_, width_, height_), 1);
+    const std::uint8_t* px = &image_[(126 * 128 + 72) * 4];
+    EXPECT_EQ(px[0], 55);
+    EXPECT_EQ(px[1], 100);
+    EXPECT_EQ(px[2], 50);
+    EXPECT_EQ(px[3], 200); // alpha from the entry
+
+    // The byte right behind the pixels is skipped: a mark there alone isn't an extra block.
+    Bytes b = Bitmap8(128, 128);
+    b.push_back(9);
+    b.resize(b.size() + 64 * 64, 0);
+    ReadTextureGdi(Write("y.bmp", b), program_, pixels_, header_, label_);
+    EXPECT_EQ(label_, "8-bit palette");
+    EXPECT_EQ(ReadTextureGl(Write("y.bmp", b), program_, image_, width_, height_), 1);
+    EXPECT_EQ(image_[(126 * 128 + 72) * 4 + 3], 255);
+}
+
+TEST_F(TextureFiles, OddSizesRoundTheExtraBlockHalfToEven)
+{
+    // 5 by 3: the block is round(2.5) * round(1.5) = 2 * 2 bytes.
+    Bytes inside = Bitmap8(5, 3, {0, 0, 0, 7});
+    ReadTextureGdi(Write("in.bmp", inside), program_, pixels_, header_, label_);
+    EXPECT_EQ(label_, "8-bit palette (extended)");
+    EXPECT_EQ(header_.biSizeImage, 15u);
+    Bytes outside = Bitmap8(5, 3, {0, 0, 0, 0, 7});
+    ReadTextureGdi(Write("out.bmp", outside), program_, pixels_, header_, label_);
+    EXPECT_EQ(label_, "8-bit palette");
+    EXPECT_EQ(TextureScale(5, 3), 0.0);
+}
+
+TEST_F(TextureFiles, PixelOffsetCountsForPreviewOnly)
+{
+    // Pixels at 1100: the preview reads them there, the OpenGL reader at 1078 whatever the header says.
+    Bytes b = Bitmap8(32, 32, {}, 1100);
+    std::fill(b.begin() + 1078, b.begin() + 1100, 0);
+    ReadTextureGdi(Write("o.bmp", b), program_, pixels_, header_, label_);
+    EXPECT_EQ(label_, "8-bit palette");
+    EXPECT_EQ(pixels_[5], Bgr(1, 2, 250, 5));
+    ASSERT_EQ(ReadTextureGl(Write("o.bmp", b), program_, image_, width_, height_), 1);
+    // Image row 31 is file row 0: index 0 for the 22 padding bytes, then the pixels shifted by 22.
+    EXPECT_EQ(image_[(31 * 32 + 5) * 4], 255);       // entry 0: red 255
+    EXPECT_EQ(image_[(31 * 32 + 27) * 4], 255 - 5);  // pixel 5 read at offset 1105
+}
+
+TEST_F(TextureFiles, TwentyFourBitBitmapIsReadWithItsWarning)
+{
+    std::string path = Write("t.bmp", Bitmap24(64, 32));
+    ReadTextureGdi(path, program_, pixels_, header_, label_);
+    EXPECT_EQ(label_, "24-bit (FS INCOMPATIBLE!)");
+    ASSERT_EQ(pixels_.size(), 64u * 32u);
+    EXPECT_EQ(pixels_[0], Bgr(0, 1, 2, 0));
+    EXPECT_EQ(pixels_[70], Bgr(70, 71, 72, 0));
+    EXPECT_EQ(header_.biSizeImage, 2048u);
+
+    ASSERT_EQ(ReadTextureGl(path, program_, image_, width_, height_), 1);
+    EXPECT_EQ(width_, 64);
+    EXPECT_EQ(height_, 32);
+    const std::uint8_t* px = &image_[(31 * 64 + 6) * 4];
+    EXPECT_EQ(px[0], 8);
+    EXPECT_EQ(px[1], 7);
+    EXPECT_EQ(px[2], 6);
+    EXPECT_EQ(px[3], 255);
+}
+
+TEST_F(TextureFiles, UnreadableFilesGiveTheFallback)
+{
+    auto expectFallback = [&](const std::string& path) {
+        ReadTextureGdi(path, program_, pixels_, header_, label_);
+        EXPECT_EQ(label_, "Unknown format!") << path;
+        ASSERT_EQ(pixels_.size(), 1024u) << path;
+        EXPECT_EQ(pixels_[0], Bgr(128, 128, 128, 0));
+        EXPECT_EQ(pixels_[1023], Bgr(128, 128, 128, 0));
+        EXPECT_EQ(header_.biWidth, 32);
+        EXPECT_EQ(header_.biHeight, 32);
+        EXPECT_EQ(header_.biBitCount, 32);
+        EXPECT_EQ(header_.biSizeImage, 1024u);
+        image_.assign(3, 1);
+        EXPECT_EQ(ReadTextureGl(path, program_, image_, width_, height_), 0) << path;
+        EXPECT_EQ(width_, 32);
+        EXPECT_EQ(height_, 32);
+        ASSERT_EQ(image_.size(), 32u * 32u * 4u);
+        EXPECT_TRUE(std::all_of(image_.begin(), image_.end(), [](std::uint8_t v) { return v == 0; }));
+    };
+    expectFallback(program_ + "missing.bmp");
+    expectFallback("");
+    expectFallback(root_.string()); // a folder
+    for (int bits : {1, 4, 16, 32, 0})
+        expectFallback(Write("d" + std::to_string(bits) + ".bmp", Header(32, 32, bits, 54, 54 + 32 * 32 * 4)));
+    // Damaged headers: sizes no one can hold, negative or zero sides, a header far bigger than its file.
+    expectFallback(Write("huge8.bmp", Header(100000, 100000, 8, 1078, 2000)));
+    expectFallback(Write("huge24.bmp", Header(100000, 100000, 24, 54, 2000)));
+    expectFallback(Write("wide.bmp", Header(0x7FFFFFFF, 1, 8, 1078, 2000)));
+    expectFallback(Write("neg.bmp", Header(32, -32, 8, 1078, 1078 + 1024)));
+    expectFallback(Write("negw.bmp", Header(-65536, -65536, 24, 54, 2000)));
+    expectFallback(Write("zero.bmp", Header(0, 256, 8, 1078, 1078)));
+    expectFallback(Write("liar.bmp", Header(4096, 4096, 8, 1078, 2000)));
+    expectFallback(Write("bm.bmp", {'B', 'M'}));
+}
+
+TEST_F(TextureFiles, TruncatedBitmapsReadZerosPastTheEnd)
+{
+    Bytes b = Bitmap8(64, 64);
+    b.resize(1078 + 64 * 10); // ten rows of pixels left
+    std::string path = Write("cut.bmp", b);
+    ReadTextureGdi(path, program_, pixels_, header_, label_);
+    EXPECT_EQ(label_, "8-bit palette");
+    ASSERT_EQ(pixels_.size(), 4096u);
+    EXPECT_EQ(pixels_[639], Bgr(34, 68, 118, 137)); // index 639 % 251
+    EXPECT_EQ(pixels_[640], Bgr(0, 0, 255, 0));    // index 0 from here on
+    EXPECT_EQ(pixels_[4095], Bgr(0, 0, 255, 0));
+
+    // Cut inside the palette: the missing entries and pixels are zero, so the image is black.
+    Bytes c = Bitmap8(64, 64);
+    c.resize(56); // entry 0 without its red
+    ReadTextureGdi(Write("cut2.bmp", c), program_, pixels_, header_, label_);
+    EXPECT_EQ(label_, "8-bit palette");
+    EXPECT_EQ(pixels_[64 * 64 - 1], 0u);
+    ASSERT_EQ(ReadTextureGl(Write("cut2.bmp", c), program_, image_, width_, height_), 1);
+    EXPECT_EQ(image_[0], 0);
+    EXPECT_EQ(image_[3], 255);
+
+    // A pixel offset far past the end reads only zeros, without reading or holding anything big.
+    Bytes d = Bitmap8(32, 32, {}, 1078);
+    Put32(d, 10, 0xFFFFFFF0u);
+    ReadTextureGdi(Write("far.bmp", d), program_, pixels_, header_, label_);
+    EXPECT_EQ(label_, "8-bit palette");
+    EXPECT_EQ(pixels_[100], Bgr(0, 0, 255, 0));
+
+    // A 24-bit file cut after its first row.
+    Bytes e = Bitmap24(32, 32);
+    e.resize(54 + 32 * 3);
+    ReadTextureGdi(Write("cut24.bmp", e), program_, pixels_, header_, label_);
+    EXPECT_EQ(label_, "24-bit (FS INCOMPATIBLE!)");
+    EXPECT_EQ(pixels_[31], Bgr(31, 32, 33));
+    EXPECT_EQ(pixels_[32], 0u);
+}
+
+TEST_F(TextureFiles, MemoryAndFileReadersAgree)
+{
+    Palette palette{};
+    LoadPalette(program_, palette);
+    for (const Bytes& b : {Bitmap8(32, 32), Bitmap8(16, 8, Bytes(32, 3)), Bitmap24(8, 8), Bytes(65536, 77),
+                           Header(9, 9, 16, 54, 60)}) {
+        std::string path = Write("m.bin", b);
+        std::vector<std::uint32_t> px;
+        BitmapInfoHeader hd;
+        std::string lb;
+        DecodeTextureGdi(b, palette, px, hd, lb);
+        ReadTextureGdi(path, program_, pixels_, header_, label_);
+        EXPECT_EQ(px, pixels_);
+        EXPECT_EQ(lb, label_);
+        EXPECT_EQ(hd.biWidth, header_.biWidth);
+        std::vector<std::uint8_t> im;
+        std::int32_t w = 0, h = 0;
+        TextureForm form = DecodeTextureGl(b, palette, im, w, h);
+        EXPECT_EQ(ReadTextureGl(path, program_, image_, width_, height_), form == TextureForm::Unknown ? 0 : 1);
+        EXPECT_EQ(im, image_);
+        EXPECT_EQ(w, width_);
+        EXPECT_EQ(h, height_);
+    }
+}
+
+TEST(TextureScale, OnlySquaresOfTheFourSimulatorSizes)
+{
+    EXPECT_EQ(TextureScale(32, 32), 0.125);
+    EXPECT_EQ(TextureScale(64, 64), 0.25);
+    EXPECT_EQ(TextureScale(128, 128), 0.5);
+    EXPECT_EQ(TextureScale(256, 256), 1.0);
+    EXPECT_EQ(TextureScale(128, 64), 0.0);
+    EXPECT_EQ(TextureScale(16, 16), 0.0);
+    EXPECT_EQ(TextureScale(512, 512), 0.0);
+    EXPECT_EQ(TextureScale(0, 0), 0.0);
+    EXPECT_EQ(TextureScale(-256, -256), 0.0);
+}
+
+// Keeps the pixels a stretch was given.
+class PictureCanvas : public RecordingCanvas {
+public:
+    PictureCanvas() : RecordingCanvas(100, 80) {}
+    void StretchPixels(int x, int y, int width, int height, const std::vector<std::uint32_t>& pixels, int srcWidth,
+                       int srcHeight) override
+    {
+        RecordingCanvas::StretchPixels(x, y, width, height, pixels, srcWidth, srcHeight);
+        picture = pixels;
+    }
+    std::vector<std::uint32_t> picture;
+};
+
+TEST_F(TextureFiles, PreviewClearsAndStretchesTheUprightImage)
+{
+    Bytes b = Bitmap8(128, 64);
+    PictureCanvas canvas;
+    std::string label;
+    TextureSize size;
+    LoadPreview(canvas, 100, 80, label, size, Write("w.bmp", b), program_);
+    EXPECT_EQ(label, "8-bit palette -> Wrong size!");
+    EXPECT_EQ(size.width, 128);
+    EXPECT_EQ(size.height, 64);
+    ASSERT_EQ(canvas.calls.size(), 2u);
+    EXPECT_EQ(canvas.calls[0].op, "white");
+    EXPECT_EQ(canvas.calls[0].args, (std::vector<int>{0, 0, 100, 80}));
+    EXPECT_EQ(canvas.calls[1].op, "stretch");
+    EXPECT_EQ(canvas.calls[1].args, (std::vector<int>{0, 0, 100, 80, 128, 64}));
+    ASSERT_EQ(canvas.picture.size(), 128u * 64u);
+    // The top row of the picture is the file's last row; the reserved byte is dropped.
+    std::size_t last = 63 * 128;
+    EXPECT_EQ(canvas.picture[0], Bgr(static_cast<int>(last % 251) / 4, static_cast<int>(last % 251) / 2,
+                                     255 - static_cast<int>(last % 251)));
+    EXPECT_EQ(canvas.picture[63 * 128 + 1], Bgr(0, 0, 254));
+
+    PictureCanvas square;
+    LoadPreview(square, 100, 80, label, size, Write("s.bmp", Bitmap8(64, 64)), program_);
+    EXPECT_EQ(label, "8-bit palette");
+
+    PictureCanvas none;
+    LoadPreview(none, 100, 80, label, size, program_ + "nothing.bmp", program_);
+    EXPECT_EQ(label, "Unknown format!"); // 32 by 32 is a size the simulator takes
+    EXPECT_EQ(size.width, 32);
+}
+
+} // namespace
+} // namespace fw
