@@ -1,13 +1,24 @@
 #include <cstdio>
+#include <filesystem>
+#include <iostream>
 
 #include "app/cli/Commands.h"
+#include "editor/Replay.h"
 
 namespace fw::cli {
 
-int Replay(const Args&)
+int Replay(const Args& args)
 {
-    std::fputs("this command is not available yet\n", stderr);
-    return 2;
+    if (args.size() != 1) {
+        std::fputs("usage: fieldwright-cli replay SCRIPT\n", stderr);
+        return 2;
+    }
+    const std::filesystem::path script(args[0]);
+    std::string base = script.parent_path().string();
+    if (base.empty())
+        base = ".";
+    ReplaySession replay(ProgramFolder(), base);
+    return replay.RunFile(args[0], std::cerr);
 }
 
 } // namespace fw::cli

@@ -1,0 +1,86 @@
+// Sessions built in code for the editor's tests: a scripted Ui, a canvas, records placed directly.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "core/Session.h"
+#include "editor/Replay.h"
+
+namespace fw::test {
+
+struct EditorFixture {
+    // An 800 by 600 canvas at 100 % with world (0,0) at pixel (400,300).
+    explicit EditorFixture(double zoom = 1.0)
+        : replay(std::make_unique<ReplaySession>(FW_PROGRAM_DIR))
+    {
+        std::string error;
+        replay->Run("canvas 800 600", error);
+        s().view.setZoom(zoom);
+    }
+
+    Session& s() { return replay->session; }
+    ReplayUi& ui() { return replay->ui; }
+
+    // Runs script lines; fails the test on a line that can't run.
+    void Run(const std::vector<std::string>& lines)
+    {
+        for (const auto& l : lines) {
+            std::string error;
+            if (!replay->Run(l, error))
+                throw std::runtime_error(l + ": " + error);
+        }
+    }
+
+    int AddShape(int type, const PointList& pts, const std::string& comment = "[No comment]")
+    {
+        ShapeRecord r;
+        ResetShape(r, type);
+        r.gType = static_cast<std::uint8_t>(type);
+        r.gComment = comment;
+        AppendShape(s().stores, r, pts);
+        return s().stores.ShapeCount() - 1;
+    }
+
+    int AddObject(int type, int x, int y, double rotation = 0)
+    {
+        AppendObject(s().stores, type, x, y, rotation, s().programFolder);
+        return s().stores.ObjectCount() - 1;
+    }
+
+    void SelectShape(int i)
+    {
+        auto& sel = s().editor.selection;
+        const auto& l = s().stores.ShapeStore[i].gLimits;
+        sel.addEntry(i, 0, l[0], l[1], l[2], l[3]);
+    }
+
+    void SelectObject(int i)
+    {
+        const auto& o = s().stores.ObjectStore[i];
+        s().editor.selection.addEntry(i, 1, o.PosX, o.PosX, o.PosY, o.PosY);
+    }
+
+    void Answer(const std::string& line) { Run({"answer " + line}); }
+
+    std::vector<std::string> Kinds() const
+    {
+        std::vector<std::string> k;
+        for (const auto& e : replay->ui.log)
+            k.push_back(e.kind);
+        return k;
+    }
+
+    const PointList& Points(int shape) { return s().stores.PointStore.at(shape); }
+
+    std::unique_ptr<ReplaySession> replay;
+};
+
+// Pixel of a world point on the fixture's canvas at zoom 1.
+inline std::string Px(int worldX, int worldY)
+{
+    return std::to_string(worldX + 400) + " " + std::to_string(worldY + 300);
+}
+
+} // namespace fw::test

@@ -1,0 +1,232 @@
+// The view transform, hit testing and the selection's own rules.
+#include <gtest/gtest.h>
+
+#include "EditorTestSupport.h"
+#include "editor/Commands.h"
+#include "editor/Selection.h"
+
+namespace fw::test {
+namespace {
+
+TEST(View, CentreRoundsHalfToEven)
+{
+    COffset v;
+    v.setSWidth(801);
+    v.setSHeight(600);
+    v.reset();
+    EXPECT_EQ(v.centX(), 400);
+    EXPECT_EQ(ScreenToWorld(v, 400, 300).X, 0); // pixel 400 shows world X 0
+    v.setSWidth(803);
+    v.resize();
+    EXPECT_EQ(v.centX(), 402);
+    EXPECT_EQ(v.zoom(), 0.25);
+}
+
+TEST(View, ClampedOnlyWhenAsked)
+{
+    COffset v;
+    v.setSWidth(1400);
+    v.setSHeight(600);
+    v.reset();
+    v.setZoom(0.0625);
+    const Point p = ScreenToWorld(v, 1399, 0);
+    EXPECT_GT(p.X, 10000);
+    EXPECT_EQ(ScreenToWorldClamped(v, 1399, 0).X, 10000);
+}
+
+TEST(View, ZoomStepsStopAtTheEnds)
+{
+    EditorFixture f(4.0);
+    ZoomStep(f.s(), true);
+    EXPECT_EQ(f.s().view.zoom(), 4.0);
+    ZoomStep(f.s(), false);
+    EXPECT_EQ(f.s().view.zoom(), 3.0);
+    f.s().view.setZoom(0.0625);
+    ZoomStep(f.s(), false);
+    EXPECT_EQ(f.s().view.zoom(), 0.0625);
+    ZoomStep(f.s(), true);
+    EXPECT_EQ(f.s().view.zoom(), 0.125);
+    f.s().view.setZoom(0.3); // no row: no step
+    ZoomStep(f.s(), true);
+    EXPECT_EQ(f.s().view.zoom(), 0.3);
+    EXPECT_TRUE(f.ui().log.empty());
+}
+
+TEST(View, ResizeKeepsTheCentreAndZoom)
+{
+    EditorFixture f(2.0);
+    f.s().view.setOffX(-50);
+    f.Run({"canvas 1000 700"});
+    EXPECT_EQ(f.s().view.centX(), 500);
+    EXPECT_EQ(f.s().view.offX(), -50);
+    EXPECT_EQ(f.s().view.zoom(), 2.0);
+}
+
+TEST(View, PanIsClampedButCenterHereIsNot)
+{
+    EditorFixture f(0.0625);
+    // Drag the empty canvas far to the right: the offset is held at the work area.
+    f.Run({"down L 10 10", "move 790 10"});
+    EXPECT_EQ(f.s().view.offX(), 0) << "a pan only previews while the button is held";
+    f.Run({"up L 790 10"});
+    EXPECT_EQ(f.s().view.offX(), 10000);
+    EXPECT_EQ(f.s().editor.EditState, 0);
+    // Right click on empty canvas far out, then "Center here".
+    f.Run({"down R 0 0", "up R 0 0"});
+    EXPECT_EQ(f.ui().Popups().back(), "MnuClick2");
+    const Point ctx = f.s().editor.memory.ContextPoint;
+    f.Run({"command MnuC2centerHere"});
+    EXPECT_EQ(f.s().view.offX(), -ctx.X);
+    EXPECT_GT(f.s().view.offX(), 10000); // past the work area by the distance to the click
+}
+
+TEST(Selection, ClickBoxIsHalfOpenForRecordsAndStrictForPoints)
+{
+    EditorFixture f(1.0);
+    const int atLow = f.AddShape(kPoly, {{97, 100}, {150, 150}, {97, 200}});
+    const int atHigh = f.AddShape(kPoly, {{103, 100}, {150, 150}, {103, 200}});
+    EXPECT_EQ(SelectAt(f.s(), 100, 100, 100, 100, 1), atLow);
+    EXPECT_EQ(f.s().editor.selection.firstShape(), atLow);
+    (void)atHigh;
+
+    // Points: 97 < X < 103, so a point at 97 isn't hit.
+    f.s().editor.selection.reset();
+    const int line = f.AddShape(kWideLine, {{97, 400}, {100, 400}, {103, 400}});
+    f.SelectShape(line);
+    EXPECT_EQ(SelectPointsAt(f.s(), 100, 100, 400, 400, 1), 0);
+    EXPECT_EQ(f.s().editor.selection.SelPoints(), (std::vector<std::uint16_t>{1}));
+    // No hit keeps the points, and the query then says -1.
+    EXPECT_EQ(SelectPointsAt(f.s(), 300, 300, 300, 300, 1), 0);
+    EXPECT_EQ(f.s().editor.selection.SelPoints(), (std::vector<std::uint16_t>{1}));
+    EXPECT_EQ(SelectPointsAt(f.s(), 300, 300, 300, 300, 0), -1);
+    EXPECT_EQ(SelectPointsAt(f.s(), 100, 100, 400, 400, 0), 1);
+    EXPECT_EQ(SelectPointsAt(f.s(), 97, 97, 400, 400, 0), 0); // first hit 97 is not selected
+}
+
+TEST(Selection, PointsNeedExactlyOneShape)
+{
+    EditorFixture f(1.0);
+    f.AddShape(kPoly, {{0, 0}, {10, 0}, {10, 10}});
+    f.AddShape(kPoly, {{50, 0}, {60, 0}, {60, 10}});
+    f.SelectShape(0);
+    f.SelectShape(1);
+    EXPECT_EQ(SelectPointsAt(f.s(), 0, 0, 0, 0, 0), 0);
+}
+
+TEST(Selection, OutlineDoesNotHitAndEmptyClickPans)
+{
+    EditorFixture f(1.0);
+    f.AddShape(kPoly, {{0, 0}, {200, 0}, {200, 200}});
+    f.Run({"down L " + Px(100, 0)});
+    EXPECT_EQ(f.s().editor.EditState, 7);
+    EXPECT_EQ(f.s().editor.selection.sizeShape(), -1);
+    EXPECT_EQ(f.s().editor.selection.firstShape(), 65535);
+}
+
+TEST(Selection, TwoRecordsOnOnePointAsk)
+{
+    EditorFixture f(1.0);
+    f.AddShape(kPoly, {{10, 10}, {50, 10}, {50, 50}}, "apron");
+    f.AddShape(kWideLine, {{10, 10}, {80, 80}}, "[No comment]");
+    f.AddObject(kVor, 11, 9);
+    f.Answer("index 0");
+    EXPECT_EQ(SelectAt(f.s(), 10, 10, 10, 10, 1), 0);
+    ASSERT_EQ(f.ui().log.size(), 1u);
+    EXPECT_EQ(f.ui().log[0].kind, "selection");
+    EXPECT_EQ(f.ui().log[0].text, "apron - Poly|[No comment] - Line/Road|VOR");
+    EXPECT_EQ(f.s().editor.selection.SelShapes(), (std::vector<std::uint16_t>{0}));
+    // Nothing queued: the form closes on the entry it started on, the last: the object.
+    EXPECT_EQ(SelectAt(f.s(), 10, 10, 10, 10, 1), 0);
+    EXPECT_EQ(f.s().editor.selection.SelObjects(), (std::vector<std::uint16_t>{0}));
+    EXPECT_EQ(f.s().editor.selection.sizeShape(), -1);
+}
+
+TEST(Selection, HiddenTypesCantBeHit)
+{
+    EditorFixture f(1.0);
+    f.AddShape(kPoly, {{10, 10}, {50, 10}, {50, 50}});
+    f.s().showFlags.ShowPoly = 0;
+    EXPECT_EQ(SelectAt(f.s(), 10, 10, 10, 10, 1), -1);
+    EXPECT_EQ(SelectAt(f.s(), 0, 100, 0, 100, 1), -1);
+    f.s().showFlags.ShowPoly = 1;
+    EXPECT_EQ(SelectAt(f.s(), 0, 100, 0, 100, 1), 0);
+}
+
+TEST(Selection, RubberBandReplacesOrKeeps)
+{
+    EditorFixture f(1.0);
+    f.AddShape(kPoly, {{10, 10}, {50, 10}, {50, 50}});
+    f.AddObject(kNdb, 30, 70);
+    f.AddObject(kNdb, 300, 300);
+    EXPECT_EQ(SelectAt(f.s(), 300, 300, 300, 300, 1), 1);
+    // No hit: the old selection stays.
+    EXPECT_EQ(SelectAt(f.s(), 500, 600, 500, 600, 1), -1);
+    EXPECT_EQ(f.s().editor.selection.SelObjects(), (std::vector<std::uint16_t>{1}));
+    // The right and lower bounds are open: the object at Y 70 needs yMax above 70.
+    EXPECT_EQ(SelectAt(f.s(), 0, 100, 0, 70, 1), 0);
+    EXPECT_EQ(f.s().editor.selection.sizeObject(), -1);
+    EXPECT_EQ(SelectAt(f.s(), 0, 100, 0, 71, 1), 0);
+    EXPECT_EQ(f.s().editor.selection.sizeObject(), 0);
+    EXPECT_EQ(f.s().editor.selection.getLimits(), (Limits{10, 50, 10, 70}));
+}
+
+TEST(Selection, DragModeClickOnlyAsksRubberBandSelects)
+{
+    EditorFixture f(1.0);
+    f.AddObject(kNdb, 0, 0);
+    f.AddObject(kNdb, 100, 0);
+    f.SelectObject(0);
+    f.s().editor.selection.setState(3);
+    EXPECT_EQ(SelectAt(f.s(), 100, 100, 0, 0, 0), 0);
+    EXPECT_EQ(SelectAt(f.s(), 0, 0, 0, 0, 0), 1);
+    EXPECT_EQ(f.s().editor.selection.state(), 3);
+    SelectAt(f.s(), 50, 150, -10, 10, 1);
+    EXPECT_EQ(f.s().editor.selection.state(), 1);
+}
+
+TEST(Selection, SquareBandsAreStrict)
+{
+    CSelection sel;
+    sel.addEntry(0, 0, 0, 100, 0, 50); // min X, max X, min Y, max Y
+    EXPECT_EQ(sel.squareIsWhere(0, 0, 3), 5);
+    EXPECT_EQ(sel.squareIsWhere(0, 50, 3), 7);
+    EXPECT_EQ(sel.squareIsWhere(2, 25, 3), 1);
+    EXPECT_EQ(sel.squareIsWhere(3, 25, 3), 0);
+    EXPECT_EQ(sel.squareIsWhere(100, 0, 3), 6);
+    EXPECT_EQ(sel.squareIsWhere(100, 50, 3), 8);
+    EXPECT_EQ(sel.squareIsWhere(98, 25, 3), 2);
+    EXPECT_EQ(sel.squareIsWhere(50, -2, 3), 3);
+    EXPECT_EQ(sel.squareIsWhere(50, 52, 3), 4);
+    EXPECT_EQ(sel.squareIsWhere(-3, 25, 3), 0);
+    EXPECT_EQ(sel.squareIsWhere(50, 25, 3), 0);
+}
+
+TEST(Selection, ResetLeavesPointZeroAndAddPtAppends)
+{
+    CSelection sel;
+    EXPECT_EQ(sel.SelPoints(), (std::vector<std::uint16_t>{0}));
+    sel.addPt(4);
+    EXPECT_EQ(sel.SelPoints(), (std::vector<std::uint16_t>{0, 4}));
+    sel.resetPt();
+    sel.addPt(4);
+    EXPECT_EQ(sel.SelPoints(), (std::vector<std::uint16_t>{4}));
+    EXPECT_EQ(sel.simpleSelection(), 3);
+    sel.addEntry(2, 0, 0, 0, 0, 0);
+    EXPECT_EQ(sel.simpleSelection(), 2);
+}
+
+TEST(Selection, TypeInSelectionSearchesTheRightList)
+{
+    EditorFixture f(1.0);
+    f.AddShape(kForest, {{0, 0}, {10, 0}, {10, 10}});
+    f.AddObject(kSign, 5, 5);
+    f.SelectShape(0);
+    f.SelectObject(0);
+    EXPECT_EQ(TypeInSelection(f.s(), kForest), 1);
+    EXPECT_EQ(TypeInSelection(f.s(), kSign), 1);
+    EXPECT_EQ(TypeInSelection(f.s(), kPoly), 0);
+    EXPECT_EQ(TypeInSelection(f.s(), 14), 0);
+}
+
+} // namespace
+} // namespace fw::test
