@@ -1,0 +1,220 @@
+// The compiler run end to end with the fake compiler of tests/tools, and the two menu commands.
+#include "ExportTestSupport.h"
+
+#include <filesystem>
+
+#include "core/Session.h"
+#include "export/Compile.h"
+#include "platform/PosixProcess.h"
+
+namespace fw::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::string kFake = std::string(FW_TEST_TOOLS) + "/fake-scasm.sh";
+
+// A program folder and a scenery folder, both with blanks in their names.
+struct CompileFixture : ::testing::Test {
+    fs::path root = fs::temp_directory_path() / ("fw export compile " + std::to_string(::getpid()));
+    std::string program;
+    std::string scenery;
+    std::string bgl;
+    std::string record;
+    TestProject t;
+    PosixProcess process;
+
+    void SetUp() override
+    {
+        fs::remove_all(root);
+        fs::create_directories(root / "program folder");
+        fs::create_directories(root / "my scenery");
+        program = (root / "program folder").string() + "/";
+        scenery = (root / "my scenery").string() + "/";
+        bgl = scenery + "my airport.bgl";
+        record = (root / "record.txt").string();
+        ::setenv("FAKE_SCASM_RECORD", record.c_str(), 1);
+        ::setenv("FAKE_SCASM_MODE", "ok", 1);
+        ShapeRecord& s = t.Shape(kPoly, {{-100, -100}, {100, -100}, {0, 100}});
+        s.gIsColored = 1;
+    }
+    void TearDown() override
+    {
+        ::unsetenv("FAKE_SCASM_RECORD");
+        ::unsetenv("FAKE_SCASM_MODE");
+        fs::remove_all(root);
+    }
+    bool Run(const std::string& compiler = kFake)
+    {
+        return Compile(t.Input(), program, bgl, process, CompilerCommand{compiler});
+    }
+    void ExpectCleanedUp()
+    {
+        EXPECT_FALSE(fs::exists(program + "exp.temp01"));
+        EXPECT_FALSE(fs::exists(scenery + "SCAERROR.LOG"));
+    }
+};
+
+TEST_F(CompileFixture, SuccessLeavesTheSceneryAndNothingElse)
+{
+    EXPECT_TRUE(Run());
+    EXPECT_TRUE(fs::exists(bgl));
+    ExpectCleanedUp();
+    EXPECT_TRUE(t.ui.calls.empty());
+    // The compiler got the temporary file, the .bgl path and -l, each one argument despite the blanks,
+    // and the temporary file held the same text as a text export.
+    EXPECT_EQ(ReadBytes(record), "argc=3\narg=" + program + "exp.temp01\narg=" + bgl + "\narg=-l\n");
+    const std::string source = ReadBytes(record + ".source");
+    EXPECT_EQ(source, ExportOf(t, bgl));
+    ExpectWellFormed(source);
+}
+
+TEST_F(CompileFixture, AnErrorLogShowsTheStatusDialogWhileTheLogExists)
+{
+    ::setenv("FAKE_SCASM_MODE", "error", 1);
+    std::string seen;
+    t.ui.viewErrors = true;
+    t.ui.onScasmStatus = [&](const std::string& log) { seen = ReadBytes(log); };
+    EXPECT_FALSE(Run());
+    ASSERT_EQ(t.ui.calls.size(), 2u);
+    EXPECT_EQ(t.ui.calls[0].kind, "scasmstatus");
+    EXPECT_EQ(t.ui.calls[0].text, "Unable to generate BGL file. One or more errors occured...");
+    EXPECT_EQ(t.ui.calls[1].kind, "open"); // "View errors"
+    EXPECT_EQ(t.ui.calls[1].text, scenery + "SCAERROR.LOG");
+    EXPECT_NE(seen.find("1 error(s)"), std::string::npos);
+    ExpectCleanedUp();
+}
+
+TEST_F(CompileFixture, NoLogCountsAsFailure)
+{
+    ::setenv("FAKE_SCASM_MODE", "nolog", 1);
+    EXPECT_FALSE(Run());
+    ASSERT_EQ(t.ui.calls.size(), 1u);
+    EXPECT_EQ(t.ui.calls[0].kind, "scasmstatus");
+    ExpectCleanedUp();
+}
+
+TEST_F(CompileFixture, OnlyTheFirstHundredBytesOfTheLogCount)
+{
+    // A success line past byte 100 is not seen.
+    const std::string script = (root / "late-ok.sh").string();
+    {
+        std::ofstream f(script);
+        f << "#!/bin/sh\nlog=\"$(dirname \"$2\")/SCAERROR.LOG\"\nprintf '%0100d' 0 > \"$log\"\n"
+             "printf 'Scasm compilation status: ok' >> \"$log\"\n";
+    }
+    fs::permissions(script, fs::perms::owner_all);
+    EXPECT_FALSE(Run(script));
+    ASSERT_EQ(t.ui.calls.size(), 1u);
+    EXPECT_EQ(t.ui.calls[0].kind, "scasmstatus");
+    ExpectCleanedUp();
+}
+
+TEST_F(CompileFixture, AMissingCompilerIsReportedAndTheTemporaryFileRemoved)
+{
+    EXPECT_FALSE(Run((root / "no such compiler").string()));
+    EXPECT_EQ(t.ui.Messages(), (std::vector<std::string>{kCompilerMissing}));
+    EXPECT_EQ(t.ui.calls[0].style, MessageStyle::Exclamation);
+    ExpectCleanedUp();
+    EXPECT_FALSE(fs::exists(bgl));
+
+    // Through wine: a program folder without scasm.exe fails the same way.
+    TestProject again;
+    EXPECT_FALSE(Compile(again.Input(), program, bgl, process, CompilerCommand{}));
+    EXPECT_EQ(again.ui.Messages(), (std::vector<std::string>{kCompilerMissing}));
+    ExpectCleanedUp();
+}
+
+TEST_F(CompileFixture, AnExportFaultStartsNoCompiler)
+{
+    t.project.UsePointReduction = 1;
+    EXPECT_FALSE(Run());
+    EXPECT_FALSE(fs::exists(record));
+    ASSERT_EQ(t.ui.Messages().size(), 1u);
+    EXPECT_NE(t.ui.Messages()[0].find("shape 1 (Poly"), std::string::npos);
+    ExpectCleanedUp();
+}
+
+TEST_F(CompileFixture, EmptyPathsDoNothing)
+{
+    EXPECT_FALSE(Compile(t.Input(), program, "", process, CompilerCommand{kFake}));
+    EXPECT_FALSE(Compile(t.Input(), "", bgl, process, CompilerCommand{kFake}));
+    EXPECT_FALSE(fs::exists(record));
+    EXPECT_TRUE(t.ui.calls.empty());
+}
+
+TEST(CompileCommand, ThreeQuotedPathsAndTheLogSwitch)
+{
+    EXPECT_EQ(CompilerCommandLine("C:\\FW\\scasm.exe", "C:\\FW\\exp.temp01", "C:\\my scenery\\a.bgl"),
+              "\"C:\\FW\\scasm.exe\" \"C:\\FW\\exp.temp01\" \"C:\\my scenery\\a.bgl\" -l");
+}
+
+struct MenuFixture : CompileFixture {
+    Session s;
+    ScriptedUi ui;
+    void SetUp() override
+    {
+        CompileFixture::SetUp();
+        ResetAtStart(s);
+        s.programFolder = program;
+        ResetConfig(s.config, program);
+        s.ui = &ui;
+        s.projectPath = "/home/me/projects/field.fwt";
+        s.project = t.project;
+        s.project.Name = "Airfield";
+        s.stores = t.stores;
+    }
+};
+
+TEST_F(MenuFixture, GenerateScasmFilesAsksForATextFile)
+{
+    const std::string out = scenery + "out.txt";
+    ui.files = {out};
+    EXPECT_TRUE(MnuFexport(s));
+    ASSERT_EQ(ui.fileRequests.size(), 1u);
+    const FileDialogRequest& r = ui.fileRequests[0];
+    EXPECT_EQ(r.filter, "Text format (*.txt)|*.txt");
+    EXPECT_EQ(r.startFolder, program);
+    EXPECT_EQ(r.defaultName, "field.txt");
+    EXPECT_TRUE(r.save);
+    EXPECT_EQ(s.config.SCAPath, out);
+    EXPECT_FALSE(ui.waitCursor);
+    EXPECT_EQ(ReadBytes(out), ExportOf(t));
+    EXPECT_EQ(s.dirty, 0);
+
+    ui.files = {""}; // cancelled
+    fs::remove(out);
+    EXPECT_FALSE(MnuFexport(s));
+    EXPECT_FALSE(fs::exists(out));
+}
+
+TEST_F(MenuFixture, GenerateBglShowsTheNoticeAndCompiles)
+{
+    s.config.MessageCompile = 1;
+    ui.tipResults = {0}; // "Don't show again"
+    ui.files = {bgl};
+    EXPECT_TRUE(MnuFbgl(s, process, CompilerCommand{kFake}));
+    ASSERT_GE(ui.calls.size(), 2u);
+    EXPECT_EQ(ui.calls[0].kind, "tip");
+    EXPECT_EQ(ui.calls[0].text, CompileNotice());
+    EXPECT_EQ(CompileNotice().substr(0, 53), "You are about to generate the FS scenery files...\r\n\r\n");
+    EXPECT_EQ(s.config.MessageCompile, 0);
+    const FileDialogRequest& r = ui.fileRequests[0];
+    EXPECT_EQ(r.filter, "FS scenery (*.bgl)|*.bgl");
+    EXPECT_EQ(r.startFolder, program);
+    EXPECT_EQ(r.defaultName, "Airfield.bgl");
+    EXPECT_EQ(s.config.BGLPath, bgl);
+    EXPECT_TRUE(fs::exists(bgl));
+    EXPECT_FALSE(ui.waitCursor);
+    ExpectCleanedUp();
+
+    // A cancelled dialog ends the command after the notice.
+    fs::remove(record);
+    ui.calls.clear();
+    ui.files = {""};
+    EXPECT_FALSE(MnuFbgl(s, process, CompilerCommand{kFake}));
+    EXPECT_FALSE(fs::exists(record));
+}
+
+} // namespace
+} // namespace fw::test
