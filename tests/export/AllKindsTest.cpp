@@ -2,6 +2,9 @@
 // trees, signs, runways and objects.
 #include "Export2Support.h"
 
+#include <cstdio>
+#include <cstdlib>
+
 namespace fw::test {
 namespace {
 
@@ -52,6 +55,28 @@ TEST(EveryKindExport, SectionsStandInTheirOrderAndTheTextIsWellFormed)
     const std::size_t macro = text.find("macro(");
     EXPECT_LT(tree, forest);
     EXPECT_LT(forest, macro);
+}
+
+// A project file holding every kind, exported by the batch tool as the desktop program would, and checked
+// by it: the reader and every exporter together.
+TEST(EveryKindExport, ProjectFileThroughTheBatchTool)
+{
+    const std::string project = std::string(FW_FIXTURES) + "/export2/every_kind.fwt";
+    const std::string out = testing::TempDir() + "fw_every_kind.txt";
+    const std::string cli = std::string("\"") + FW_CLI + "\" ";
+    std::remove(out.c_str());
+    ASSERT_EQ(std::system((cli + "export \"" + project + "\" \"" + out + "\" --decimal-separator .").c_str()), 0);
+    EXPECT_EQ(std::system((cli + "check-scasm \"" + out + "\" > /dev/null").c_str()), 0);
+    const std::string text = ReadBytes(out);
+    ExpectWellFormed(text);
+    std::size_t at = 0;
+    for (const char* part : {"GenExcl(", "Area16N", "MenuEntry(", "Runway(", "Tree Line", "Forest   ", "macro(",
+                             "Taxiway sign", "ILS(", "VOR(", "NDB("}) {
+        const std::size_t found = text.find(part, at);
+        ASSERT_NE(found, std::string::npos) << part;
+        at = found;
+    }
+    std::remove(out.c_str());
 }
 
 // The check of a piece of text inside the frame the exporter writes.
