@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "export/ExportItems.h"
+#include "export/ItemGeometry.h"
 #include "export/ScasmWriter.h"
 
 namespace fw {
@@ -135,13 +136,8 @@ void ExportFlatten(ExportContext& ctx, const ShapeRecord& shape, const PointList
     ctx.add(I + "            )");
     ctx.add(I + "End16");
 
-    const auto box = ComputeLimits(points);
-    const double w = static_cast<double>(box[1]) - box[0];
-    const double h = static_cast<double>(box[3]) - box[2];
-    const std::int32_t cx = ExportRound(box[0] + w / 2, "the centre of the flatten polygon");
-    const std::int32_t cy = ExportRound(box[2] + h / 2, "the centre of the flatten polygon");
-    const std::int32_t r = ExportRound(std::sqrt(h * h + w * w) / 2, "the radius of the flatten polygon");
-    const LatLon centre = Columns(ctx.latLon(cx, cy, 2.0));
+    const ShapeBoxResult box = ShapeBox(points, 0.5);
+    const LatLon centre = Columns(ctx.latLon(box.cx, box.cy, 2.0));
     const auto& lim = shape.gLimits;
     const std::int32_t W =
         ExportRound(std::fabs(static_cast<double>(lim[1]) - lim[0]) / 2.0, "the width of the flatten polygon");
@@ -151,7 +147,7 @@ void ExportFlatten(ExportContext& ctx, const ShapeRecord& shape, const PointList
     // The second area flattens the ground under the first one's elevation box.
     Blanks(ctx, I, 2);
     ctx.add(I + "Area( 5 " + centre.lat + " " + centre.lon + " 20 )");
-    ctx.add(I + "  RefPoint( rel  : 1 " + centre.lat + " " + centre.lon + " v1= 12000 v2= " + Int(r) + " )");
+    ctx.add(I + "  RefPoint( rel  : 1 " + centre.lat + " " + centre.lon + " v1= 12000 v2= " + Int(box.r) + " )");
     ctx.add(I + "  SurfaceType( 0 " + Int(W) + " " + Int(H) + " 0 )");
     ctx.add(I + "EndA");
 }

@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "export/ExportItems.h"
+#include "export/ItemGeometry.h"
 #include "export/Optimize.h"
 #include "export/ScasmWriter.h"
 
@@ -52,20 +53,6 @@ double Divide(double a, double b, const char* what)
     return a / b;
 }
 
-// Lengths are taken in thousands so that the squares stay in range.
-double LengthAlong(const Point& a, const Point& b)
-{
-    const double dx = (static_cast<double>(b.X) - a.X) / 1000;
-    const double dy = (static_cast<double>(b.Y) - a.Y) / 1000;
-    return std::sqrt(dx * dx + dy * dy) * 1000;
-}
-
-struct BoxOf {
-    std::int32_t cx = 0;
-    std::int32_t cy = 0;
-    std::int32_t r = 0;
-};
-
 // Negative lengths of local units: how far a 12-texel cap reaches at the scale of the strip.
 std::int32_t CapLen(int stripSize, std::int32_t h)
 {
@@ -75,7 +62,7 @@ std::int32_t CapLen(int stripSize, std::int32_t h)
 }
 
 // The texture advance along one piece: runs on past 256 for one piece before it folds.
-struct Advance {
+struct WallStep {
     std::int64_t u = 0;
     std::int64_t u0 = 0;
     std::int64_t u1 = 0;
@@ -152,15 +139,8 @@ void WriteWall(ExportContext& ctx, const ShapeRecord& shape, const PointList& po
     const Band band = BandOf(shape.mNumBands, shape.mSelectedBand());
     const std::int32_t H = ExportRound(shape.mBandHeight / 1.0, "the height of a tree line");
     const std::int32_t capLen = CapLen(band.stripSize, H);
-    auto along = [&](const Point& a, const Point& b) {
-        const double dx = (static_cast<double>(b.X) - a.X) / 1000;
-        const double dy = (static_cast<double>(b.Y) - a.Y) / 1000;
-        const double t = capLen / LengthAlong(a, b);
-        return Point{ExportRound(dx * 1000 * t + a.X, "a tree line end"),
-                     ExportRound(dy * 1000 * t + a.Y, "a tree line end")};
-    };
-    V[0] = along(V[1], V[2]);
-    V.push_back(along(V[m], V[m - 1]));
+    V[0] = PointAlong(V[1], V[2], capLen);
+    V.push_back(PointAlong(V[m], V[m - 1], capLen));
     m += 1;
 
     const std::string H4 = Fix4(H);
@@ -178,7 +158,7 @@ void WriteWall(ExportContext& ctx, const ShapeRecord& shape, const PointList& po
     TwoSided(ctx, J, {{"0", band.capLo, cap0}, {"2", band.capLo, cap12}, {"3", band.capHi, cap12},
                       {"1", band.capHi, cap0}});
 
-    Advance u;
+    WallStep u;
     for (std::size_t i = 1; i + 2 <= m; ++i) {
         u.piece(band.stripSize, shape.mBandHeight, LengthAlong(V[i], V[i + 1]));
         const auto k = static_cast<std::int64_t>(2 * i);
@@ -243,10 +223,10 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
         number += 2;
     }
     for (std::size_t i = 0; i <= n; ++i) {
-        const double len = LengthAlong(P[i], Point{0, 0});
-        const double t = Divide(capLen, len, "a forest point lies on the centre of its box");
-        const Point q{ExportRound((0.0 - P[i].X) / 1000 * 1000 * t + P[i].X, "a forest ring point"),
-                      ExportRound((0.0 - P[i].Y) / 1000 * 1000 * t + P[i].Y, "a forest ring point")};
+        // The ring moves each point outward from the centre, which has no outward of its own.
+        if (P[i] == Point{0, 0})
+            throw OperationFault("Division by zero: a forest point lies on the centre of its box.");
+        const Point q = PointAlong(P[i], Point{0, 0}, capLen);
         ctx.add(J + Fix6(q.X) + " 0    " + Fix6(neg(q.Y)) + kVector + Int(number));
         ctx.add(J + Fix6(q.X) + " " + H4 + " " + Fix6(neg(q.Y)) + kVector + Int(number + 1));
         number += 2;
@@ -259,7 +239,7 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
 
     const std::string cap0 = Fix6(0);
     const std::string cap12 = Fix6(kCapWidth);
-    Advance u;
+    WallStep u;
     for (std::size_t i = 0; i <= n; ++i) {
         const std::size_t next = i == n ? 0 : i + 1;
         u.piece(band.stripSize, shape.mBandHeight, LengthAlong(P[i], P[next]));
@@ -280,22 +260,16 @@ void ExportTreeLine(ExportContext& ctx, const ShapeRecord& shape, const PointLis
     if (points.empty())
         return;
     const std::string& I = indent;
-    const auto box = ComputeLimits(points);
-    const double w = static_cast<double>(box[1]) - box[0];
-    const double h = static_cast<double>(box[3]) - box[2];
-    const std::int32_t cx = ExportRound(box[0] + w / 2, "the centre of a tree line");
-    const std::int32_t cy = ExportRound(box[2] + h / 2, "the centre of a tree line");
-    const std::int32_t r = ExportRound(std::sqrt((h / 2.0) * (h / 2.0) + (w / 2.0) * (w / 2.0)) / 2,
-                                       "the radius of a tree line");
-    const LatLon centre = ctx.latLon(cx, cy, 2.0);
+    const ShapeBoxResult box = ShapeBox(points, 1.0);
+    const LatLon centre = ctx.latLon(box.cx, box.cy, 2.0);
 
-    OpenTreeArea(ctx, shape, ShapeTitle::TreeLine, centre, r, I);
+    OpenTreeArea(ctx, shape, ShapeTitle::TreeLine, centre, box.r, I);
     ctx.add(I + "  ");
     WriteTimeSwitch(ctx, shape.vTime, I + "  ", 0);
     ctx.add(I);
     WriteLoadBitmap(ctx, LoadBitmapFlags(shape.tLoadflag), 0, 0, shape.tDayPath, I + "  ");
     ctx.add(I + "  ");
-    WriteWall(ctx, shape, points, cx, cy, I + "  ");
+    WriteWall(ctx, shape, points, box.cx, box.cy, I + "  ");
     CloseTreeArea(ctx, I);
 }
 
@@ -312,22 +286,17 @@ void ExportForest(ExportContext& ctx, const ShapeRecord& shape, const PointList&
     P.reserve(points.size());
     for (const Point& p : points)
         P.push_back({ExportRound(p.X / 2.0, "a forest point"), ExportRound(p.Y / 2.0, "a forest point")});
-    const auto box = ComputeLimits(P);
-    const double w = static_cast<double>(box[1]) - box[0];
-    const double h = static_cast<double>(box[3]) - box[2];
-    const std::int32_t cx = ExportRound(box[0] + w / 2, "the centre of a forest");
-    const std::int32_t cy = ExportRound(box[2] + h / 2, "the centre of a forest");
-    const std::int32_t r = ExportRound(std::sqrt(h * h + w * w) / 2, "the radius of a forest");
+    const ShapeBoxResult box = ShapeBox(P, 0.5);
     for (Point& p : P) {
-        p.X = ExportRound(static_cast<double>(p.X) - cx, "a forest point");
-        p.Y = ExportRound(static_cast<double>(p.Y) - cy, "a forest point");
+        p.X = ExportRound(static_cast<double>(p.X) - box.cx, "a forest point");
+        p.Y = ExportRound(static_cast<double>(p.Y) - box.cy, "a forest point");
     }
-    const LatLon centre = ctx.latLon(cx, cy, 1.0);
+    const LatLon centre = ctx.latLon(box.cx, box.cy, 1.0);
     if (ReducedIndices(P, 0, true).size() < 3)
         return;
 
     const std::string& I = indent;
-    OpenTreeArea(ctx, shape, ShapeTitle::Forest, centre, r, I);
+    OpenTreeArea(ctx, shape, ShapeTitle::Forest, centre, box.r, I);
     ctx.add(I + "  ");
     WriteTimeSwitch(ctx, shape.vTime, I + "  ", 0);
     ctx.add(I + "  ");
