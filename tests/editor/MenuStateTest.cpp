@@ -1,0 +1,168 @@
+// The enabling and check rules of the menu tick, and the status panels.
+#include <gtest/gtest.h>
+
+#include "EditorTestSupport.h"
+#include "editor/Commands.h"
+
+namespace fw::test {
+namespace {
+
+bool Enabled(const MenuState& m, const std::string& item)
+{
+    const auto it = m.items.find(item);
+    if (it == m.items.end() || !it->second.enabled)
+        throw std::runtime_error(item + " not written");
+    return *it->second.enabled;
+}
+
+bool Checked(const MenuState& m, const std::string& item)
+{
+    const auto it = m.items.find(item);
+    if (it == m.items.end() || !it->second.checked)
+        throw std::runtime_error(item + " not checked or unchecked");
+    return *it->second.checked;
+}
+
+const char* const kEditItems[] = {"MnuEcopy",    "MnuEdelete", "MnuEflipx", "MnuEflipy",
+                                  "MnuErescale", "MnuErotate", "MnuEdrot",  "MnuEdscale"};
+
+TEST(MenuState, NothingSelected)
+{
+    EditorFixture f(0.25);
+    MenuState m = ComputeMenuState(f.s());
+    for (const char* item : kEditItems)
+        EXPECT_FALSE(Enabled(m, item)) << item;
+    EXPECT_FALSE(Enabled(m, "MnuEundo"));
+    EXPECT_FALSE(Enabled(m, "MnuEpaste"));
+    EXPECT_FALSE(Enabled(m, "MnuFexport"));
+    EXPECT_TRUE(Enabled(m, "MnuFimportshape"));
+    EXPECT_FALSE(Enabled(m, "MnuFrecent1"));
+    EXPECT_FALSE(Enabled(m, "MnuBedit"));
+    EXPECT_TRUE(Checked(m, "MnuSselectshape"));
+    EXPECT_TRUE(Checked(m, "MnuC225"));
+    EXPECT_FALSE(Checked(m, "MnuC2100"));
+    EXPECT_TRUE(Checked(m, "MnuBshowgrid"));
+    EXPECT_EQ(m.items.count("MnuFnew"), 0u) << "items the tick never writes";
+    EXPECT_EQ(m.items.count("MnuBshowall"), 0u);
+    EXPECT_EQ(m.panel6, "25 %");
+    EXPECT_EQ(m.panel3, "");
+    f.s().canUndo = 1;
+    f.s().canPaste = 1;
+    m = ComputeMenuState(f.s());
+    EXPECT_TRUE(Enabled(m, "MnuEundo"));
+    EXPECT_TRUE(Enabled(m, "MnuEpaste"));
+    f.s().view.setZoom(0.0625);
+    EXPECT_EQ(ComputeMenuState(f.s()).panel6, "6.25 %");
+}
+
+TEST(MenuState, OneObjectHasABoxOfNoSize)
+{
+    EditorFixture f(1.0);
+    f.AddObject(kRunway, 10, 10);
+    f.SelectObject(0);
+    const MenuState m = ComputeMenuState(f.s());
+    EXPECT_TRUE(Enabled(m, "MnuEcopy"));
+    EXPECT_TRUE(Enabled(m, "MnuEdelete"));
+    for (const char* item : {"MnuEflipx", "MnuEflipy", "MnuErescale", "MnuErotate", "MnuEdrot", "MnuEdscale"})
+        EXPECT_FALSE(Enabled(m, item)) << item;
+    EXPECT_TRUE(Enabled(m, "MnuSshapeproperties"));
+    EXPECT_FALSE(Enabled(m, "MnuSeditpoints"));
+    EXPECT_FALSE(Enabled(m, "MnuSconvertshapeto"));
+    EXPECT_FALSE(Enabled(m, "MnuBshowrunway"));
+    EXPECT_TRUE(Enabled(m, "MnuBshowpoly"));
+    EXPECT_TRUE(Enabled(m, "MnuFexport"));
+    // A second object elsewhere gives the box a size.
+    f.AddObject(kVor, 10, 40);
+    f.SelectObject(1);
+    EXPECT_TRUE(Enabled(ComputeMenuState(f.s()), "MnuEflipx"));
+    EXPECT_FALSE(Enabled(ComputeMenuState(f.s()), "MnuBshownavigation"));
+    EXPECT_FALSE(Enabled(ComputeMenuState(f.s()), "MnuSshapeproperties"));
+}
+
+TEST(MenuState, SelectedPolyLocksItsToggleAndFlattenHasNoProperties)
+{
+    EditorFixture f(1.0);
+    f.AddShape(kPoly, {{0, 0}, {10, 0}, {10, 10}});
+    f.AddShape(kFlatten, {{0, 50}, {10, 50}, {10, 60}});
+    f.Run({"down L " + Px(0, 0), "up L " + Px(0, 0)});
+    MenuState m = ComputeMenuState(f.s());
+    EXPECT_FALSE(Enabled(m, "MnuBshowpoly"));
+    EXPECT_TRUE(Enabled(m, "MnuBshowtexpoly"));
+    EXPECT_TRUE(Enabled(m, "MnuSeditpoints"));
+    EXPECT_TRUE(Enabled(m, "MnuSshapeproperties"));
+    f.Run({"down L " + Px(0, 50), "up L " + Px(0, 50)});
+    m = ComputeMenuState(f.s());
+    EXPECT_TRUE(Enabled(m, "MnuBshowpoly"));
+    EXPECT_FALSE(Enabled(m, "MnuBshowexclude"));
+    EXPECT_FALSE(Enabled(m, "MnuSshapeproperties"));
+    // A disabled item can't be chosen from the menu.
+    f.Run({"command MnuBshowexclude"});
+    EXPECT_EQ(f.s().showFlags.ShowExclude, 1);
+}
+
+TEST(MenuState, ArrangeModeWritesOnlyTheSelectionMenu)
+{
+    EditorFixture f(1.0);
+    f.AddShape(kPoly, {{0, 0}, {10, 0}, {10, 10}});
+    f.SelectShape(0);
+    f.s().config.MessageLayer = 0;
+    f.Run({"tool mLayer"});
+    const MenuState m = ComputeMenuState(f.s());
+    for (const char* item : {"MnuSselectshape", "MnuSdragshape", "MnuSeditpoints", "MnuSshapeproperties",
+                             "MnuSconvertshapeto"})
+        EXPECT_FALSE(Enabled(m, item)) << item;
+    EXPECT_TRUE(Enabled(m, "MnuSback"));
+    EXPECT_TRUE(Enabled(m, "MnuSfront"));
+    EXPECT_EQ(m.items.count("MnuFsaveselection"), 0u);
+    EXPECT_EQ(m.items.count("MnuEcopy"), 0u);
+    EXPECT_TRUE(m.items.at("MnuC2100").checked.value());
+    EXPECT_FALSE(m.topMenus.at("MnuFile"));
+    EXPECT_TRUE(m.topMenus.at("MnuSelection"));
+    EXPECT_FALSE(m.toolButtons.at("poly"));
+    EXPECT_TRUE(m.toolButtons.at("mEdit"));
+}
+
+TEST(MenuState, ShowAllLeavesForestsAndSigns)
+{
+    EditorFixture f(1.0);
+    auto& flags = f.s().showFlags;
+    flags.ShowPoly = flags.ShowForest = flags.ShowSign = flags.ShowNav = 0;
+    f.Run({"command MnuBshowall"});
+    EXPECT_EQ(flags.ShowPoly, 1);
+    EXPECT_EQ(flags.ShowNav, 1);
+    EXPECT_EQ(flags.ShowForest, 0);
+    EXPECT_EQ(flags.ShowSign, 0);
+    EXPECT_FALSE(Checked(ComputeMenuState(f.s()), "MnuBshowforest"));
+}
+
+TEST(Status, PositionInDegreesAndMinutes)
+{
+    EditorFixture f(1.0);
+    f.s().project.LatitudeDegree = -33.5;
+    f.s().project.LongitudeDegree = 151.25;
+    f.Run({"move " + Px(0, 0)});
+    MenuState m = ComputeMenuState(f.s());
+    EXPECT_EQ(m.panel4, "33 30.00000'S");
+    EXPECT_EQ(m.panel5, "151 15.00000'E");
+    // Pixel (0,0) at 6.25 %: 3200 m west and 2400 m north of a reference at 0, 0.
+    f.s().project.LatitudeDegree = 0;
+    f.s().project.LongitudeDegree = 0;
+    f.s().view.setZoom(0.0625);
+    f.Run({"canvas 800 600", "move 0 0"});
+    m = ComputeMenuState(f.s());
+    // About 8.9946e-6 degrees a metre: 0.021587 and 0.028783 degrees after rounding to 6 places.
+    EXPECT_EQ(m.panel4, "0 1.29522'N");
+    EXPECT_EQ(m.panel5, "0 1.72698'W");
+}
+
+TEST(Status, LongitudeFactorAtThePole)
+{
+    EditorFixture f(1.0);
+    f.s().project.LatitudeDegree = 90;
+    f.Run({"move " + Px(20, 0)});
+    // r = 10 m: 10 m east is asin(0.1) = 5.739170 degrees a metre, 57.391705 degrees.
+    EXPECT_EQ(ComputeMenuState(f.s()).panel5, "57 23.50230'E");
+}
+
+} // namespace
+} // namespace fw::test
