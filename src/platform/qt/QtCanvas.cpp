@@ -1,0 +1,300 @@
+#include "platform/qt/QtCanvas.h"
+
+#include <QPainterPath>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace fw::qt {
+
+namespace {
+
+constexpr int kDotOn = 3;
+constexpr int kDotPeriod = 6;
+
+QColor ColorOf(std::int32_t colorRef)
+{
+    return QColor(colorRef & 0xFF, (colorRef >> 8) & 0xFF, (colorRef >> 16) & 0xFF);
+}
+
+// One 8 by 8 tile of the forward diagonal hatch; the rest of the tile is background or clear.
+QImage HatchTile(const QColor& color, bool opaque)
+{
+    QImage tile(8, 8, QImage::Format_ARGB32);
+    tile.fill(opaque ? QColor(Qt::white) : QColor(Qt::transparent));
+    for (int i = 0; i < 8; ++i)
+        tile.setPixelColor(i, i, color);
+    return tile;
+}
+
+} // namespace
+
+QtCanvas::QtCanvas(int width, int height)
+    : image_(std::max(width, 1), std::max(height, 1), QImage::Format_RGB32)
+{
+    image_.fill(Qt::white);
+    painter_ = std::make_unique<QPainter>(&image_);
+    painter_->setRenderHint(QPainter::Antialiasing, false);
+    painter_->setRenderHint(QPainter::SmoothPixmapTransform, false);
+    painter_->setBrushOrigin(0, 0);
+}
+
+QtCanvas::~QtCanvas()
+{
+    if (painter_)
+        painter_->end();
+}
+
+std::uint32_t QtCanvas::Pixel(int x, int y) const
+{
+    if (x < 0 || y < 0 || x >= image_.width() || y >= image_.height())
+        return 0;
+    return image_.pixel(x, y) & 0xFFFFFF;
+}
+
+Pen QtCanvas::SelectPen(const Pen& pen)
+{
+    const Pen old = pen_;
+    pen_ = pen;
+    return old;
+}
+
+Brush QtCanvas::SelectBrush(const Brush& brush)
+{
+    const Brush old = brush_;
+    brush_ = brush;
+    return old;
+}
+
+RasterOp QtCanvas::SetROP2(RasterOp op)
+{
+    const RasterOp old = rop_;
+    rop_ = op;
+    return old;
+}
+
+BkMode QtCanvas::SetBkMode(BkMode mode)
+{
+    const BkMode old = bkMode_;
+    bkMode_ = mode;
+    return old;
+}
+
+void QtCanvas::ApplyPen()
+{
+    painter_->setCompositionMode(rop_ == RasterOp::MaskPen ? QPainter::RasterOp_SourceAndDestination
+                                                           : QPainter::CompositionMode_SourceOver);
+}
+
+// A one-pixel line from (x0, y0) that leaves out (x1, y1). Qt's cosmetic pen draws both ends, so
+// the line is drawn to the pixel before the end: the last pixel of the same walk.
+void QtCanvas::StrokeLine(int x0, int y0, int x1, int y1)
+{
+    const std::int64_t dx = static_cast<std::int64_t>(x1) - x0;
+    const std::int64_t dy = static_cast<std::int64_t>(y1) - y0;
+    const std::int64_t steps = std::max(std::llabs(dx), std::llabs(dy));
+    if (steps == 0)
+        return;
+    const QColor color = ColorOf(pen_.color);
+    const bool styled = pen_.style == PenStyle::Dot && pen_.width <= 1;
+    const int offsets = pen_.width >= 2 ? 4 : 1;
+    auto at = [&](std::int64_t i) {
+        // Same walk as the raster canvas: the minor axis rounds half away from the start.
+        const bool xMajor = std::llabs(dx) >= std::llabs(dy);
+        const std::int64_t minorDelta = xMajor ? dy : dx;
+        const __int128 num = static_cast<__int128>(2) * i * std::llabs(minorDelta) + steps;
+        const std::int64_t off = static_cast<std::int64_t>(num / (2 * static_cast<__int128>(steps)));
+        const std::int64_t minor = (xMajor ? y0 : x0) + (minorDelta < 0 ? -off : off);
+        const std::int64_t major = (xMajor ? x0 : y0) + ((xMajor ? dx : dy) < 0 ? -i : i);
+        return xMajor ? QPoint(static_cast<int>(major), static_cast<int>(minor))
+                      : QPoint(static_cast<int>(minor), static_cast<int>(major));
+    };
+    // Only the steps whose major coordinate falls on the image are walked.
+    const bool xMajorAxis = std::llabs(dx) >= std::llabs(dy);
+    const std::int64_t major0 = xMajorAxis ? x0 : y0;
+    const std::int64_t majorLimit = xMajorAxis ? image_.width() : image_.height();
+    const bool forward = (xMajorAxis ? dx : dy) >= 0;
+    const std::int64_t first = std::max<std::int64_t>(0, forward ? -1 - major0 : major0 - majorLimit);
+    const std::int64_t last = std::min<std::int64_t>(steps - 1, forward ? majorLimit - major0 : major0 + 1);
+    ApplyPen();
+    // Level, upright and 45-degree lines go to QPainter whole; on any other slope its walk would
+    // settle the half-way pixels its own way, so the walk's pixels are handed over instead.
+    const bool straight = dx == 0 || dy == 0 || std::llabs(dx) == std::llabs(dy);
+    if (!styled && straight) {
+        QPen pen(color, 1);
+        pen.setCosmetic(true);
+        painter_->setPen(pen);
+        if (last < first)
+            return;
+        const QPoint a = at(first);
+        const QPoint b = at(last);
+        for (int k = 0; k < offsets; ++k) {
+            const QPoint d(k & 1, k >> 1);
+            painter_->drawLine(a + d, b + d);
+        }
+        return;
+    }
+    if (!styled) {
+        const QRect bounds = image_.rect().adjusted(-1, -1, 1, 1);
+        QPolygon points;
+        for (std::int64_t i = first; i <= last; ++i) {
+            const QPoint p = at(i);
+            if (bounds.contains(p))
+                for (int k = 0; k < offsets; ++k)
+                    points << p + QPoint(k & 1, k >> 1);
+        }
+        painter_->setPen(QPen(color, 1));
+        painter_->drawPoints(points);
+        return;
+    }
+    // The dotted pen: the pattern runs on from the previous segment of the polyline.
+    const QRect bounds = image_.rect().adjusted(-1, -1, 1, 1);
+    const int start = styleStep_;
+    QPolygon on;
+    QPolygon off;
+    for (std::int64_t i = first; i <= last; ++i) {
+        const QPoint p = at(i);
+        if (!bounds.contains(p))
+            continue;
+        ((start + i) % kDotPeriod < kDotOn ? on : off) << p;
+    }
+    styleStep_ = static_cast<int>((start + steps) % kDotPeriod);
+    painter_->setPen(QPen(color, 1));
+    painter_->drawPoints(on);
+    if (bkMode_ == BkMode::Opaque) {
+        painter_->setPen(QPen(Qt::white, 1));
+        painter_->drawPoints(off);
+    }
+}
+
+void QtCanvas::Line(int x0, int y0, int x1, int y1)
+{
+    if (pen_.style == PenStyle::Null)
+        return;
+    StrokeLine(x0, y0, x1, y1);
+}
+
+void QtCanvas::MoveToEx(int x, int y)
+{
+    curX_ = x;
+    curY_ = y;
+    styleStep_ = 0;
+}
+
+void QtCanvas::LineTo(int x, int y)
+{
+    Line(curX_, curY_, x, y);
+    curX_ = x;
+    curY_ = y;
+}
+
+void QtCanvas::FillPath(const QPainterPath& path)
+{
+    switch (brush_.kind) {
+    case Brush::Kind::Hollow: return;
+    case Brush::Kind::Solid:
+        painter_->setCompositionMode(QPainter::CompositionMode_SourceOver);
+        painter_->fillPath(path, ColorOf(brush_.color));
+        return;
+    case Brush::Kind::HatchForwardDiagonal: {
+        painter_->setCompositionMode(QPainter::CompositionMode_SourceOver);
+        QBrush hatch(HatchTile(ColorOf(brush_.color), bkMode_ == BkMode::Opaque));
+        painter_->setBrushOrigin(0, 0);
+        painter_->fillPath(path, hatch);
+        return;
+    }
+    }
+}
+
+void QtCanvas::Polygon(const std::vector<PixelPoint>& points)
+{
+    if (points.size() < 2)
+        return;
+    if (points.size() >= 3) {
+        QPainterPath path;
+        path.setFillRule(Qt::OddEvenFill);
+        path.moveTo(points[0].x, points[0].y);
+        for (std::size_t i = 1; i < points.size(); ++i)
+            path.lineTo(points[i].x, points[i].y);
+        path.closeSubpath();
+        FillPath(path);
+    }
+    const int keepX = curX_;
+    const int keepY = curY_;
+    MoveToEx(points[0].x, points[0].y);
+    for (std::size_t i = 1; i < points.size(); ++i)
+        LineTo(points[i].x, points[i].y);
+    LineTo(points[0].x, points[0].y);
+    curX_ = keepX;
+    curY_ = keepY;
+}
+
+void QtCanvas::Rectangle(int left, int top, int right, int bottom)
+{
+    if (left > right)
+        std::swap(left, right);
+    if (top > bottom)
+        std::swap(top, bottom);
+    if (right - left < 1 || bottom - top < 1)
+        return;
+    QPainterPath path;
+    path.addRect(QRectF(left, top, right - left, bottom - top));
+    FillPath(path);
+    const int keepX = curX_;
+    const int keepY = curY_;
+    MoveToEx(left, top);
+    LineTo(right - 1, top);
+    LineTo(right - 1, bottom - 1);
+    LineTo(left, bottom - 1);
+    LineTo(left, top);
+    curX_ = keepX;
+    curY_ = keepY;
+}
+
+QImage QtCanvas::Wrap(int width, int height, const std::vector<std::uint32_t>& pixels) const
+{
+    QImage img(width, height, QImage::Format_RGB32);
+    for (int y = 0; y < height; ++y) {
+        auto* row = reinterpret_cast<QRgb*>(img.scanLine(y));
+        for (int x = 0; x < width; ++x)
+            row[x] = 0xFF000000u | (pixels[static_cast<std::size_t>(y) * width + x] & 0xFFFFFF);
+    }
+    return img;
+}
+
+void QtCanvas::BlitPixels(int x, int y, int width, int height, const std::vector<std::uint32_t>& pixels)
+{
+    if (width <= 0 || height <= 0 || pixels.size() < static_cast<std::size_t>(width) * height)
+        return;
+    painter_->setCompositionMode(QPainter::CompositionMode_Source);
+    painter_->drawImage(QPoint(x, y), Wrap(width, height, pixels));
+}
+
+void QtCanvas::FillWhite(int x, int y, int width, int height)
+{
+    painter_->setCompositionMode(QPainter::CompositionMode_Source);
+    painter_->fillRect(QRect(x, y, width, height), Qt::white);
+}
+
+void QtCanvas::CopyFrom(const Canvas& source)
+{
+    const auto* src = dynamic_cast<const QtCanvas*>(&source);
+    if (src == nullptr || src == this)
+        return;
+    painter_->setCompositionMode(QPainter::CompositionMode_Source);
+    painter_->drawImage(QPoint(0, 0), src->image_);
+}
+
+void QtCanvas::StretchPixels(int x, int y, int width, int height, const std::vector<std::uint32_t>& pixels,
+                             int srcWidth, int srcHeight)
+{
+    if (width <= 0 || height <= 0 || srcWidth <= 0 || srcHeight <= 0 ||
+        pixels.size() < static_cast<std::size_t>(srcWidth) * srcHeight)
+        return;
+    if (!QRect(x, y, width, height).intersects(image_.rect()))
+        return;
+    painter_->setCompositionMode(QPainter::CompositionMode_Source);
+    painter_->drawImage(QRect(x, y, width, height), Wrap(srcWidth, srcHeight, pixels));
+}
+
+} // namespace fw::qt

@@ -1,0 +1,62 @@
+// The Canvas on a QImage, painted with QPainter without antialiasing so that every pixel lands
+// where the GDI would put it: lines leave out their last pixel, rectangles their right and bottom
+// edge, polygons fill by the alternate rule, the dotted pen is three on and three off, the
+// forward diagonal hatch runs down to the right on an 8-pixel grid from the surface's corner.
+#pragma once
+
+#include <QImage>
+#include <QPainter>
+
+#include <memory>
+
+#include "platform/Canvas.h"
+
+namespace fw::qt {
+
+class QtCanvas : public Canvas {
+public:
+    QtCanvas(int width, int height);
+    ~QtCanvas() override;
+    QtCanvas(const QtCanvas&) = delete;
+    QtCanvas& operator=(const QtCanvas&) = delete;
+
+    int Width() const override { return image_.width(); }
+    int Height() const override { return image_.height(); }
+    Pen SelectPen(const Pen& pen) override;
+    Brush SelectBrush(const Brush& brush) override;
+    RasterOp SetROP2(RasterOp op) override;
+    BkMode SetBkMode(BkMode mode) override;
+    void MoveToEx(int x, int y) override;
+    void LineTo(int x, int y) override;
+    void Polygon(const std::vector<PixelPoint>& points) override;
+    void Rectangle(int left, int top, int right, int bottom) override;
+    void BlitPixels(int x, int y, int width, int height, const std::vector<std::uint32_t>& pixels) override;
+    void FillWhite(int x, int y, int width, int height) override;
+    void CopyFrom(const Canvas& source) override;
+    void StretchPixels(int x, int y, int width, int height, const std::vector<std::uint32_t>& pixels,
+                       int srcWidth, int srcHeight) override;
+
+    // The picture so far (RGB32); valid while the canvas lives.
+    const QImage& Image() const { return image_; }
+    // 0x00RRGGBB of one pixel, 0 off the surface.
+    std::uint32_t Pixel(int x, int y) const;
+
+private:
+    void Line(int x0, int y0, int x1, int y1);
+    void StrokeLine(int x0, int y0, int x1, int y1);
+    void ApplyPen();
+    void FillPath(const QPainterPath& path);
+    QImage Wrap(int width, int height, const std::vector<std::uint32_t>& pixels) const;
+
+    QImage image_;
+    std::unique_ptr<QPainter> painter_;
+    Pen pen_;
+    Brush brush_{Brush::Kind::Solid, 0xFFFFFF};
+    RasterOp rop_ = RasterOp::CopyPen;
+    BkMode bkMode_ = BkMode::Opaque;
+    int curX_ = 0;
+    int curY_ = 0;
+    int styleStep_ = 0;
+};
+
+} // namespace fw::qt
