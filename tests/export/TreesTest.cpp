@@ -159,6 +159,8 @@ TEST(ForestExport, FeetFollowOneUnseededSequenceAcrossExports)
     BuildExportText(in, {}, first);
     BuildExportText(in, {}, second);
     BuildExportText(t.Input(), {}, fresh);
+    ExpectWellFormed(Join(first.lines()));
+    ExpectWellFormed(Join(second.lines()));
     // The program's first export draws the generator's first numbers; the next goes on from there.
     EXPECT_EQ(first.lines(), fresh.lines());
     const auto a = first.lines();
@@ -172,6 +174,19 @@ TEST(ForestExport, FeetFollowOneUnseededSequenceAcrossExports)
         }
     EXPECT_GT(differing, 0);
     EXPECT_LE(differing, 3);
+}
+
+TEST(TreeExport, EachTreeLineAndForestHasAnAreaOfItsOwnWithTheSameLabels)
+{
+    TestProject t;
+    TreeLine(t, {{0, 0}, {200, 0}}, 8, 0, 20);
+    t.Shape(kForest, {{0, 0}, {400, 0}, {200, 300}});
+    TreeLine(t, {{0, 0}, {0, 200}, {100, 300}}, 4, 3, 30).vTime = 0;
+    const std::string text = ExportOf(t);
+    ExpectWellFormed(text);
+    EXPECT_EQ(CountLines(text, "Area( 5 "), 3u);
+    EXPECT_EQ(CountLines(text, "    :RefEnd0"), 3u);
+    EXPECT_EQ(CountLines(text, "Jump( :RefEnd0 )"), 1u); // never visible
 }
 
 } // namespace
