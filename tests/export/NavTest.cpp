@@ -1,6 +1,8 @@
 // VOR, NDB, 3-D objects, initial locations, exclude areas and the flatten polygon.
 #include "Export2Support.h"
 
+#include <cstdio>
+
 namespace fw::test {
 namespace {
 
@@ -117,6 +119,23 @@ TEST(NavExport, ThreeExcludeAreasInACompilerRun)
     const std::string text = ExportOf(t, "C:\\scenery\\x.bgl");
     ExpectGolden2("exclude_compile", text);
     EXPECT_EQ(CountLines(text, "GenExcl( \"C:\\scenery\\Excl_3.bgl\" 4"), 1u);
+}
+
+TEST(NavExport, CompilerRunNamesExcludeFilesBesideTheChosenScenery)
+{
+    TestProject t;
+    ThreeExcludeAreas(t);
+    const std::string path = ::testing::TempDir() + "fw_exclude_run.txt";
+    ASSERT_TRUE(ExportTextFile(t.Input(), path, kExportCompile, "/home/jane/my scenery/airport.bgl"));
+    const std::string text = ReadBytes(path);
+    std::remove(path.c_str());
+    ExpectWellFormed(text);
+    EXPECT_EQ(CountLines(text, "GenExcl( \"/home/jane/my scenery/Excl_1.bgl\" 1"), 1u);
+    EXPECT_EQ(CountLines(text, "GenExcl( \"/home/jane/my scenery/Excl_3.bgl\" 4"), 1u);
+    // A text export of the same project names the bare files.
+    ASSERT_TRUE(ExportTextFile(t.Input(), path, kExportText, "/home/jane/my scenery/airport.bgl"));
+    EXPECT_EQ(CountLines(ReadBytes(path), "GenExcl( \"Excl_2.bgl\" 7"), 1u);
+    std::remove(path.c_str());
 }
 
 TEST(NavExport, FlattenPolygonOfTenPointsUsesNine)
