@@ -1,0 +1,191 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "render/Paint.h"
+#include "render/RasterCanvas.h"
+#include "render/RenderTestSupport.h"
+
+namespace fw {
+namespace {
+
+constexpr std::uint32_t kW = 0xFFFFFF;
+constexpr std::uint32_t kK = 0x000000;
+
+std::string Row(const RasterCanvas& c, int y, int x0, int x1)
+{
+    std::string s;
+    for (int x = x0; x <= x1; ++x)
+        s += c.Pixel(x, y) == kK ? '#' : (c.Pixel(x, y) == kW ? '.' : '?');
+    return s;
+}
+
+TEST(RasterCanvas, LinesLeaveOutTheLastPixelAndHugeOnesOnlyWalkTheSurface)
+{
+    RasterCanvas c(20, 20);
+    c.MoveToEx(2, 2);
+    c.LineTo(7, 2);
+    EXPECT_EQ(Row(c, 2, 0, 9), "..#####...");
+    c.MoveToEx(0, 10);
+    c.LineTo(10, 15); // slope one half: the half-way rows round away from the start
+    EXPECT_EQ(c.Pixel(1, 11), kK);
+    EXPECT_EQ(c.Pixel(9, 15), kK);
+    EXPECT_EQ(c.Pixel(10, 15), kW);
+    c.MoveToEx(INT32_MIN, 18);
+    c.LineTo(INT32_MAX, 18);
+    EXPECT_EQ(Row(c, 18, 0, 19), "####################");
+}
+
+TEST(RasterCanvas, RectanglesExcludeRightAndBottomWhicheverWayRoundTheCornersCome)
+{
+    RasterCanvas c(20, 20);
+    c.Rectangle(10, 10, 15, 15);
+    EXPECT_EQ(Row(c, 10, 9, 15), ".#####.");
+    EXPECT_EQ(Row(c, 12, 9, 15), ".#...#.");
+    EXPECT_EQ(Row(c, 15, 9, 15), ".......");
+    c.Rectangle(6, 6, 1, 1); // the drag ghost's corner squares come this way
+    EXPECT_EQ(Row(c, 1, 0, 7), ".#####..");
+    EXPECT_EQ(Row(c, 5, 0, 7), ".#####..");
+}
+
+TEST(RasterCanvas, DottedPenRunsOnAlongAPolylineAndOpaqueGapsAreWhite)
+{
+    RasterCanvas c(30, 10);
+    c.SelectPen(Pen{PenStyle::Solid, 1, RGB(0, 255, 0)});
+    c.MoveToEx(0, 5);
+    c.LineTo(20, 5);
+    c.SelectPen(Pen{PenStyle::Dot, 1, 0});
+    c.MoveToEx(0, 5);
+    c.LineTo(8, 5);
+    c.LineTo(16, 5);
+    EXPECT_EQ(Row(c, 5, 0, 15), "###...###...###.");
+    c.SelectPen(Pen{PenStyle::Solid, 1, RGB(0, 255, 0)});
+    c.MoveToEx(0, 6);
+    c.LineTo(20, 6);
+    c.SelectPen(Pen{PenStyle::Dot, 1, 0});
+    c.SetBkMode(BkMode::Transparent);
+    c.MoveToEx(0, 6);
+    c.LineTo(8, 6);
+    EXPECT_EQ(c.Pixel(4, 6), 0x00FF00u);
+}
+
+TEST(RasterCanvas, HatchIsAnchoredToTheSurfaceAndMaskOnlyDarkens)
+{
+    RasterCanvas c(16, 16);
+    c.BlitPixels(0, 0, 1, 1, {0x808080});
+    c.SelectBrush(Brush{Brush::Kind::HatchForwardDiagonal, RGB(255, 128, 0)});
+    c.SetBkMode(BkMode::Transparent);
+    c.SelectPen(Pen{PenStyle::Null, 1, 0});
+    c.Polygon({{3, 3}, {16, 3}, {16, 16}, {3, 16}});
+    EXPECT_EQ(c.Pixel(3, 3), 0xFF8000u);
+    EXPECT_EQ(c.Pixel(12, 4), 0xFF8000u);
+    EXPECT_EQ(c.Pixel(5, 4), kW);
+    c.SelectPen(Pen{PenStyle::Solid, 1, RGB(0, 255, 255)});
+    c.SetROP2(RasterOp::MaskPen);
+    c.MoveToEx(0, 0);
+    c.LineTo(2, 0);
+    EXPECT_EQ(c.Pixel(0, 0), 0x008080u);
+    EXPECT_EQ(c.Pixel(1, 0), 0x00FFFFu);
+}
+
+TEST(RasterCanvas, StretchCopyAndWhiteFillStayInsideTheSurface)
+{
+    RasterCanvas back(10, 10);
+    RasterCanvas window(10, 10);
+    back.StretchPixels(-4, -4, 8, 8, {0xFF0000, 0x00FF00, 0x0000FF, 0x123456}, 2, 2);
+    back.StretchPixels(8, 8, 1000, 1000, {0x111111}, 1, 1);
+    EXPECT_EQ(back.Pixel(0, 0), 0x123456u);
+    EXPECT_EQ(back.Pixel(9, 9), 0x111111u);
+    window.CopyFrom(back);
+    EXPECT_EQ(window.Pixel(0, 0), 0x123456u);
+    back.FillWhite(-5, -5, 100, 100);
+    EXPECT_EQ(back.Pixel(9, 9), kW);
+    EXPECT_EQ(window.Pixel(9, 9), 0x111111u);
+}
+
+// ---- PNG
+
+TEST(Png, ChecksumsMatchTheirReferenceValues)
+{
+    const std::string digits = "123456789";
+    EXPECT_EQ(Crc32(reinterpret_cast<const unsigned char*>(digits.data()), digits.size()), 0xCBF43926u);
+    const std::string word = "Wikipedia";
+    EXPECT_EQ(Adler32(reinterpret_cast<const unsigned char*>(word.data()), word.size()), 0x11E60398u);
+}
+
+TEST(Png, StoredBlocksHoldTheRowsWithTheirFilterByte)
+{
+    const auto png = EncodePng(2, 1, {0xFF0000, 0x0000FF});
+    const std::vector<unsigned char> signature{0x89, 'P', 'N', 'G', 0x0D, 0x0A, 0x1A, 0x0A};
+    ASSERT_GT(png.size(), 57u);
+    EXPECT_TRUE(std::equal(signature.begin(), signature.end(), png.begin()));
+    // IHDR: 2 by 1, 8 bits, colour type 2.
+    EXPECT_EQ(png[19], 2);
+    EXPECT_EQ(png[23], 1);
+    EXPECT_EQ(png[24], 8);
+    EXPECT_EQ(png[25], 2);
+    // IDAT after IHDR's 25 bytes: length 2 + 5 + 7 + 4 = 18.
+    const std::size_t idat = 8 + 25;
+    EXPECT_EQ(png[idat + 3], 18);
+    const std::vector<unsigned char> z(png.begin() + idat + 8, png.begin() + idat + 8 + 18);
+    const std::vector<unsigned char> expected{0x78, 0x01, 0x01, 7, 0, 0xF8, 0xFF, 0, 0xFF, 0, 0, 0, 0, 0xFF};
+    EXPECT_TRUE(std::equal(expected.begin(), expected.end(), z.begin()));
+    // The file ends with the IEND chunk and its well-known checksum.
+    const std::vector<unsigned char> iend{0, 0, 0, 0, 'I', 'E', 'N', 'D', 0xAE, 0x42, 0x60, 0x82};
+    EXPECT_TRUE(std::equal(iend.begin(), iend.end(), png.end() - 12));
+}
+
+TEST(Png, LargeImagesSplitIntoBlocksOfAtMost65535Bytes)
+{
+    const auto png = EncodePng(300, 100, std::vector<std::uint32_t>(30000, 0x102030));
+    const std::size_t idat = 8 + 25;
+    const std::size_t length = (png[idat] << 24) | (png[idat + 1] << 16) | (png[idat + 2] << 8) | png[idat + 3];
+    const std::size_t raw = 100 * (1 + 300 * 3);
+    EXPECT_EQ(length, 2 + raw + 5 * ((raw + 65534) / 65535) + 4);
+}
+
+// ---- the command
+
+std::string Cli() { return FW_CLI; }
+
+int RunCli(const std::string& args)
+{
+    const std::string cmd = "\"" + Cli() + "\" render " + args + " 2>/dev/null";
+    const int status = std::system(cmd.c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+TEST(CliRender, PaintsTheProjectIntoAPngOfTheGivenSize)
+{
+    if (!std::filesystem::exists(Cli()))
+        GTEST_SKIP() << "fieldwright-cli is not built";
+    const std::string out = ::testing::TempDir() + "fw_render_cli.png";
+    ASSERT_EQ(RunCli(std::string(FW_FIXTURES) + "/render/airfield.fwt " + out + " --size 320x200 --zoom 0.5 --offset 10 -20"), 0);
+    std::ifstream in(out, std::ios::binary);
+    std::vector<unsigned char> png((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    ASSERT_GT(png.size(), 33u);
+    EXPECT_EQ(png[1], 'P');
+    EXPECT_EQ((png[18] << 8) | png[19], 320);
+    EXPECT_EQ((png[22] << 8) | png[23], 200);
+    std::remove(out.c_str());
+}
+
+TEST(CliRender, RefusesBadArgumentsAndMissingProjects)
+{
+    if (!std::filesystem::exists(Cli()))
+        GTEST_SKIP() << "fieldwright-cli is not built";
+    const std::string out = ::testing::TempDir() + "fw_render_bad.png";
+    EXPECT_EQ(RunCli("only-one-argument"), 2);
+    EXPECT_EQ(RunCli("a.fwt " + out + " --size 0x10"), 2);
+    EXPECT_EQ(RunCli("a.fwt " + out + " --zoom fast"), 2);
+    EXPECT_EQ(RunCli("a.fwt " + out + " --offset 1"), 2);
+    EXPECT_EQ(RunCli(::testing::TempDir() + "no_such_project.fwt " + out), 1);
+    EXPECT_FALSE(std::filesystem::exists(out));
+}
+
+} // namespace
+} // namespace fw
