@@ -1,7 +1,10 @@
 // Sessions built in code for the editor's tests: a scripted Ui, a canvas, records placed directly.
 #pragma once
 
+#include <fstream>
 #include <memory>
+#include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -76,6 +79,14 @@ struct EditorFixture {
 
     std::unique_ptr<ReplaySession> replay;
 };
+
+inline std::string ReadFileText(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream s;
+    s << in.rdbuf();
+    return s.str();
+}
 
 // Pixel of a world point on the fixture's canvas at zoom 1.
 inline std::string Px(int worldX, int worldY)

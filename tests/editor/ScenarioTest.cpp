@@ -1,0 +1,105 @@
+// Edge cases of the canvas, played from scripts as a user would play them.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <sstream>
+
+#include <unistd.h>
+
+#include "EditorTestSupport.h"
+
+namespace fw::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Runs a fixture script in a folder of its own and keeps the session for the checks.
+struct Scenario {
+    explicit Scenario(const std::string& script)
+    {
+        dir = fs::temp_directory_path() / ("fw_editor_scenario_" + std::to_string(::getpid()) + "_" + script);
+        fs::remove_all(dir);
+        fs::create_directories(dir);
+        fs::copy_file(fs::path(FW_FIXTURES) / "editor" / script, dir / script);
+        replay = std::make_unique<ReplaySession>(FW_PROGRAM_DIR, dir.string());
+        std::ostringstream err;
+        code = replay->RunFile((dir / script).string(), err);
+        errors = err.str();
+    }
+    ~Scenario() { fs::remove_all(dir); }
+    const Session& s() const { return replay->session; }
+    fs::path dir;
+    std::unique_ptr<ReplaySession> replay;
+    int code = -1;
+    std::string errors;
+};
+
+TEST(Scenario, TexPolyFourthClick)
+{
+    Scenario sc("texpoly_fourth_click.txt");
+    ASSERT_EQ(sc.code, 0) << sc.errors;
+    ASSERT_EQ(sc.s().stores.ShapeCount(), 1);
+    EXPECT_EQ(sc.s().stores.PointStore[0], (PointList{{0, 0}, {200, 0}, {200, 100}, {0, 100}}));
+    EXPECT_EQ(sc.s().editor.EditState, 7) << "the fifth click lands on empty canvas and pans";
+}
+
+TEST(Scenario, TooFewPoints)
+{
+    Scenario sc("too_few_points.txt");
+    ASSERT_EQ(sc.code, 0) << sc.errors;
+    EXPECT_EQ(sc.s().stores.ShapeCount(), 0);
+    EXPECT_EQ(sc.s().editor.EditState, 1) << "the disabled mEdit button can't end the tool";
+    EXPECT_EQ(sc.s().editor.draw.PointIndex(), 2);
+}
+
+TEST(Scenario, RightClickWhileDrawing)
+{
+    Scenario sc("flatten_right_click.txt");
+    ASSERT_EQ(sc.code, 0) << sc.errors;
+    EXPECT_EQ(sc.replay->ui.Popups(), std::vector<std::string>{"MnuClick2"});
+    EXPECT_EQ(sc.s().editor.EditState, 6);
+    EXPECT_EQ(sc.s().stores.ShapeCount(), 1) << "the line stays though its dialog was closed";
+}
+
+TEST(Scenario, ShiftReleasedDropsTheRubberBand)
+{
+    Scenario sc("shift_released.txt");
+    ASSERT_EQ(sc.code, 0) << sc.errors;
+    EXPECT_EQ(sc.s().editor.selection.SelObjects(), (std::vector<std::uint16_t>{1}));
+    EXPECT_EQ(sc.s().editor.EditState, 0);
+    EXPECT_EQ(sc.s().view.offX(), 40) << "Shift with Ctrl panned by 10 pixels at 25 %";
+}
+
+TEST(Scenario, SidewaysDragIsNotUndoable)
+{
+    Scenario sc("sideways_drag.txt");
+    ASSERT_EQ(sc.code, 0) << sc.errors;
+    EXPECT_NE(ReadFileText((sc.dir / "sideways.json").string()).find("[[50, 0], [150, 0]]"), std::string::npos);
+    EXPECT_EQ(sc.s().stores.ShapeCount(), 0) << "undo took back the drawing, the older change";
+}
+
+TEST(Scenario, RotateBackAndRescaleMirror)
+{
+    Scenario sc("rotate_and_rescale.txt");
+    ASSERT_EQ(sc.code, 0) << sc.errors;
+    EXPECT_NE(ReadFileText((sc.dir / "rotated.json").string()).find("[[0, 0], [101, 0], [101, 51]]"),
+              std::string::npos);
+    EXPECT_EQ(sc.s().stores.PointStore.at(0), (PointList{{0, 0}, {-50, 0}, {-50, -50}}));
+    EXPECT_EQ(sc.replay->ui.log.back().kind, "tip");
+}
+
+TEST(Scenario, ArrangeWithEveryShapeSelected)
+{
+    Scenario sc("arrange_all_selected.txt");
+    ASSERT_EQ(sc.code, 0) << sc.errors;
+    ASSERT_EQ(sc.s().stores.ShapeCount(), 2);
+    EXPECT_EQ(sc.s().stores.ShapeStore[0].gType, kPoly);
+    EXPECT_EQ(sc.s().stores.ShapeStore[1].gType, kDotLine);
+    EXPECT_EQ(sc.s().view.mMode(), 1);
+    EXPECT_EQ(sc.s().config.MessageLayer, 0);
+    EXPECT_EQ(sc.s().editor.selection.SelShapes(), (std::vector<std::uint16_t>{0, 1}));
+}
+
+} // namespace
+} // namespace fw::test
