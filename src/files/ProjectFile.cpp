@@ -268,9 +268,21 @@ bool ReadProjectFile(const std::string& path, ProjectData& out, Ui* ui, const st
     return ReadProjectText(text, out, ui, programFolder);
 }
 
+namespace {
+// Lines a text will have, near enough to spare the buffer its regrowth.
+std::size_t LineEstimate(const std::vector<PointList>& points, std::size_t shapes, std::size_t objects)
+{
+    std::size_t n = 100 + shapes * 30 + objects * 60;
+    for (const auto& p : points)
+        n += p.size();
+    return n;
+}
+} // namespace
+
 void BuildProjectText(CBufferS& out, const ProjectData& d)
 {
     out.reset();
+    out.reserve(LineEstimate(d.points, d.shapes.size(), d.objects.size()));
     AddHead(out);
     const ShowFlagsRecord& f = d.showFlags;
     out.addLine("");
@@ -336,6 +348,7 @@ void BuildSelectionText(CBufferS& out, const std::vector<PointList>& points,
                         const std::vector<ShapeRecord>& shapes, const std::vector<ObjectRecord>& objects)
 {
     out.reset();
+    out.reserve(LineEstimate(points, shapes.size(), objects.size()));
     AddHead(out);
     AddRecords(out, points, shapes, objects);
 }

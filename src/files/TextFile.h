@@ -13,6 +13,7 @@ class Ui;
 class CBufferS {
 public:
     void reset() { lines_.clear(); }
+    void reserve(std::size_t lines) { lines_.reserve(lines); }
     bool addLine(std::string text)
     {
         lines_.push_back(std::move(text));

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <filesystem>
+
 #include "FilesTestSupport.h"
 #include "files/ConfigFile.h"
 #include "platform/ScriptedUi.h"
@@ -160,6 +163,29 @@ TEST(RecentList, AddMoveAndOverflow)
     r.addPath("/d.fwt");
     EXPECT_EQ(r.nEntries(), 3);
     EXPECT_EQ(r.getEntry(3), "/a.fwt"); // the fifth distinct path pushed out the oldest, "/b.fwt"
+}
+
+} // namespace
+} // namespace fw
+
+namespace fw {
+namespace {
+
+TEST(ConfigPath, BesideTheProgramOrInTheUsersFolder)
+{
+    test::ScratchFolder dir;
+    EXPECT_EQ(ConfigFilePath(dir.folder()), dir.folder() + "Fieldwright.cfg");
+
+    test::ScratchFolder home;
+    const char* old = std::getenv("XDG_CONFIG_HOME");
+    const std::string saved = old ? old : "";
+    setenv("XDG_CONFIG_HOME", home.folder().c_str(), 1);
+    EXPECT_EQ(ConfigFilePath("/no/such/program/folder/"), home.folder() + "/Fieldwright/Fieldwright.cfg");
+    EXPECT_TRUE(std::filesystem::is_directory(home.folder() + "/Fieldwright"));
+    if (old)
+        setenv("XDG_CONFIG_HOME", saved.c_str(), 1);
+    else
+        unsetenv("XDG_CONFIG_HOME");
 }
 
 } // namespace
