@@ -174,8 +174,6 @@ struct EditorState {
 
     // The rotate dialog's last value; the rescale dialog's live in the configuration.
     double LastRotation = 0;
-    // The background image edit (states 16 to 18) is running.
-    bool imageEdit = false;
     // Status panels 4 and 5: latitude and longitude of the mouse, written on mouse moves.
     std::string statusLatitude;
     std::string statusLongitude;

@@ -7,6 +7,7 @@
 #include "editor/Arrange.h"
 #include "editor/Commands.h"
 #include "editor/EditorCommon.h"
+#include "editor/ImageFrame.h"
 #include "editor/Selection.h"
 #include "editor/Transforms.h"
 #include "editor/Undo.h"
@@ -64,7 +65,10 @@ Point PanOffset(const Session& s, double x, double y)
 
 std::int32_t HandleTolerance(const Session& s) { return Round32(3.0 / s.view.zoom()); }
 
-void EndImageEdit(Session& s) { s.editor.imageEdit = false; }
+void EndImageEdit(Session& s) { StopImageFrame(s); }
+
+// The image frame tests take the pixel as a 16-bit value.
+std::int32_t Pixel16(double v) { return std::clamp(Round32(v), -32768, 32767); }
 
 void PlaceObject(Session& s, const Point& p)
 {
@@ -294,12 +298,20 @@ void CanvasMouseDown(Session& s, MouseButton button, int shift, double x, double
         PlaceObject(s, P);
         return;
     case 16:
-        // The image frame's own tests belong to the background image; a click away from it ends
-        // the edit.
-        SetCanvasPointer(s, 0);
-        EndImageEdit(s);
-        e.EditState = 0;
-        PaintFrame(s);
+        if (OnImageHandle(s, Pixel16(x), Pixel16(y))) {
+            SetCanvasPointer(s, 9);
+            e.memory.ImageScaleStart = P.X;
+            e.EditState = 18;
+        } else if (InsideImageFrame(s, Pixel16(x), Pixel16(y))) {
+            SetCanvasPointer(s, 15);
+            e.memory.ImageDragStart = P;
+            e.EditState = 17;
+        } else {
+            SetCanvasPointer(s, 0);
+            EndImageEdit(s);
+            e.EditState = 0;
+            PaintFrame(s);
+        }
         return;
     case 0:
         break;
@@ -420,7 +432,21 @@ void CanvasMouseMove(Session& s, int shift, double x, double y)
         PaintFrame(s);
         break;
     case 16:
-        SetCanvasPointer(s, 0);
+        if (OnImageHandle(s, Pixel16(x), Pixel16(y)))
+            SetCanvasPointer(s, 9);
+        else if (InsideImageFrame(s, Pixel16(x), Pixel16(y)))
+            SetCanvasPointer(s, 15);
+        else
+            SetCanvasPointer(s, 0);
+        break;
+    case 17:
+        MoveImageFrame(s.bitmap.frame, dx(e.memory.ImageDragStart), dy(e.memory.ImageDragStart));
+        PaintFrame(s);
+        break;
+    case 18:
+        ScaleImageFrame(s.bitmap.frame, Add32(P.X, -static_cast<std::int64_t>(e.memory.ImageScaleStart)),
+                        s.bitmap.width, s.bitmap.height);
+        PaintFrame(s);
         break;
     case 8:
         if (shift != kShiftKey) {
@@ -501,6 +527,10 @@ void CanvasMouseUp(Session& s, MouseButton button, int /*shift*/, double x, doub
         break;
     case 17:
     case 18:
+        s.showFlags.BackImageLeft = s.bitmap.frame.current[0].X;
+        s.showFlags.BackImageTop = s.bitmap.frame.current[0].Y;
+        s.showFlags.BackImagescale = s.bitmap.frame.scale;
+        StartImageFrame(s);
         e.EditState = 16;
         SetCanvasPointer(s, 0);
         PaintFrame(s);

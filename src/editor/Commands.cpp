@@ -8,6 +8,7 @@
 #include "core/Numbers.h"
 #include "editor/Arrange.h"
 #include "editor/EditorCommon.h"
+#include "editor/ImageFrame.h"
 #include "editor/Selection.h"
 #include "editor/Transforms.h"
 #include "editor/Undo.h"
@@ -112,7 +113,7 @@ void OpenTopMenu(Session& s, const std::string& menu)
     if (menu != "MnuEdit" && menu != "MnuSelection" && menu != "MnuBackground" && menu != "MnuHelp")
         return;
     WorkClear(s.editor.work);
-    s.editor.imageEdit = false;
+    StopImageFrame(s);
     s.editor.EditState = 0;
     SetCanvasPointer(s, 0);
     PaintFrame(s);
@@ -217,6 +218,8 @@ bool RunCommand(Session& s, const std::string& name)
         f.ShowAPI = f.ShowRunway = f.ShowNav = f.ShowExclude = 1;
         RebuildGL(s, true);
         PaintFrame(s);
+    } else if (name == "MnuBedit") {
+        MnuBedit(s);
     } else if (name == "MnuBshowbackground") {
         s.showFlags.ShowBackPicture = s.showFlags.ShowBackPicture == 1 ? 0 : 1;
         PaintFrame(s);
@@ -318,7 +321,7 @@ MenuState ComputeMenuState(const Session& s)
     check("MnuSeditpoints", sel.state() == 2);
     check("MnuSdragshape", sel.state() == 3);
     check("MnuBshowbackground", image && s.showFlags.ShowBackPicture == 1);
-    check("MnuBedit", e.imageEdit);
+    check("MnuBedit", s.bitmap.ImageFrameActive == 1);
     check("MnuBshowgrid", s.showFlags.ShowGrid == 1);
     return m;
 }
