@@ -53,6 +53,24 @@ TEST(Replay, DrawDragUndoSave)
     EXPECT_EQ(data.points[0], (PointList{{0, 0}, {100, 0}, {100, 100}}));
 }
 
+TEST(Replay, OpenSelectsTheFirstShapeAndClearsUndo)
+{
+    ScriptFolder folder("draw_drag_undo.txt");
+    ReplaySession r(FW_PROGRAM_DIR, folder.dir.string());
+    std::ostringstream err;
+    ASSERT_EQ(r.RunFile(folder.path, err), 0) << err.str();
+    std::string error;
+    ASSERT_TRUE(r.Run("command MnuC250", error)) << error;
+    ASSERT_TRUE(r.Run("open drawn.fwt", error)) << error;
+    const Session& s = r.session;
+    EXPECT_EQ(s.canUndo, 0);
+    EXPECT_EQ(s.dirty, 0);
+    EXPECT_EQ(s.view.zoom(), 0.25) << "the view isn't restored from the file";
+    EXPECT_EQ(s.editor.selection.SelShapes(), (std::vector<std::uint16_t>{0}));
+    EXPECT_EQ(s.editor.selection.state(), 1);
+    EXPECT_EQ(Title(s), "Fieldwright - [drawn.fwt]");
+}
+
 TEST(Replay, PointsAndTip)
 {
     ScriptFolder folder("points_and_tip.txt");
