@@ -379,6 +379,33 @@ TEST_F(Timer1, CommandFaultsStopWithAMessageAndTheWindowGoesOn)
     EXPECT_EQ(scripted.calls[0].style, MessageStyle::Critical);
 }
 
+TEST_F(Timer1, ShortcutsOfADisabledMenuRunNothing)
+{
+    MainWindow w(session, ui);
+    int runs = 0;
+    w.connectCommand("MnuFsave", [&] { ++runs; });
+    w.connectCommand("MnuErescale", [&] { ++runs; });
+    w.connectCommand("MnuSselectshape", [&] { ++runs; });
+    w.Tick();
+    w.action("MnuFsave")->trigger();
+    EXPECT_EQ(runs, 1);
+    // Arrange mode: everything but the Selection menu is shut, the items keep their own flags.
+    Menu_DisableLayer(session);
+    w.Tick();
+    EXPECT_TRUE(w.action("MnuFsave")->isEnabled());
+    w.action("MnuFsave")->trigger();
+    w.action("MnuErescale")->setEnabled(true);
+    w.action("MnuErescale")->trigger();
+    EXPECT_EQ(runs, 1);
+    w.action("MnuSselectshape")->setEnabled(true);
+    w.action("MnuSselectshape")->trigger();
+    EXPECT_EQ(runs, 2);
+    Menu_Enable(session);
+    w.Tick();
+    w.action("MnuFsave")->trigger();
+    EXPECT_EQ(runs, 3);
+}
+
 TEST_F(Timer1, ExportCommandsAskForTheirFiles)
 {
     ScriptedUi scripted;

@@ -334,7 +334,23 @@ void MainWindow::connectCommand(const QString& name, std::function<void()> work)
     QAction* a = action(name);
     if (!a)
         return;
-    connect(a, &QAction::triggered, this, [this, work = std::move(work)] { RunGuarded(work); });
+    connect(a, &QAction::triggered, this, [this, a, work = std::move(work)] {
+        if (Reachable(a))
+            RunGuarded(work);
+    });
+}
+
+bool MainWindow::Reachable(const QAction* a) const
+{
+    // A shortcut still fires when its top menu is disabled; the command must not run then.
+    for (QMenu* m : menus_) {
+        if (!m->actions().contains(const_cast<QAction*>(a)))
+            continue;
+        if (!m->menuAction()->isEnabled())
+            return false;
+        return Reachable(m->menuAction());
+    }
+    return true;
 }
 
 void MainWindow::RunGuarded(const std::function<void()>& work)

@@ -72,6 +72,8 @@ public:
     // with a message and the window goes on.
     void connectCommand(const QString& name, std::function<void()> work);
     void RunGuarded(const std::function<void()>& work);
+    // False when the item sits in a disabled menu (a tool is running, or arrange mode).
+    bool Reachable(const QAction* a) const;
 
     void setHooks(MainWindowHooks hooks) { hooks_ = std::move(hooks); }
     // The window state as the exit flow takes it: 0 normal, 1 minimised, 2 maximised.
