@@ -479,3 +479,147 @@ TEST_F(TextureFiles, PreviewClearsAndStretchesTheUprightImage)
 
 } // namespace
 } // namespace fw
+
+namespace fw {
+namespace {
+
+// The textures of the program folder, as the defaults and the exporters name them.
+class ShippedTextures : public ::testing::Test {
+protected:
+    static std::string Program() { return std::string(FW_FIXTURES) + "/../../resources/"; }
+    static std::string Texture(const std::string& name) { return Program() + "Texture/" + name; }
+
+    std::string Label(const std::string& name)
+    {
+        std::vector<std::uint32_t> pixels;
+        BitmapInfoHeader header;
+        std::string label;
+        ReadTextureGdi(Texture(name), Program(), pixels, header, label);
+        EXPECT_EQ(TextureScale(header.biWidth, header.biHeight), 1.0) << name;
+        return label;
+    }
+
+    // Red, green, blue, alpha of texel (u, v), v counted from the top as the sheets are drawn.
+    std::array<int, 4> Texel(const std::string& name, int u, int v)
+    {
+        if (name != name_) {
+            EXPECT_EQ(ReadTextureGl(Texture(name), Program(), image_, width_, height_), 1);
+            name_ = name;
+        }
+        const std::uint8_t* p = &image_[static_cast<std::size_t>((v * width_ + u) * 4)];
+        return {p[0], p[1], p[2], p[3]};
+    }
+
+    std::string name_;
+    std::vector<std::uint8_t> image_;
+    std::int32_t width_ = 0;
+    std::int32_t height_ = 0;
+};
+
+TEST_F(ShippedTextures, EveryDefaultTextureIsThereInAFormTheSimulatorTakes)
+{
+    EXPECT_EQ(Label("Concrete.r8"), "8-bit raw");
+    EXPECT_EQ(Label("taxi.bmp"), "8-bit palette");
+    EXPECT_EQ(Label("fwt_build01.bmp"), "8-bit palette");
+    EXPECT_EQ(Label("fwt_sign1.bmp"), "8-bit palette");
+    // Trees and the upper forest roofs show the ground through their gaps.
+    for (const char* name : {"Tree.bmp", "fwt_forest1.bmp", "fwt_forestc1.bmp", "fwt_foresttop_dark2.bmp",
+                             "fwt_foresttop_dark3.bmp", "fwt_foresttopc_12.bmp", "fwt_foresttopc_13.bmp"})
+        EXPECT_EQ(Label(name), "8-bit palette (extended)") << name;
+    EXPECT_EQ(Label("fwt_foresttop_dark1.bmp"), "8-bit palette");
+    EXPECT_EQ(Label("fwt_foresttopc_11.bmp"), "8-bit palette");
+
+    EXPECT_EQ(fs::file_size(Program() + "Resource/fs5.pal"), 768u);
+    Palette palette{};
+    LoadPalette(Program(), palette);
+    EXPECT_EQ(palette[0], (std::array<std::uint8_t, 3>{0, 0, 0}));
+    EXPECT_EQ(palette[15], (std::array<std::uint8_t, 3>{255, 255, 255}));
+    // Concrete is light grey in that palette.
+    auto c = Texel("Concrete.r8", 100, 100);
+    EXPECT_GT(c[0], 120);
+    EXPECT_EQ(c[0], c[1]);
+    EXPECT_EQ(c[1], c[2]);
+}
+
+TEST_F(ShippedTextures, TreeBandsHoldTreesWhereTheExportReadsThem)
+{
+    // Eight bands: band s uses rows 30s + 3 to 30s + 26; the rows between two bands of a pair
+    // are transparent, the ones between pairs hold foliage for four bands.
+    for (int s = 0; s < 8; ++s) {
+        int opaque = 0;
+        for (int u = 0; u < 256; ++u)
+            opaque += Texel("Tree.bmp", u, 30 * s + 24)[3] > 0;
+        EXPECT_GT(opaque, 200) << s;
+    }
+    int gap = 0;
+    for (int u = 0; u < 256; ++u)
+        gap += Texel("Tree.bmp", u, 58)[3] > 0;
+    EXPECT_EQ(gap, 0);
+}
+
+TEST_F(ShippedTextures, SignSheetHasEachCellInItsPlace)
+{
+    auto yellow = [](std::array<int, 4> c) { return c[0] > 200 && c[1] > 150 && c[2] < 80; };
+    auto red = [](std::array<int, 4> c) { return c[0] > 180 && c[1] < 80 && c[2] < 80; };
+    auto dark = [](std::array<int, 4> c) { return c[0] < 60 && c[1] < 60 && c[2] < 60; };
+    auto white = [](std::array<int, 4> c) { return c[0] > 200 && c[1] > 200 && c[2] > 200; };
+    // Cell k of a 32 by 32 grid: texel (k % 8 * 16, k / 8 * 16) in its quadrant.
+    for (int k = 0; k < 48; ++k) // Direction: letters, numbers, arrows on yellow
+        EXPECT_TRUE(yellow(Texel("fwt_sign1.bmp", k % 8 * 16, k / 8 * 16))) << k;
+    for (int k = 0; k < 43; ++k) { // Location: a yellow frame round black
+        EXPECT_TRUE(yellow(Texel("fwt_sign1.bmp", k % 8 * 16, 128 + k / 8 * 16))) << k;
+        EXPECT_TRUE(dark(Texel("fwt_sign1.bmp", k % 8 * 16 + 1, 128 + k / 8 * 16 + 1))) << k;
+    }
+    for (int k = 0; k < 32; ++k) // runway numbers 1 to 32, 64 by 32
+        EXPECT_TRUE(red(Texel("fwt_sign1.bmp", 128 + k % 4 * 32, k / 4 * 16))) << k;
+    for (int k = 0; k < 4; ++k) // 33 to 36 at row 7 of the first quadrant
+        EXPECT_TRUE(red(Texel("fwt_sign1.bmp", k * 32, 112))) << k;
+    for (int k = 0; k < 5; ++k) // runway arrows at (96 + 32k, 192)
+        EXPECT_TRUE(red(Texel("fwt_sign1.bmp", 48 + 16 * k, 96))) << k;
+    // The letters run in order: H's bar crosses its middle, O is open there.
+    EXPECT_TRUE(dark(Texel("fwt_sign1.bmp", 112 + 7, 7)));
+    EXPECT_TRUE(yellow(Texel("fwt_sign1.bmp", 6 * 16 + 7, 16 + 7)));
+    // Runway 11's two ones stand white in the middle of their cell.
+    auto eleven = Texel("fwt_sign1.bmp", 128 + 2 * 32 + 10, 2 * 16 + 7);
+    auto between = Texel("fwt_sign1.bmp", 128 + 2 * 32 + 15, 2 * 16 + 7);
+    EXPECT_TRUE(white(eleven) || white(between));
+}
+
+} // namespace
+} // namespace fw
+
+namespace fw {
+namespace {
+
+// Inputs the fuzzer kept, and its seeds: both readers hold together on each of them.
+TEST(TextureRegressions, FuzzInputsReadToConsistentImages)
+{
+    Palette palette{};
+    int files = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(std::string(FW_FIXTURES) + "/textures")) {
+        if (!entry.is_regular_file())
+            continue;
+        ++files;
+        std::ifstream in(entry.path(), std::ios::binary);
+        Bytes bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+        std::vector<std::uint32_t> pixels;
+        BitmapInfoHeader header;
+        std::string label;
+        TextureForm gdi = DecodeTextureGdi(bytes, palette, pixels, header, label);
+        ASSERT_GT(header.biWidth, 0) << entry.path();
+        ASSERT_GT(header.biHeight, 0) << entry.path();
+        EXPECT_EQ(pixels.size(), static_cast<std::size_t>(header.biWidth) * header.biHeight) << entry.path();
+        std::vector<std::uint8_t> image;
+        std::int32_t w = 0, h = 0;
+        TextureForm gl = DecodeTextureGl(bytes, palette, image, w, h);
+        // The extra block may differ, as the OpenGL reader takes the pixels at a fixed offset.
+        EXPECT_EQ(gl == TextureForm::Unknown, gdi == TextureForm::Unknown) << entry.path();
+        EXPECT_EQ(w, header.biWidth) << entry.path();
+        EXPECT_EQ(h, header.biHeight) << entry.path();
+        EXPECT_EQ(image.size(), static_cast<std::size_t>(w) * h * 4) << entry.path();
+    }
+    EXPECT_GT(files, 5);
+}
+
+} // namespace
+} // namespace fw
