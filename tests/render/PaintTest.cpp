@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <fstream>
 
-#include "core/ImageFrame.h"
+#include "editor/ImageFrame.h"
 #include "platform/ScriptedUi.h"
 #include "render/Bitmap.h"
 #include "render/Paint.h"
@@ -361,7 +361,7 @@ TEST_F(FrameFixture, ImageFrameWhileMovingTakesTheOverlayPath)
     s.showFlags.BackImageLeft = -50;
     s.showFlags.BackImageTop = -20;
     s.showFlags.BackImagescale = 1.0;
-    StartImageFrame(s.bitmap, s.showFlags);
+    StartImageFrame(s);
     s.editor.EditState = 16;
     EXPECT_FALSE(TakesOverlayPath(s));
     PaintFrame(s, window, back);
@@ -510,39 +510,6 @@ TEST(GetPicture, TooLargeIsRefusedAndTheOldImageStays)
     EXPECT_EQ(ui.Messages().back(), "Unable to load Bitmap!");
     std::remove(ok.c_str());
     std::remove(big.c_str());
-}
-
-TEST(ImageFrame, ScaleStopsAtOneHundredthAndFinishStoresTheFrame)
-{
-    CBitmapState st;
-    CBitmap(st).SetPicture(100, 50, std::vector<std::uint32_t>(5000, 0));
-    ShowFlagsRecord f;
-    f.BackImageLeft = 10;
-    f.BackImageTop = 20;
-    f.BackImagescale = 2.0;
-    StartImageFrame(st, f);
-    EXPECT_EQ(st.frame.current[2], (Point{210, 120}));
-    ScaleImageFrame(st, -1000);
-    EXPECT_DOUBLE_EQ(st.frame.scale, 0.01);
-    EXPECT_EQ(st.frame.current[2], (Point{11, 20}));
-    ScaleImageFrame(st, 100); // half as wide again
-    EXPECT_DOUBLE_EQ(st.frame.scale, 3.0);
-    MoveImageFrame(st, 5, -5);
-    FinishImageFrame(st, f);
-    EXPECT_EQ(f.BackImageLeft, 15);
-    EXPECT_EQ(f.BackImageTop, 15);
-    EXPECT_EQ(st.frame.start, st.frame.current);
-    COffset view;
-    view.setSWidth(400);
-    view.setSHeight(300);
-    view.reset();
-    view.setZoom(1.0);
-    // Frame (15, 15) to (315, 165): handle at pixel (515, 240).
-    EXPECT_EQ(ImageFrameHit(st, view, 511, 244), 1);
-    EXPECT_EQ(ImageFrameHit(st, view, 510, 240), 2);
-    EXPECT_EQ(ImageFrameHit(st, view, 100, 100), 0);
-    StopImageFrame(st);
-    EXPECT_EQ(st.ImageFrameActive, 0);
 }
 
 } // namespace
