@@ -11,6 +11,7 @@
 #include "editor/CanvasEvents.h"
 #include "editor/Commands.h"
 #include "editor/EditorCommon.h"
+#include "editor/FormModels.h"
 #include "editor/Undo.h"
 #include "files/ProjectFlows.h"
 
@@ -177,10 +178,9 @@ bool ReplayUi::RunTextForm(TextForm& form)
 
 int ReplayUi::FormConvertShape(std::vector<ShapeRecord>&)
 {
-    static constexpr int kCodes[5] = {kPoly, kWideLine, kDotLine, kTreeLine, kForest};
     QueuedAnswer a;
     if (!Take(a)) {
-        Log("convert", "Convert shape", "cancel", false);
+        Log("convert", kFormConvertTitle, "cancel", false);
         return 0;
     }
     int code = 0;
@@ -188,9 +188,9 @@ int ReplayUi::FormConvertShape(std::vector<ShapeRecord>&)
         code = kPoly;
     else if (a.kind == "index" && !a.values.empty()) {
         const int i = std::atoi(a.values[0].c_str());
-        code = i >= 0 && i < 5 ? kCodes[i] : 0;
+        code = i >= 0 && i < 5 ? kConvertChoices[i].code : 0;
     }
-    Log("convert", "Convert shape", code ? std::to_string(code) : "cancel", true);
+    Log("convert", kFormConvertTitle, code ? std::to_string(code) : "cancel", true);
     return code;
 }
 
