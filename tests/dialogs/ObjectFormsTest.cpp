@@ -1,0 +1,231 @@
+#include <gtest/gtest.h>
+
+#include "core/Records.h"
+#include "dialogs/ObjectForms.h"
+#include "platform/ScriptedUi.h"
+
+namespace fw {
+namespace {
+
+ObjectRecord Fresh(int type)
+{
+    ObjectRecord o;
+    ResetObject(o, type, "/prog/");
+    return o;
+}
+
+struct Dialog : ::testing::Test {
+    ScriptedUi ui;
+    ValueContext ctx{'.', &ui};
+    std::vector<std::string> Said() const { return ui.Messages(); }
+};
+
+TEST_F(Dialog, NdbChecksRunInOrderAndTheFirstFailureKeepsTheRecord)
+{
+    ObjectRecord o = Fresh(kNdb);
+    FormOndb f;
+    f.Show_(o, '.');
+    EXPECT_EQ(f.values.Text("Text1"), "200");
+    f.values["Text1"] = "526.6";
+    f.values["Text2"] = "0";
+    f.values["Text3"] = "";
+    EXPECT_EQ(f.Ok(ctx, o), OkResult::Refused);
+    f.values["Text1"] = "526.5";
+    EXPECT_EQ(f.Ok(ctx, o), OkResult::Refused);
+    f.values["Text2"] = "255";
+    EXPECT_EQ(f.Ok(ctx, o), OkResult::Refused);
+    f.values["Text3"] = "XY";
+    f.values["Text4"] = "";
+    EXPECT_EQ(f.Ok(ctx, o), OkResult::Refused);
+    EXPECT_EQ(Said(), (std::vector<std::string>{"You entered a wrong value for the frequency!",
+                                                "You entered a wrong value for the range!",
+                                                "Please enter an ID!", "Please enter a name!"}));
+    EXPECT_EQ(o.Frequency(), 200.0);
+    f.values["Text4"] = "Home_beacon";
+    f.values.SetTick("Check1", true);
+    ASSERT_EQ(f.Ok(ctx, o), OkResult::Stored);
+    EXPECT_EQ(o.Frequency(), 526.5);
+    EXPECT_EQ(o.Range(), 255);
+    EXPECT_EQ(o.ID(), "XY");
+    EXPECT_EQ(o.NdbVisible(), 1);
+}
+
+TEST_F(Dialog, VorBoundsAndTicksAndCommaSystem)
+{
+    ObjectRecord o = Fresh(kVor);
+    FormOvor f;
+    f.Show_(o, ',');
+    EXPECT_EQ(f.values.Text("Text1"), "108");
+    EXPECT_TRUE(f.values.Tick("Check1"));
+    f.values["Text1"] = "135,76";
+    ValueContext comma{',', &ui};
+    EXPECT_EQ(f.Ok(comma, o), OkResult::Refused);
+    f.values["Text1"] = "135,75";
+    f.values.SetTick("Check1", false);
+    f.values.SetTick("Check2", true);
+    ASSERT_EQ(f.Ok(comma, o), OkResult::Stored);
+    EXPECT_EQ(o.Frequency(), 135.75);
+    EXPECT_EQ(o.DME(), 0);
+    EXPECT_EQ(o.VorVisible(), 1);
+    EXPECT_EQ(Said(), std::vector<std::string>{"You entered a wrong value for the frequency!"});
+}
+
+TEST_F(Dialog, ExcludeAndInitialLocation)
+{
+    ObjectRecord e = Fresh(kExclude);
+    FormOexclude x;
+    x.Show_(e, '.');
+    x.values["Text1"] = "19";
+    EXPECT_EQ(x.Ok(ctx, e), OkResult::Refused);
+    x.values["Text1"] = "20";
+    x.values["Text2"] = "10001";
+    EXPECT_EQ(x.Ok(ctx, e), OkResult::Refused);
+    x.values["Text2"] = "10000";
+    x.values.SetTick("Check3", true);
+    ASSERT_EQ(x.Ok(ctx, e), OkResult::Stored);
+    EXPECT_EQ(e.ExclWidth(), 20);
+    EXPECT_EQ(e.ExclHeight(), 10000);
+    EXPECT_EQ(e.ExcludeNDB(), 1);
+
+    ObjectRecord i = Fresh(kInit);
+    FormInit n;
+    n.Show_(i, '.');
+    n.values["Text1"] = "";
+    n.values["Text2"] = "360.01";
+    EXPECT_EQ(n.Ok(ctx, i), OkResult::Refused);
+    n.values["Text2"] = "360";
+    ASSERT_EQ(n.Ok(ctx, i), OkResult::Stored); // an empty name is allowed here
+    EXPECT_EQ(i.InitName(), "");
+    EXPECT_EQ(i.Rotation, 360.0);
+    EXPECT_EQ(Said(), (std::vector<std::string>{"You entered a wrong value for the width!",
+                                                "You entered a wrong value for the height!",
+                                                "You entered a wrong value for the heading!"}));
+}
+
+TEST_F(Dialog, NameKeysTurnABlankIntoAnUnderscoreAndRefuseQuotes)
+{
+    EXPECT_EQ(NameKey(' '), '_');
+    EXPECT_EQ(NameKey(';'), 0);
+    EXPECT_EQ(NameKey('"'), 0);
+    EXPECT_EQ(NameKey('a'), 'a');
+    EXPECT_EQ(DecimalKey('.', ','), ',');
+    EXPECT_EQ(DecimalKey(',', '.'), '.');
+}
+
+TEST(RunwayCaption, EndsAndDesignators)
+{
+    EXPECT_EQ(RunwayEnds(18, 0), (std::array<std::string, 2>{"18", "36"}));
+    EXPECT_EQ(RunwayEnds(36, 0), (std::array<std::string, 2>{"36", "18"}));
+    EXPECT_EQ(RunwayEnds(5, 0), (std::array<std::string, 2>{"05", "23"}));
+    EXPECT_EQ(RunwayEnds(9, 1), (std::array<std::string, 2>{"09L", "27R"}));
+    EXPECT_EQ(RunwayEnds(27, 3), (std::array<std::string, 2>{"27R", "09L"}));
+    EXPECT_EQ(RunwayEnds(0, 2), (std::array<std::string, 2>{"00C", "18C"}));
+    FormRunway f;
+    ObjectRecord o;
+    ResetObject(o, kRunway, "/p/");
+    o.RwyNumber() = 5;
+    f.Show_(o, '.');
+    EXPECT_EQ(f.Rwy_caption(), (std::array<std::string, 2>{"Runway 05:", "Runway 23:"}));
+}
+
+TEST_F(Dialog, RunwayChecksInTheirOrder)
+{
+    ObjectRecord o = Fresh(kRunway);
+    FormRunway f;
+    f.Show_(o, '.');
+    // Break every value, then mend them one at a time: each OK names the next.
+    const std::vector<std::pair<std::string, std::string>> order{
+        {"IlsSlopeN", "10.5"}, {"IlsSlopeF", "-1"},  {"Length", "99"},         {"Width", "2001"},
+        {"Heading", "360"},    {"StrobesN", "11"},   {"StrobesF", "x"},        {"MarkerOuterN", "20001"},
+        {"MarkerMiddleN", "-1"}, {"MarkerInnerN", ""}, {"MarkerOuterF", "1e9"}, {"MarkerMiddleF", "-5"},
+        {"MarkerInnerF", "30000"}, {"IlsRangeN", "256"}, {"IlsRangeF", "-1"},  {"IlsFreqN", "107.9"},
+        {"IlsFreqF", "135.8"}, {"ThrOffN", "5001"},  {"ExtN", "-1"}};
+    FormValues good = f.values;
+    for (const auto& [k, v] : order)
+        f.values[k] = v;
+    for (const auto& [k, v] : order) {
+        EXPECT_EQ(f.Ok(ctx, o), OkResult::Refused) << k;
+        f.values[k] = good.Text(k);
+    }
+    EXPECT_EQ(Said(), (std::vector<std::string>{
+                          "You entered a wrong value for the first slope angle!",
+                          "You entered a wrong value for the second slope angle!",
+                          "You entered a wrong value for the runway length!",
+                          "You entered a wrong value for the runway width!",
+                          "You entered a wrong value for the runway heading!",
+                          "You entered a wrong value for the approach light strobes!",
+                          "You entered a wrong value for the approach light strobes!",
+                          "You entered a wrong value for the Outer marker (Om)!",
+                          "You entered a wrong value for the middle marker (Mm)!",
+                          "You entered a wrong value for the inner marker (Im)!",
+                          "You entered a wrong value for the Outer marker (Om)!",
+                          "You entered a wrong value for the middle marker (Mm)!",
+                          "You entered a wrong value for the inner marker (Im)!",
+                          "You entered a wrong value for the ILS range!",
+                          "You entered a wrong value for the ILS range!",
+                          "You entered a wrong value for the ILS frequency!",
+                          "You entered a wrong value for the ILS frequency!",
+                          "You entered a wrong value for the runway threshold!",
+                          "You entered a wrong value for the runway extension!"}));
+    EXPECT_EQ(o.Length(), 9000);
+    f.values["Heading"] = "359.9999";
+    f.values.SetInt("Surface", 7); // the second "Asphalt"
+    f.values.SetInt("RwyNumber", 18);
+    f.values.SetInt("LightIntensity", 0);
+    f.values["Length"] = "100";
+    ASSERT_EQ(f.Ok(ctx, o), OkResult::Stored);
+    EXPECT_EQ(o.Surface(), kSurfaceAsphalt2);
+    EXPECT_EQ(o.Rotation, 359.9999);
+    EXPECT_EQ(o.RwyNumber(), 18);
+    EXPECT_EQ(o.Length(), 100);
+    EXPECT_EQ(o.LightIntensityLow, -1);
+    EXPECT_EQ(o.LightIntensityHigh, 0);
+    f.Show_(o, '.');
+    EXPECT_EQ(f.values.Int("Surface"), 7);
+    EXPECT_EQ(SurfaceList()[3], SurfaceList()[7]); // both rows read "Asphalt"
+}
+
+TEST(SignCaption, BufferRoundTripAndEmptyPanels)
+{
+    SignBuffer b = ParseSignCaption(" Direction_ArrowLeft_A Location_B RwyInstruction_ArrowLeft_10_ArrowRight");
+    EXPECT_EQ(b[0].type, "Direction");
+    EXPECT_EQ(b[0].items[0], "ArrowLeft");
+    EXPECT_EQ(b[1].items[0], "B");
+    EXPECT_EQ(b[2].items[0], "ArrowLeft");
+    EXPECT_EQ(b[2].items[1], "10");
+    EXPECT_EQ(b[2].items[2], "ArrowRight");
+    EXPECT_EQ(BufferToString(b), " Direction_ArrowLeft_A Location_B RwyInstruction_ArrowLeft_10_ArrowRight");
+    b[3].type = "Location"; // a type without items leaves no trace
+    EXPECT_EQ(BufferToString(b), " Direction_ArrowLeft_A Location_B RwyInstruction_ArrowLeft_10_ArrowRight");
+    b[0].items[0].clear();
+    EXPECT_EQ(BufferToString(b).substr(0, 12), " Direction_A");
+
+    SignBuffer six = ParseSignCaption("Location_A Location_B Location_C Location_D Location_E Location_F");
+    EXPECT_EQ(six[4].items[0], "E");
+    EXPECT_EQ(BufferToString(six), " Location_A Location_B Location_C Location_D Location_E");
+    EXPECT_EQ(SignCellType(b[2], 0), "RwyInstructionArrow");
+    EXPECT_EQ(SignCellType(b[2], 1), "RwyInstruction");
+    EXPECT_EQ(SignCells("Direction").size(), 26u + 17u + 5u);
+}
+
+TEST_F(Dialog, SignStylesAndHeading)
+{
+    ObjectRecord o = Fresh(kSign);
+    FormSign f;
+    f.Show_(o, '.');
+    EXPECT_EQ(f.values.Int("Style"), 1);
+    EXPECT_EQ(SignStyleList(), (std::vector<std::string>{"Flat", "Flat - lighted"}));
+    f.SetPanelType(0, 2);
+    f.buffer[0].items[0] = "C";
+    f.values["Heading"] = "361";
+    EXPECT_EQ(f.Ok(ctx, o), OkResult::Refused);
+    f.values["Heading"] = "90";
+    f.values.SetInt("Style", 0);
+    ASSERT_EQ(f.Ok(ctx, o), OkResult::Stored);
+    EXPECT_EQ(o.Caption(), " Location_C");
+    EXPECT_EQ(o.Style(), "Flat");
+    EXPECT_EQ(Said(), std::vector<std::string>{"You entered a wrong value for the heading!"});
+}
+
+} // namespace
+} // namespace fw

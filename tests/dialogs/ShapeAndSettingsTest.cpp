@@ -1,0 +1,252 @@
+#include <gtest/gtest.h>
+
+#include "core/Config.h"
+#include "core/Records.h"
+#include "dialogs/FormShape.h"
+#include "dialogs/SettingsForms.h"
+#include "platform/ScriptedUi.h"
+
+namespace fw {
+namespace {
+
+ShapeRecord Fresh(int type)
+{
+    ShapeRecord s;
+    s.gType = static_cast<std::uint8_t>(type);
+    ResetShape(s, type);
+    return s;
+}
+
+struct Forms : ::testing::Test {
+    ScriptedUi ui;
+    ValueContext ctx{'.', &ui};
+};
+
+TEST_F(Forms, ShapeRangeAndValueChecksByType)
+{
+    const std::vector<std::pair<int, std::string>> cases{{kWideLine, "the line width"},
+                                                         {kDotLine, "the dot spacing"},
+                                                         {kTreeLine, "the band height"},
+                                                         {kForest, "the forest height"}};
+    for (const auto& [type, name] : cases) {
+        ui.calls.clear();
+        ShapeRecord r = Fresh(type);
+        FormShape f;
+        f.Show_(r, 3, false, '.');
+        f.values["Range"] = "9";
+        f.values["Value"] = "0";
+        EXPECT_EQ(f.Ok(ctx, r), OkResult::Refused);
+        f.values["Range"] = "32001";
+        EXPECT_EQ(f.Ok(ctx, r), OkResult::Refused);
+        f.values["Range"] = "10";
+        EXPECT_EQ(f.Ok(ctx, r), OkResult::Refused);
+        EXPECT_EQ(ui.Messages(), (std::vector<std::string>{"You entered a wrong value for the visibility range!",
+                                                           "You entered a wrong value for the visibility range!",
+                                                           "You entered a wrong value for " + name + "!"}));
+        f.values["Value"] = "2";
+        ASSERT_EQ(f.Ok(ctx, r), OkResult::Stored) << type;
+        EXPECT_EQ(r.vRange, 10);
+    }
+}
+
+TEST_F(Forms, ShapeStoresTimeBitsAndDotSpacingAsWholeNumber)
+{
+    ShapeRecord r = Fresh(kDotLine);
+    FormShape f;
+    f.Show_(r, 5, false, '.');
+    EXPECT_EQ(f.values.Text("Value"), "30");
+    f.values["Value"] = "2.5";
+    f.values.SetTick("Day", false);
+    f.values.SetTick("NightTime", false);
+    f.values.SetTick("Dusk", false);
+    f.values.SetTick("DotsAtPoints", true);
+    ASSERT_EQ(f.Ok(ctx, r), OkResult::Stored);
+    EXPECT_EQ(r.gDotSpacing(), 2.0);
+    EXPECT_EQ(r.vTime, 0);
+    EXPECT_EQ(r.DotLineType, 1);
+    EXPECT_EQ(ShapeTitle(kDotLine), "Dotted line settings");
+    EXPECT_EQ(ShapeTitle(kFlatten), "ERROR! Wrong type selected...");
+    EXPECT_EQ(FieldsOf(kDotLine).textureTabText, "No texture options available...");
+    EXPECT_EQ(FieldsOf(kPoly).mappingTabText, "No mapping options available...");
+    EXPECT_EQ(FieldsOf(kTreeLine).valueLabel, "Tree height:");
+}
+
+TEST_F(Forms, ANewShapeCanOnlyBeLeftByOk)
+{
+    ShapeRecord r = Fresh(kPoly);
+    FormShape f;
+    f.Show_(r, 3, true, '.');
+    EXPECT_FALSE(f.CanClose());
+    EXPECT_FALSE(f.CancelVisible());
+    f.Show_(r, 3, false, '.');
+    EXPECT_TRUE(f.CanClose());
+}
+
+TEST_F(Forms, ColoredSwitchesColourAgainstTexture)
+{
+    ShapeRecord r = Fresh(kPoly);
+    FormShape f;
+    f.Show_(r, 3, false, '.');
+    EXPECT_FALSE(f.ColorEnabled());
+    EXPECT_TRUE(f.TextureEnabled());
+    f.values.SetTick("Colored", true);
+    EXPECT_TRUE(f.ColorEnabled());
+    EXPECT_FALSE(f.TextureEnabled());
+}
+
+TEST_F(Forms, TexPolyMapCornersHitDragAndDefault)
+{
+    ShapeRecord r = Fresh(kTexPoly);
+    FormShape f;
+    f.Show_(r, 2, false, '.'); // three vertices
+    const PointList tri{{0, 0}, {510, 0}, {0, 255}};
+    f.DefaultTexMap(tri);
+    EXPECT_EQ(f.corners[0], (Point{0, 0}));
+    EXPECT_EQ(f.corners[1], (Point{255, 0}));
+    EXPECT_EQ(f.corners[2], (Point{0, 128})); // 127.5 rounds half to even
+    EXPECT_EQ(f.mTPselect(253, 2), 1);
+    EXPECT_EQ(f.mTPselect(252, 0), -1); // strictly inside the box
+    f.DragCorner(1, 300, -20);
+    EXPECT_EQ(f.corners[1], (Point{256, 0}));
+    ASSERT_EQ(f.Ok(ctx, r), OkResult::Stored);
+    EXPECT_EQ(r.mTexMap[2], 256);
+    EXPECT_EQ(r.mTexMap[5], 128);
+    EXPECT_EQ(r.mTexMap[6], -100); // the fourth corner stays as it was
+    EXPECT_EQ(r.mTexMap[7], -100);
+}
+
+TEST_F(Forms, TreeLineBands)
+{
+    ShapeRecord r = Fresh(kTreeLine);
+    FormShape f;
+    f.Show_(r, 3, false, '.');
+    EXPECT_EQ(f.NumBands(), 8);
+    EXPECT_EQ(f.mTLselect(100, 5 * 30 + 1), 5);
+    EXPECT_EQ(f.mTLselect(15, 10), -1);
+    EXPECT_EQ(f.mTLselect(225, 10), -1); // the test is on x against the height less 16
+    f.corners[0].Y = 5;
+    f.SetBandOption(0);
+    EXPECT_EQ(f.corners[0].Y, 3);
+    EXPECT_EQ(f.mTLselect(100, 231), 3);
+    EXPECT_EQ(f.mTLselect(100, 232), -1);
+    f.BandKey(1);
+    EXPECT_EQ(f.corners[0].Y, 3);
+    f.BandKey(-1);
+    ASSERT_EQ(f.Ok(ctx, r), OkResult::Stored);
+    EXPECT_EQ(r.mNumBands, 4);
+    EXPECT_EQ(r.mSelectedBand(), 2);
+    EXPECT_EQ(BandFrames(2, 4)[0], (std::array<int, 4>{18, 118, 238, 168}));
+}
+
+TEST(ShapeHelpers, WheelColourAndTextureList)
+{
+    EXPECT_EQ(WheelColor(0), RGB(255, 0, 0));
+    EXPECT_EQ(WheelColor(41), RGB(255, 246, 0));
+    EXPECT_EQ(WheelColor(42), RGB(255, 255, 0));
+    EXPECT_EQ(WheelColor(85), RGB(0, 255, 0));
+    EXPECT_EQ(WheelColor(127), RGB(0, 255, 255));
+    EXPECT_EQ(WheelColor(170), RGB(0, 0, 255));
+    EXPECT_EQ(WheelColor(255), RGB(255, 0, 0));
+    EXPECT_EQ(FindTextureInList({"a.bmp", "b.r8"}, "b.r8"), 1);
+    EXPECT_EQ(FindTextureInList({"a.bmp"}, ""), -1);
+    EXPECT_EQ(FindTextureInList({"a.bmp"}, "A.bmp"), -1);
+    EXPECT_EQ(TextureFolderLabel(std::string(70, 'x')), std::string(64, 'x') + "...");
+}
+
+TEST_F(Forms, ProjectSettingsChecksAndScales)
+{
+    ProjectRecord p;
+    ResetProject(p);
+    FormSettings f;
+    f.Show_(p, true, '.');
+    EXPECT_FALSE(f.CanClose());
+    EXPECT_FALSE(f.CancelEnabled());
+    EXPECT_EQ(f.values.Int("Combo4"), 0); // <automatic>
+    f.values["Text9"] = "41";
+    f.values["Text8"] = "8001";
+    f.values["Text3"] = "91";
+    f.values["Text5"] = "180";
+    for (const char* c : {"Text9", "Text8", "Text3", "Text5"}) {
+        EXPECT_EQ(f.Ok(ctx, p), OkResult::Refused);
+        f.values[c] = "0";
+    }
+    EXPECT_EQ(ui.Messages(), (std::vector<std::string>{"You entered a wrong value for the magnetic variation!",
+                                                       "You entered a wrong value for the altitude!",
+                                                       "You entered a wrong value for the latitude (degrees)!",
+                                                       "You entered a wrong value for the longitude (degrees)!"}));
+    f.values["Text5"] = "179";
+    f.values.SetInt("Combo3", 3);
+    ASSERT_EQ(f.Ok(ctx, p), OkResult::Stored);
+    EXPECT_EQ(p.LongitudeDegree, 179.0);
+    EXPECT_EQ(p.PolyScale, 0.125);
+    EXPECT_EQ(p.LineScale, 0.0);
+
+    p.PolyScale = 0.3; // not in the list: no selection, and the value stays
+    f.Show_(p, false, '.');
+    EXPECT_EQ(f.values.Int("Combo3"), -1);
+    ASSERT_EQ(f.Ok(ctx, p), OkResult::Stored);
+    EXPECT_EQ(p.PolyScale, 0.3);
+}
+
+TEST_F(Forms, OptimizeStepsAndPickedTextures)
+{
+    ProjectRecord p;
+    ResetProject(p);
+    FormOptimize f;
+    f.Show_(p);
+    f.values["Text6"] = "2001";
+    EXPECT_EQ(f.Ok(ctx, p), OkResult::Refused);
+    EXPECT_EQ(ui.Messages(), std::vector<std::string>{"You entered a wrong value for visibility step 3!"});
+    f.values["Text6"] = "2000";
+    f.TakePickedTexture(0, "grass.bmp" + std::string("         4210752"));
+    f.TakePickedTexture(1, "road.r8" + std::string("NoTex           "));
+    ASSERT_EQ(f.Ok(ctx, p), OkResult::Stored);
+    EXPECT_EQ(p.Distance[1], 2000);
+    EXPECT_EQ(p.Texture[0], "grass.bmp");
+    EXPECT_EQ(p.Color[0], 4210752);
+    EXPECT_EQ(p.Texture[1], "road.r8");
+    EXPECT_EQ(p.Color[1], 0);
+}
+
+TEST_F(Forms, PreferencesGridAndOpenGLNote)
+{
+    ConfigRecord c;
+    ResetConfig(c, "/prog/");
+    FormOptions f;
+    f.Show_(c);
+    f.values["Tg2"] = "1001";
+    EXPECT_EQ(f.Ok(ctx, c, c.EnableOpenGL != 0), OkResult::Refused);
+    f.values["Tg2"] = "1000";
+    ASSERT_EQ(f.Ok(ctx, c, c.EnableOpenGL != 0), OkResult::Stored);
+    EXPECT_EQ(ui.Messages(), std::vector<std::string>{"You entered a wrong value for grid spacing 2!"});
+    const bool active = c.EnableOpenGL != 0;
+    f.values.SetTick("Check1", !active);
+    ASSERT_EQ(f.Ok(ctx, c, active), OkResult::Stored);
+    EXPECT_EQ(ui.Messages().back(), "OpenGL rendering will only be enabled/disabled after restarting Fieldwright...");
+    f.TakeFolder(2, "/tex");
+    EXPECT_EQ(f.values.Text("Text3"), "/tex/");
+}
+
+TEST(Converter, Distances)
+{
+    EXPECT_EQ(ConvertDistance("1000", 0, 2, '.'), "3280.8");
+    EXPECT_EQ(ConvertDistance("100001", 1, 0, '.'), "Unable to convert value!");
+    EXPECT_EQ(ConvertDistance("abc", 1, 0, '.'), "Unable to convert value!");
+    EXPECT_EQ(ConvertDistance("1", 1, 0, '.'), "1000");
+    EXPECT_EQ(ConvertDistance("2,5", 1, 0, ','), "2500");
+}
+
+TEST(Converter, Angles)
+{
+    EXPECT_EQ(ConvertAngle("S40 30", 0, '.'), "-40.5");
+    EXPECT_EQ(ConvertAngle("40 60", 0, '.'), "Value of wrong format!");
+    EXPECT_EQ(ConvertAngle("1 2 3 4", 0, '.'), "Value of wrong format!");
+    EXPECT_EQ(ConvertAngle("40.5 30", 0, '.'), "Value of wrong format!");
+    EXPECT_EQ(ConvertAngle("N40\xB0 30' 36\"", 0, '.'), "40.51");
+    EXPECT_EQ(ConvertAngle("W40.5", 1, '.'), "-40 30'");
+    EXPECT_EQ(ConvertAngle("E10 30 36.5", 2, '.'), "10 30' 36.5\"");
+    EXPECT_EQ(ConvertAngle("181", 0, '.'), "Value of wrong format!");
+}
+
+} // namespace
+} // namespace fw
