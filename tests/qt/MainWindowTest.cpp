@@ -298,6 +298,37 @@ TEST_F(Exit, UnchangedProjectClosesWithoutAQuestionAndAMaximisedWindowStores640B
     EXPECT_TRUE(QFile::exists(QString::fromStdString(configPath)));
 }
 
+TEST_F(Exit, FailedOpenGLStartTellsSwitchesItOffAndEnds)
+{
+    session.config.EnableOpenGL = 1;
+    session.openGLActive = 1;
+    MainWindow w(session, ui);
+    WireFileCommands(w, session, configPath, [this] { ++ended; });
+    w.setOpenGLCreator([] { return 2; });
+    EXPECT_FALSE(w.Load());
+    ASSERT_EQ(scripted.Messages().size(), 1u);
+    EXPECT_EQ(scripted.Messages()[0],
+              "Fieldwright was unable to generate an OpenGL rendering context.\n\n"
+              "The application will shut down and be reset to normal rendering mode. Please\n"
+              "check your video card's OpenGL drivers if you want OpenGL rendering...");
+    EXPECT_EQ(session.config.EnableOpenGL, 0);
+    EXPECT_NE(ConfigText().find("EnableOpenGL"), std::string::npos);
+    EXPECT_FALSE(w.isVisible());
+    EXPECT_EQ(ended, 1);
+}
+
+TEST_F(Exit, OpenGLStartWithAllThreeStepsKeepsTheWindow)
+{
+    session.openGLActive = 1;
+    MainWindow w(session, ui);
+    WireFileCommands(w, session, configPath, [this] { ++ended; });
+    w.setOpenGLCreator([] { return 3; });
+    EXPECT_TRUE(w.Load());
+    EXPECT_TRUE(w.isVisible());
+    EXPECT_TRUE(scripted.calls.empty());
+    EXPECT_EQ(ended, 0);
+}
+
 TEST(Splash, MainWindowAtTheSecondTickAndClosedAtTheFourth)
 {
     int shown = 0;

@@ -17,6 +17,7 @@
 #include "editor/Commands.h"
 #include "files/ProjectFlows.h"
 #include "platform/qt/CanvasWidget.h"
+#include "platform/qt/GLStart.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtUi.h"
 #include "platform/qt/ToolIcons.h"
@@ -57,6 +58,7 @@ MainWindow::MainWindow(Session& session, QtUi& ui, MainWindowHooks hooks)
     : session_(session), ui_(ui), hooks_(std::move(hooks))
 {
     setObjectName("Form1");
+    gl_ = std::make_unique<GLContext>();
     canvas_ = new CanvasWidget(session_, this);
     setCentralWidget(canvas_);
     ui_.setParent(this);
@@ -275,7 +277,7 @@ QLabel* MainWindow::panel(int number) const
     return panels_[static_cast<std::size_t>(number)];
 }
 
-void MainWindow::Load()
+bool MainWindow::Load()
 {
     menus_.value("MnuClick2")->menuAction()->setVisible(false);
     menus_.value("MnuClick3")->menuAction()->setVisible(false);
@@ -289,6 +291,23 @@ void MainWindow::Load()
     default: showNormal(); break;
     }
     session_.windowReady = 1;
+
+    if (session_.openGLActive == 1) {
+        const int steps = createOpenGL_ ? createOpenGL_() : gl_->Create();
+        if (steps != 3) {
+            gl_->Release();
+            if (hooks_.openGLFailed)
+                hooks_.openGLFailed();
+            // The user starts again; the next start runs without OpenGL.
+            closing_ = true;
+            timer1_.stop();
+            close();
+            if (hooks_.endProgram)
+                hooks_.endProgram();
+            return false;
+        }
+    }
+    return true;
 }
 
 void MainWindow::UpdateTitle() { setWindowTitle(ToQt(Title(session_))); }
@@ -386,8 +405,12 @@ void MainWindow::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
-    // Release the renderer: the canvas's resources go with the widget, the image with the session.
-    session_.bitmap = CBitmapState{};
+    // Release the renderer: the OpenGL context when there is one, else the image; the canvas's
+    // resources go with the widget.
+    if (gl_->active())
+        gl_->Release();
+    else
+        session_.bitmap = CBitmapState{};
     timer1_.stop();
     closing_ = true;
     event->accept();

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include <QHash>
@@ -20,6 +21,7 @@ class QToolBar;
 namespace fw::qt {
 
 class CanvasWidget;
+class GLContext;
 class QtUi;
 
 // What the window asks of the rest of the program at exit. Each may be left empty.
@@ -29,6 +31,8 @@ struct MainWindowHooks {
     std::function<bool(int windowState, int width, int height)> exit;
     // End the program once the window has closed.
     std::function<void()> endProgram;
+    // The OpenGL set-up of the load failed: tell, switch it off in the configuration.
+    std::function<void()> openGLFailed;
 };
 
 // One entry of the tool strip: a button, or a separator (key empty).
@@ -46,8 +50,12 @@ public:
     MainWindow(Session& session, QtUi& ui, MainWindowHooks hooks = {});
     ~MainWindow() override;
 
-    // The main window load: pop-ups hidden, size and state from the configuration, title, shown.
-    void Load();
+    // The main window load: pop-ups hidden, size and state from the configuration, title, shown,
+    // then the OpenGL context when it is on. False when that failed and the program must end.
+    bool Load();
+    // The number of OpenGL set-up steps that succeeded (3 for all); replaceable for tests.
+    void setOpenGLCreator(std::function<int()> create) { createOpenGL_ = std::move(create); }
+    GLContext& glContext() { return *gl_; }
 
     // A menu command or tool button by its name ("MnuFopen", "MnuC2100", "poly", ...); null if none.
     QAction* action(const QString& name) const;
@@ -102,6 +110,8 @@ private:
     QToolBar* toolBar_ = nullptr;
     CanvasWidget* canvas_ = nullptr;
     QTimer timer1_;
+    std::unique_ptr<GLContext> gl_;
+    std::function<int()> createOpenGL_;
     bool closing_ = false;
 };
 

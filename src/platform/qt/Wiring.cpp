@@ -61,6 +61,7 @@ void WireFileCommands(MainWindow& window, Session& session, const std::string& c
         return ExitFlow(session, state, width, height, configPath, hooks);
     };
     windowHooks.endProgram = std::move(endProgram);
+    windowHooks.openGLFailed = [&session, configPath] { OpenGLStartFailed(session, configPath); };
     window.setHooks(std::move(windowHooks));
 }
 
