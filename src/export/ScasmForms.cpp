@@ -1,5 +1,7 @@
 #include "export/ScasmForms.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 
@@ -7,18 +9,33 @@ namespace fw {
 
 std::string Int(std::int64_t v)
 {
-    return std::to_string(v);
+    char buf[24];
+    const auto r = std::to_chars(buf, buf + sizeof buf, v);
+    return std::string(buf, r.ptr);
 }
 
 std::string FixN(const std::string& text, std::size_t width)
 {
-    if (text.size() >= width)
-        return text.substr(0, width);
-    return text + std::string(width - text.size(), ' ');
+    std::string out(width, ' ');
+    out.replace(0, std::min(width, text.size()), text, 0, std::min(width, text.size()));
+    return out;
 }
 
-std::string Fix6(std::int64_t v) { return FixN(Int(v), 6); }
-std::string Fix3(std::int64_t v) { return FixN(Int(v), 3); }
+namespace {
+// An integer padded or cut to a width, without a detour through a longer string.
+std::string FixInt(std::int64_t v, std::size_t width)
+{
+    char buf[24];
+    const auto r = std::to_chars(buf, buf + sizeof buf, v);
+    const std::size_t n = std::min(width, static_cast<std::size_t>(r.ptr - buf));
+    std::string out(width, ' ');
+    out.replace(0, n, buf, n);
+    return out;
+}
+} // namespace
+
+std::string Fix6(std::int64_t v) { return FixInt(v, 6); }
+std::string Fix3(std::int64_t v) { return FixInt(v, 3); }
 std::string Fix12(const std::string& text) { return FixN(text, 12); }
 std::string Fix20(const std::string& text) { return FixN(text, 20); }
 

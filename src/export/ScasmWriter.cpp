@@ -21,7 +21,10 @@ int Blue(std::int32_t c) { return (c >> 16) & 0xFF; }
 
 std::string XY(const Point& p)
 {
-    return Fix6(p.X) + " 0 " + Fix6(-static_cast<std::int64_t>(p.Y));
+    std::string out = Fix6(p.X);
+    out += " 0 ";
+    out += Fix6(-static_cast<std::int64_t>(p.Y));
+    return out;
 }
 } // namespace
 
@@ -133,8 +136,15 @@ void WriteMenu(ExportContext& ctx, const std::string& text, const std::string& i
 void WritePoints(ExportContext& ctx, const PointList& local, const std::string& indent)
 {
     ctx.add(indent + "Points( 0");
-    for (std::size_t i = 0; i < local.size(); ++i)
-        ctx.add(indent + XY(local[i]) + " ;" + Int(static_cast<std::int64_t>(i)));
+    for (std::size_t i = 0; i < local.size(); ++i) {
+        std::string line;
+        line.reserve(indent.size() + 24);
+        line += indent;
+        line += XY(local[i]);
+        line += " ;";
+        line += Int(static_cast<std::int64_t>(i));
+        ctx.add(std::move(line));
+    }
     ctx.add(indent + ")");
 }
 
