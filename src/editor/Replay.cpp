@@ -450,8 +450,9 @@ bool ReplaySession::Run(const std::string& rawLine, std::string& error)
                 error = "dblclick needs X Y";
                 return false;
             }
-            // The system sends a button down first: that click sets the shape's last point.
+            // The first click of the pair comes as down and up: it sets a shape's last point.
             CanvasMouseDown(s, MouseButton::Left, 0, x, y);
+            CanvasMouseUp(s, MouseButton::Left, 0, x, y);
             CanvasDoubleClick(s);
             CanvasMouseUp(s, MouseButton::Left, 0, x, y);
         } else if (cmd == "key") {

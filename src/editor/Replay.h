@@ -7,7 +7,7 @@
 //   down L|M|R X Y [MODS]      button down at a pixel; MODS: shift, ctrl, alt joined by "+"
 //   move X Y [MODS]
 //   up L|M|R X Y [MODS]
-//   dblclick X Y
+//   dblclick X Y               down, up, double click and up at a pixel
 //   key CODE                   key down with its key code
 //   command NAME               a menu command by its name (its top menu is opened first)
 //   answer ok|cancel|yes|no    queue the answer to the next question

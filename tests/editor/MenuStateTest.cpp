@@ -166,3 +166,41 @@ TEST(Status, LongitudeFactorAtThePole)
 
 } // namespace
 } // namespace fw::test
+
+namespace fw::test {
+namespace {
+
+TEST(Commands, PropertiesByDoubleClickAndHelpWithoutItsFile)
+{
+    EditorFixture f(1.0);
+    f.AddShape(kFlatten, {{0, 0}, {10, 0}, {10, 10}});
+    f.AddObject(kVor, 100, 100);
+    f.SelectShape(0);
+    f.Run({"dblclick " + Px(300, 200)});
+    EXPECT_TRUE(f.ui().log.empty()) << "a flatten polygon has no properties";
+    f.Run({"answer ok", "dblclick " + Px(100, 100)});
+    ASSERT_EQ(f.Kinds(), std::vector<std::string>{"objectProperties"});
+    EXPECT_EQ(f.s().dirty, 1);
+    EXPECT_EQ(f.s().canUndo, 0) << "properties take no undo step";
+    f.s().programFolder = "/nonexistent/";
+    f.Run({"command MnuHhelp", "command MnuHhomepage"});
+    ASSERT_EQ(f.ui().log.size(), 3u);
+    EXPECT_EQ(f.ui().log[1].text, "Unable to find 'Fieldwright.htm'!");
+    EXPECT_EQ(f.ui().log[2].kind, "open");
+}
+
+TEST(Commands, OpeningAMenuEndsAFreeEdit)
+{
+    EditorFixture f(1.0);
+    f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}});
+    f.SelectShape(0);
+    f.Run({"command MnuErotate"});
+    EXPECT_EQ(f.s().editor.EditState, 12);
+    EXPECT_EQ(f.s().editor.work.WorkShapeLast, 0);
+    OpenTopMenu(f.s(), "MnuHelp");
+    EXPECT_EQ(f.s().editor.EditState, 0);
+    EXPECT_EQ(f.s().editor.work.WorkShapeLast, -1);
+}
+
+} // namespace
+} // namespace fw::test
