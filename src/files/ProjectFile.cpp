@@ -138,6 +138,9 @@ void Say(Ui* ui, const char* text, MessageStyle style)
         ui->Message(text, style);
 }
 
+constexpr std::size_t kMaxPointsInList = 32768;
+constexpr std::size_t kMaxRecords = 32767;
+
 bool RunStages(const Tokens& t, ProjectData& d, Ui* ui, const std::string& programFolder)
 {
     // A file without any token has nothing to read: it counts as a broken head.
@@ -183,6 +186,11 @@ bool RunStages(const Tokens& t, ProjectData& d, Ui* ui, const std::string& progr
         }
         PointList points;
         ReadShapePoints(t, i + 1, close, points);
+        // Point indices and the shape count are 16-bit: more can't be held.
+        if (points.size() > kMaxPointsInList || (!points.empty() && d.shapes.size() >= kMaxRecords)) {
+            Say(ui, kShapeCorrupt, MessageStyle::Critical);
+            return false;
+        }
         if (!points.empty()) {
             UpdateShapeGeometry(shape, points);
             d.shapes.push_back(std::move(shape));
@@ -197,7 +205,7 @@ bool RunStages(const Tokens& t, ProjectData& d, Ui* ui, const std::string& progr
             continue;
         ObjectRecord o;
         const std::size_t close = ReadObjectKeys(t, i + 1, type, o, programFolder);
-        if (close == kNoClose) {
+        if (close == kNoClose || d.objects.size() >= kMaxRecords) {
             Say(ui, kObjectCorrupt, MessageStyle::Critical);
             return false;
         }

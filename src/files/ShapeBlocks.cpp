@@ -128,6 +128,8 @@ int ShapeTypeOfWord(std::string_view token)
 
 void WriteShapeBlock(CBufferS& out, const ShapeRecord& s, const PointList& points)
 {
+    if (!IsShapeType(s.gType))
+        return;
     out.addLine(std::string(ShapeWord(s.gType)));
     auto q = [&](std::string_view k, std::string_view v) { out.addLine(QuotedLine(k, v)); };
     auto n = [&](std::string_view k, std::int64_t v) { out.addLine(IntLine(k, v)); };

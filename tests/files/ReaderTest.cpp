@@ -344,3 +344,54 @@ TEST(ReaderObjects, EdgeCasesOfTheObjectBlocks)
 
 } // namespace
 } // namespace fw
+
+namespace fw {
+namespace {
+
+// Counts and point indices are 16-bit: a file beyond them is refused, not wrapped.
+TEST(ReaderLimits, MoreThanTheCountsCanHoldIsRefused)
+{
+    std::string text = "Poly(\nData[\n";
+    for (int i = 0; i < 32768; ++i)
+        text += " 1, 2\n";
+    ProjectData d;
+    ASSERT_TRUE(ReadProjectText(text + "]\n)\n", d, nullptr));
+    EXPECT_EQ(d.points[0].size(), 32768u);
+    ScriptedUi ui;
+    EXPECT_FALSE(ReadProjectText(text + " 3, 4\n]\n)\n", d, &ui));
+    EXPECT_EQ(ui.Messages(), std::vector<std::string>{"Unable to open file! Corrupted shape structure..."});
+
+    std::string shapes, objects;
+    for (int i = 0; i < 32767; ++i) {
+        shapes += "Flatten(\nData[\n 1, 1\n]\n)\n";
+        objects += "Init(\n)\n";
+    }
+    ASSERT_TRUE(ReadProjectText(shapes + objects, d, nullptr));
+    EXPECT_EQ(d.shapes.size(), 32767u);
+    EXPECT_EQ(d.objects.size(), 32767u);
+    EXPECT_FALSE(ReadProjectText(shapes + "Poly(\nData[\n 1, 1\n]\n)\n", d, nullptr));
+    ScriptedUi ui2;
+    EXPECT_FALSE(ReadProjectText(objects + "VOR(\n)\n", d, &ui2));
+    EXPECT_EQ(ui2.Messages(), std::vector<std::string>{"Unable to open file! Corrupted object structure..."});
+}
+
+TEST(Writer, RecordsOfNoKnownTypeAreLeftOut)
+{
+    ProjectData d;
+    ShapeRecord bad;
+    bad.gType = 9;
+    ObjectRecord none;
+    none.oType = 14;
+    d.shapes = {bad};
+    d.points = {{{1, 1}}};
+    d.objects = {none};
+    CBufferS b;
+    BuildSelectionText(b, d.points, d.shapes, d.objects);
+    ProjectData back;
+    ASSERT_TRUE(ReadProjectText(JoinLines(b.lines()), back, nullptr));
+    EXPECT_TRUE(back.shapes.empty());
+    EXPECT_TRUE(back.objects.empty());
+}
+
+} // namespace
+} // namespace fw
