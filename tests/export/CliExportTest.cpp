@@ -62,6 +62,13 @@ TEST_F(CliFixture, ExportWritesWhatTheMenuCommandWrites)
     ExpectWellFormed(text);
 }
 
+TEST_F(CliFixture, TheSeparatorComesFromTheLocaleWithoutTheOption)
+{
+    const fs::path out = dir / "out.txt";
+    ASSERT_EQ(Run("export " + Q(project) + " " + Q(out), "LC_ALL=C"), 0) << Stderr();
+    EXPECT_EQ(ReadBytes(out.string()), ExportOf(t));
+}
+
 TEST_F(CliFixture, FailuresLeaveTheOutputAlone)
 {
     const fs::path out = dir / "out.txt";

@@ -69,6 +69,14 @@ TEST_F(CompileFixture, SuccessLeavesTheSceneryAndNothingElse)
     ExpectWellFormed(source);
 }
 
+TEST_F(CompileFixture, AnEmptyProjectIsCompiledAllTheSame)
+{
+    TestProject empty;
+    EXPECT_TRUE(Compile(empty.Input(), program, bgl, process, CompilerCommand{kFake}));
+    EXPECT_EQ(ReadBytes(record + ".source"), ExportOf(empty));
+    ExpectCleanedUp();
+}
+
 TEST_F(CompileFixture, AnErrorLogShowsTheStatusDialogWhileTheLogExists)
 {
     ::setenv("FAKE_SCASM_MODE", "error", 1);
