@@ -13,8 +13,6 @@ constexpr std::uint32_t kWhiteRgb = 0xFFFFFF;
 // The dotted pen: three pixels on, three off.
 constexpr int kDotOn = 3;
 constexpr int kDotPeriod = 6;
-// The forward diagonal hatch: one line in 8 pixels, running down to the right.
-bool HatchPixel(int x, int y) { return ((x - y) & 7) == 0; }
 } // namespace
 
 RasterCanvas::RasterCanvas(int width, int height)
@@ -108,19 +106,36 @@ void RasterCanvas::Line(int x0, int y0, int x1, int y1)
     const std::int64_t hi = majorDir > 0 ? majorLimit - major0 : major0 + 1;
     const std::int64_t first = std::max<std::int64_t>(0, lo);
     const std::int64_t last = std::min<std::int64_t>(steps - 1, hi);
-    for (std::int64_t i = first; i <= last; ++i) {
-        // The minor coordinate rounds half away from the start.
-        const __int128 num = static_cast<__int128>(2) * i * minorAbs + steps;
-        const std::int64_t off = static_cast<std::int64_t>(num / (2 * static_cast<__int128>(steps)));
-        const std::int64_t minor = minor0 + (minorDelta < 0 ? -off : off);
-        if (minor < -1 || minor > minorLimit)
-            continue;
-        const std::int64_t major = major0 + majorDir * i;
-        const bool on = !styled || (styleStart + i) % kDotPeriod < kDotOn;
-        if (xMajor)
-            PenPixel(static_cast<int>(major), static_cast<int>(minor), on);
-        else
-            PenPixel(static_cast<int>(minor), static_cast<int>(major), on);
+    if (first <= last) {
+        // The minor coordinate is floor((2 i m + steps) / (2 steps)): it rounds half away from
+        // the start. The quotient is found once and then carried along with its remainder.
+        const std::int64_t twoSteps = 2 * steps;
+        const __int128 n0 = static_cast<__int128>(2) * first * minorAbs + steps;
+        std::int64_t off = static_cast<std::int64_t>(n0 / twoSteps);
+        std::int64_t rem = static_cast<std::int64_t>(n0 % twoSteps);
+        const std::int64_t twoM = 2 * minorAbs;
+        const int minorDir = minorDelta < 0 ? -1 : 1;
+        const bool plain = !styled && pen_.width <= 1 && pen_.style != PenStyle::Null && rop_ == RasterOp::CopyPen;
+        const std::uint32_t rgb = ToRgb(pen_.color);
+        for (std::int64_t i = first; i <= last; ++i) {
+            const std::int64_t minor = minor0 + minorDir * off;
+            rem += twoM;
+            if (rem >= twoSteps) {
+                rem -= twoSteps;
+                ++off;
+            }
+            if (minor < -1 || minor > minorLimit)
+                continue;
+            const std::int64_t major = major0 + majorDir * i;
+            const int px = static_cast<int>(xMajor ? major : minor);
+            const int py = static_cast<int>(xMajor ? minor : major);
+            if (plain) {
+                if (px >= 0 && py >= 0 && px < width_ && py < height_)
+                    pixels_[static_cast<std::size_t>(py) * width_ + px] = rgb;
+                continue;
+            }
+            PenPixel(px, py, !styled || (styleStart + i) % kDotPeriod < kDotOn);
+        }
     }
     // The pattern runs on along a polyline.
     styleStep_ = static_cast<int>((styleStart + steps) % kDotPeriod);
@@ -146,17 +161,20 @@ void RasterCanvas::FillSpan(int y, int x0, int x1)
         return;
     x0 = std::max(x0, 0);
     x1 = std::min(x1, width_ - 1);
-    for (int x = x0; x <= x1; ++x) {
-        switch (brush_.kind) {
-        case Brush::Kind::Solid: Plot(x, y, ToRgb(brush_.color)); break;
-        case Brush::Kind::HatchForwardDiagonal:
-            if (HatchPixel(x, y))
-                Plot(x, y, ToRgb(brush_.color));
-            else if (bkMode_ == BkMode::Opaque)
-                Plot(x, y, kWhiteRgb);
-            break;
-        case Brush::Kind::Hollow: break;
-        }
+    if (x1 < x0)
+        return;
+    std::uint32_t* row = &pixels_[static_cast<std::size_t>(y) * width_];
+    const std::uint32_t rgb = ToRgb(brush_.color);
+    switch (brush_.kind) {
+    case Brush::Kind::Solid: std::fill(row + x0, row + x1 + 1, rgb); break;
+    case Brush::Kind::HatchForwardDiagonal:
+        if (bkMode_ == BkMode::Opaque)
+            std::fill(row + x0, row + x1 + 1, kWhiteRgb);
+        // The first x at or after x0 with x - y a multiple of 8, then every eighth.
+        for (int x = x0 + (((y - x0) % 8) + 8) % 8; x <= x1; x += 8)
+            row[x] = rgb;
+        break;
+    case Brush::Kind::Hollow: break;
     }
 }
 
