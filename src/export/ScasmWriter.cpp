@@ -226,8 +226,10 @@ ShapeGeometry PrepareShapeGeometry(const ExportContext& ctx, const PointList& po
         g.local.push_back({ExportRound(p.X / (2 * scale), "a point in local units"),
                            ExportRound(p.Y / (2 * scale), "a point in local units")});
     g.concave = ComputeConcavity(g.local);
-    if (g.local.empty())
+    if (g.local.empty()) {
+        g.centre = ctx.latLon(0, 0, 1 / scale);
         return g;
+    }
     const auto box = ComputeLimits(g.local);
     const double w = static_cast<double>(box[1]) - box[0];
     const double h = static_cast<double>(box[3]) - box[2];

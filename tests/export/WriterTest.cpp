@@ -250,6 +250,17 @@ TEST(ShapeExport, ZeroScaleAndZeroSpacingStopWithAMessage)
     EXPECT_THROW(w.Lines(), OperationFault);
 }
 
+TEST(ShapeExport, ShapesWithoutPointsStayWellFormed)
+{
+    // A file may hold a shape whose point list went missing; the text must still be sound.
+    TestProject t;
+    for (int type : {kPoly, kTexPoly, kWideLine, kDotLine})
+        t.Shape(type, {});
+    t.Shape(kWideLine, {{10, 10}});
+    t.Shape(kDotLine, {{10, 10}});
+    ExpectWellFormed(ExportOf(t));
+}
+
 TEST(ShapeExport, TimeZeroJumpsOverTheWholeBody)
 {
     TestProject t;
