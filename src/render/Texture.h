@@ -40,7 +40,9 @@ inline constexpr const char* kLabel24Bit = "24-bit (FS INCOMPATIBLE!)";
 inline constexpr const char* kLabelUnknown = "Unknown format!";
 inline constexpr const char* kLabelWrongSize = " -> Wrong size!";
 
-// The largest image the readers accept; bigger headers are damaged files and give the fallback.
+// The largest image the readers accept. Bigger headers, sides of 0 or less, and headers claiming
+// more pixel bytes than four times the file's size and 64 KiB are damaged files: the fallback.
+// A file merely cut short reads zeros past its end.
 inline constexpr std::int64_t kMaxTexturePixels = 4096LL * 4096LL;
 
 // The texture forms as told by their first bytes.
