@@ -177,3 +177,36 @@ TEST(QtUi, PopupMenuShowsTheNamedMenuAndWaits)
 
 } // namespace
 } // namespace fw::qt
+
+#include "platform/qt/ToolIcons.h"
+
+namespace fw::qt {
+namespace {
+
+TEST(QtUi, PointersOfTheCanvasIncludingTheDrawnCursors)
+{
+    QtUi ui;
+    QWidget canvas;
+    ui.SetPointer(Pointer::Cross); // no canvas yet: nothing to change
+    ui.setCanvas(&canvas);
+    ui.SetPointer(Pointer::SizeNS);
+    EXPECT_EQ(canvas.cursor().shape(), Qt::SizeVerCursor);
+    ui.SetPointer(Pointer::SizeNESW);
+    EXPECT_EQ(canvas.cursor().shape(), Qt::SizeBDiagCursor);
+    ui.SetPointer(Pointer::Custom103);
+    EXPECT_EQ(canvas.cursor().shape(), Qt::BitmapCursor);
+    EXPECT_EQ(canvas.cursor().hotSpot(), QPoint(7, 7));
+    ui.SetPointer(Pointer::Arrow);
+    EXPECT_EQ(canvas.cursor().shape(), Qt::ArrowCursor);
+
+    // Each drawn cursor differs from the others.
+    QList<QImage> images;
+    for (int r = 102; r <= 108; ++r)
+        images << ToolCursor(r).pixmap().toImage();
+    for (int i = 0; i < images.size(); ++i)
+        for (int j = i + 1; j < images.size(); ++j)
+            EXPECT_NE(images[i], images[j]) << 102 + i << " and " << 102 + j;
+}
+
+} // namespace
+} // namespace fw::qt

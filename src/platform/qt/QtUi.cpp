@@ -11,6 +11,7 @@
 #include "platform/qt/FormInform.h"
 #include "platform/qt/FormScasmStatus.h"
 #include "platform/qt/QtText.h"
+#include "platform/qt/ToolIcons.h"
 
 namespace fw::qt {
 
@@ -166,15 +167,24 @@ void QtUi::SetPointer(Pointer pointer)
 {
     if (!canvas_)
         return;
-    Qt::CursorShape shape = Qt::ArrowCursor;
     switch (pointer) {
-    case Pointer::Arrow: shape = Qt::ArrowCursor; break;
-    case Pointer::Wait: shape = Qt::WaitCursor; break;
-    case Pointer::Cross: shape = Qt::CrossCursor; break;
-    case Pointer::SizeAll: shape = Qt::SizeAllCursor; break;
-    default: shape = Qt::CrossCursor; break;
+    case Pointer::Arrow: canvas_->setCursor(Qt::ArrowCursor); break;
+    case Pointer::Wait: canvas_->setCursor(Qt::WaitCursor); break;
+    case Pointer::Cross: canvas_->setCursor(Qt::CrossCursor); break;
+    case Pointer::SizeAll: canvas_->setCursor(Qt::SizeAllCursor); break;
+    case Pointer::SizeNESW: canvas_->setCursor(Qt::SizeBDiagCursor); break;
+    case Pointer::SizeNS: canvas_->setCursor(Qt::SizeVerCursor); break;
+    case Pointer::SizeNWSE: canvas_->setCursor(Qt::SizeFDiagCursor); break;
+    case Pointer::SizeWE: canvas_->setCursor(Qt::SizeHorCursor); break;
+    case Pointer::Custom101: canvas_->setCursor(ToolCursor(101)); break;
+    case Pointer::Custom102: canvas_->setCursor(ToolCursor(102)); break;
+    case Pointer::Custom103: canvas_->setCursor(ToolCursor(103)); break;
+    case Pointer::Custom104: canvas_->setCursor(ToolCursor(104)); break;
+    case Pointer::Custom105: canvas_->setCursor(ToolCursor(105)); break;
+    case Pointer::Custom106: canvas_->setCursor(ToolCursor(106)); break;
+    case Pointer::Custom107: canvas_->setCursor(ToolCursor(107)); break;
+    case Pointer::Custom108: canvas_->setCursor(ToolCursor(108)); break;
     }
-    canvas_->setCursor(shape);
 }
 
 bool QtUi::OpenExternal(const std::string& pathOrUrl)

@@ -201,7 +201,39 @@ void DrawPreview(QPainter& p)
     p.drawEllipse(QPoint(12, 12), 1, 1);
 }
 
+void DrawRotate(QPainter& p)
+{
+    p.setPen(QPen(kInk, 2));
+    p.setBrush(Qt::NoBrush);
+    p.drawArc(QRect(4, 4, 16, 16), 90 * 16, 270 * 16);
+    p.setBrush(kInk);
+    p.drawPolygon(QPolygon({{12, 0}, {17, 4}, {12, 8}}));
+}
+
 } // namespace
+
+QCursor ToolCursor(int resource)
+{
+    static const char* const keys[] = {"", "api", "runway", "vor", "ndb", "location", "exclude", ""};
+    QPixmap pixmap(32, 32);
+    pixmap.fill(Qt::transparent);
+    QPainter p(&pixmap);
+    // The cross, white under black so it shows on any ground.
+    for (const auto& [colour, width] : {std::pair{QColor(Qt::white), 3}, std::pair{QColor(Qt::black), 1}}) {
+        p.setPen(QPen(colour, width, Qt::SolidLine, Qt::FlatCap));
+        p.drawLine(0, 7, 14, 7);
+        p.drawLine(7, 0, 7, 14);
+    }
+    p.setRenderHint(QPainter::Antialiasing, true);
+    p.translate(14, 14);
+    p.scale(16.0 / kSize, 16.0 / kSize);
+    if (resource == 108)
+        DrawRotate(p);
+    else if (resource >= 102 && resource <= 107)
+        ToolIcon(keys[resource - 101]).paint(&p, QRect(0, 0, kSize, kSize));
+    p.end();
+    return QCursor(pixmap, 7, 7);
+}
 
 QIcon ToolIcon(const QString& key)
 {
