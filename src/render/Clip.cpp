@@ -1,5 +1,6 @@
 #include "render/Clip.h"
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -17,8 +18,14 @@ std::int32_t RoundSat(double v)
     return static_cast<std::int32_t>(r);
 }
 
-int PixelMap::X(double x) const { return RoundSat(x * zoom + sx); }
-int PixelMap::Y(double y) const { return RoundSat(y * zoom + sy); }
+namespace {
+// Pixels are held to 30 bits so that a handle's corners a few pixels off never overflow.
+constexpr std::int32_t kPixelLimit = 1 << 30;
+int PixelOf(double v) { return std::clamp(RoundSat(v), -kPixelLimit, kPixelLimit); }
+} // namespace
+
+int PixelMap::X(double x) const { return PixelOf(x * zoom + sx); }
+int PixelMap::Y(double y) const { return PixelOf(y * zoom + sy); }
 
 ClipWindow SetClipWindow(const COffset& view)
 {

@@ -24,7 +24,7 @@ struct PixelMap {
     std::int32_t sy = 0;
     double zoom = 1;
     static PixelMap Of(const COffset& view) { return {view.sDiffX(), view.sDiffY(), view.zoom()}; }
-    // round(x * zoom + sx), held inside 32 bits.
+    // round(x * zoom + sx), held inside 30 bits.
     int X(double x) const;
     int Y(double y) const;
 };

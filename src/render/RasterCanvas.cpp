@@ -192,17 +192,34 @@ void RasterCanvas::Polygon(const std::vector<PixelPoint>& points)
         }
         minY = std::max(minY, 0);
         maxY = std::min(maxY, height_ - 1);
+        // The edges sorted by their top; each row samples the active ones at its centre.
+        struct Edge {
+            double top, bottom, x0, slope;
+        };
+        std::vector<Edge> edges;
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            const PixelPoint& a = points[i];
+            const PixelPoint& b = points[(i + 1) % points.size()];
+            if (a.y == b.y)
+                continue;
+            const PixelPoint& t = a.y < b.y ? a : b;
+            const PixelPoint& u = a.y < b.y ? b : a;
+            edges.push_back({static_cast<double>(t.y), static_cast<double>(u.y), static_cast<double>(t.x),
+                             (static_cast<double>(u.x) - t.x) / (static_cast<double>(u.y) - t.y)});
+        }
+        std::sort(edges.begin(), edges.end(), [](const Edge& l, const Edge& r) { return l.top < r.top; });
+        std::vector<const Edge*> active;
         std::vector<double> xs;
+        std::size_t next = 0;
         for (int y = minY; y <= maxY; ++y) {
             const double yc = y + 0.5;
+            while (next < edges.size() && edges[next].top <= yc)
+                active.push_back(&edges[next++]);
+            active.erase(std::remove_if(active.begin(), active.end(), [yc](const Edge* e) { return e->bottom <= yc; }),
+                         active.end());
             xs.clear();
-            for (std::size_t i = 0; i < points.size(); ++i) {
-                const PixelPoint& a = points[i];
-                const PixelPoint& b = points[(i + 1) % points.size()];
-                if ((a.y <= yc) == (b.y <= yc))
-                    continue;
-                xs.push_back(a.x + (yc - a.y) * (static_cast<double>(b.x) - a.x) / (static_cast<double>(b.y) - a.y));
-            }
+            for (const Edge* e : active)
+                xs.push_back(e->x0 + (yc - e->top) * e->slope);
             std::sort(xs.begin(), xs.end());
             for (std::size_t k = 0; k + 1 < xs.size(); k += 2) {
                 const double from = std::max(xs[k], -1.0);
@@ -231,6 +248,12 @@ void RasterCanvas::Rectangle(int left, int top, int right, int bottom)
         std::swap(left, right);
     if (top > bottom)
         std::swap(top, bottom);
+    // Held well inside 32 bits: nothing beyond can show, and the edges below subtract one.
+    constexpr int kLimit = 1 << 30;
+    left = std::clamp(left, -kLimit, kLimit);
+    right = std::clamp(right, -kLimit, kLimit);
+    top = std::clamp(top, -kLimit, kLimit);
+    bottom = std::clamp(bottom, -kLimit, kLimit);
     if (right - left < 1 || bottom - top < 1)
         return;
     for (int y = std::max(top, 0); y < std::min(bottom, height_); ++y)

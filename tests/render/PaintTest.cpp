@@ -8,6 +8,7 @@
 #include "platform/ScriptedUi.h"
 #include "render/Bitmap.h"
 #include "render/Paint.h"
+#include "render/RasterCanvas.h"
 #include "render/RenderTestSupport.h"
 
 namespace fw {
@@ -387,6 +388,43 @@ TEST_F(FrameFixture, BackgroundImageGoesUnderTheGrid)
     const auto stretches = Only(back, "stretch");
     ASSERT_EQ(stretches.size(), 3u); // 100 by 50 makes 3 by 1 tiles, all in view
     EXPECT_EQ(back.calls[1].op, "stretch");
+}
+
+TEST(PaintFrameExtremes, PointsAtTheEndsOfTheirRangePaintWithoutFault)
+{
+    for (double zoom : {0.0625, 4.0}) {
+        Session s = MakeSession(300, 200, zoom, -2000000000, 2000000000);
+        const std::int32_t lo = INT32_MIN;
+        const std::int32_t hi = INT32_MAX;
+        AddShape(s, kPoly, Pts({{lo, lo}, {hi, lo}, {hi, hi}, {lo, hi}}));
+        AddShape(s, kForest, Pts({{lo, lo}, {hi, 0}, {0, 0}, {hi, hi}, {lo, hi}}));
+        for (int type : {kRunway, kApi, kVor, kNdb, kInit, kExclude, kSign}) {
+            AddObject(s, type, hi, lo, 1e300);
+            AddObject(s, type, lo, hi, -1e300);
+        }
+        s.stores.ObjectStore[0].Length() = INT16_MAX;
+        s.stores.ObjectStore[0].ThrOffN() = INT16_MAX;
+        s.stores.ObjectStore[0].ExtN() = INT16_MIN;
+        s.editor.selection.addEntry(0, 0, lo, hi, lo, hi);
+        s.editor.selection.addEntry(1, 1, hi, hi, lo, lo);
+        RasterCanvas window(300, 200);
+        RasterCanvas back(300, 200);
+        PaintFrame(s, window, back);
+        s.view.setMMode(1);
+        PaintFrame(s, window, back);
+        s.view.setMMode(0);
+        s.editor.selSquare.initNew(lo, lo);
+        s.editor.selSquare.Update(hi, hi);
+        PaintFrame(s, window, back);
+        s.editor.selSquare.reset();
+        s.editor.work.WorkPoints = {s.stores.PointStore[0]};
+        s.editor.work.WorkShapes = {s.stores.ShapeStore[0]};
+        s.editor.work.WorkShapeLast = 0;
+        s.editor.work.WorkLimits = {lo, hi, lo, hi};
+        s.editor.EditState = 10;
+        PaintFrame(s, window, back);
+        SUCCEED();
+    }
 }
 
 // ---- background image

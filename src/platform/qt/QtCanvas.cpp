@@ -235,6 +235,12 @@ void QtCanvas::Rectangle(int left, int top, int right, int bottom)
         std::swap(left, right);
     if (top > bottom)
         std::swap(top, bottom);
+    // Held well inside 32 bits: nothing beyond can show, and the edges below subtract one.
+    constexpr int kLimit = 1 << 30;
+    left = std::clamp(left, -kLimit, kLimit);
+    right = std::clamp(right, -kLimit, kLimit);
+    top = std::clamp(top, -kLimit, kLimit);
+    bottom = std::clamp(bottom, -kLimit, kLimit);
     if (right - left < 1 || bottom - top < 1)
         return;
     QPainterPath path;
