@@ -134,11 +134,26 @@ void QtCanvas::StrokeLine(int x0, int y0, int x1, int y1)
         }
         return;
     }
+    // The walk from step `first` on, its rounding carried with a remainder.
+    const std::int64_t minorAbs = xMajorAxis ? std::llabs(dy) : std::llabs(dx);
+    const std::int64_t twoSteps = 2 * steps;
+    const __int128 n0 = static_cast<__int128>(2) * first * minorAbs + steps;
+    std::int64_t rem = static_cast<std::int64_t>(n0 % twoSteps);
+    QPoint p = at(first);
+    const QPoint majorStep = xMajorAxis ? QPoint(forward ? 1 : -1, 0) : QPoint(0, forward ? 1 : -1);
+    const QPoint minorStep = xMajorAxis ? QPoint(0, dy < 0 ? -1 : 1) : QPoint(dx < 0 ? -1 : 1, 0);
+    auto advance = [&] {
+        p += majorStep;
+        rem += 2 * minorAbs;
+        if (rem >= twoSteps) {
+            rem -= twoSteps;
+            p += minorStep;
+        }
+    };
     if (!styled) {
         const QRect bounds = image_.rect().adjusted(-1, -1, 1, 1);
         QPolygon points;
-        for (std::int64_t i = first; i <= last; ++i) {
-            const QPoint p = at(i);
+        for (std::int64_t i = first; i <= last; ++i, advance()) {
             if (bounds.contains(p))
                 for (int k = 0; k < offsets; ++k)
                     points << p + QPoint(k & 1, k >> 1);
@@ -152,11 +167,9 @@ void QtCanvas::StrokeLine(int x0, int y0, int x1, int y1)
     const int start = styleStep_;
     QPolygon on;
     QPolygon off;
-    for (std::int64_t i = first; i <= last; ++i) {
-        const QPoint p = at(i);
-        if (!bounds.contains(p))
-            continue;
-        ((start + i) % kDotPeriod < kDotOn ? on : off) << p;
+    for (std::int64_t i = first; i <= last; ++i, advance()) {
+        if (bounds.contains(p))
+            ((start + i) % kDotPeriod < kDotOn ? on : off) << p;
     }
     styleStep_ = static_cast<int>((start + steps) % kDotPeriod);
     painter_->setPen(QPen(color, 1));
