@@ -1,0 +1,81 @@
+// What every property form shares: controls bound by name to the model's FormValues, key
+// filters on the text fields, OK running the model's checks, and a close that may be refused.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSlider>
+
+#include "dialogs/FormValues.h"
+
+class QGridLayout;
+class QPushButton;
+
+namespace fw::qt {
+
+// A line edit whose typed characters pass a key filter first (0 drops the key).
+class FilteredLineEdit : public QLineEdit {
+public:
+    explicit FilteredLineEdit(std::function<int(int)> filter, QWidget* parent = nullptr)
+        : QLineEdit(parent), filter_(std::move(filter)) {}
+    std::function<void()> onFocus;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+
+private:
+    std::function<int(int)> filter_;
+};
+
+class FormBase : public QDialog {
+public:
+    FormBase(const QString& name, const QString& title, QWidget* parent);
+
+    // Controls bound to a value name.
+    FilteredLineEdit* Text(const std::string& name, std::function<int(int)> filter = {});
+    QCheckBox* Check(const std::string& name, const QString& caption);
+    QComboBox* Combo(const std::string& name, const std::vector<std::string>& items);
+    QSlider* Slider(const std::string& name, int lo, int hi);
+    // Option buttons: the value is the position of the checked one.
+    QButtonGroup* Options(const std::string& name, const QStringList& captions, std::vector<QWidget*>& buttons);
+
+    void Load(const FormValues& values);
+    void Save(FormValues& values) const;
+
+    // The OK and Cancel buttons at the foot of the form.
+    QWidget* Buttons(const QString& cancelText = QStringLiteral("Cancel"));
+    QPushButton* okButton = nullptr;
+    QPushButton* cancelButton = nullptr;
+
+    // OK: true when the model stored the values.
+    std::function<bool()> onOk;
+    // Closing without OK: false keeps the form open.
+    std::function<bool()> canClose;
+
+    void reject() override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    std::map<std::string, QLineEdit*> texts_;
+    std::map<std::string, QCheckBox*> checks_;
+    std::map<std::string, QComboBox*> combos_;
+    std::map<std::string, QSlider*> sliders_;
+    std::map<std::string, QButtonGroup*> options_;
+};
+
+// A label and a widget in the next row of a grid.
+void AddRow(QGridLayout* grid, const QString& label, QWidget* field, const QString& after = {});
+
+} // namespace fw::qt

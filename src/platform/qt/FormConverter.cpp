@@ -1,0 +1,105 @@
+#include "platform/qt/FormConverter.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "dialogs/SettingsForms.h"
+#include "platform/qt/QtText.h"
+
+namespace fw::qt {
+
+namespace {
+
+QPointer<QWidget> gConverter;
+
+QComboBox* List(const std::vector<std::string>& items, const QString& name)
+{
+    auto* c = new QComboBox;
+    c->setObjectName(name);
+    for (const std::string& i : items)
+        c->addItem(ToQt(i));
+    c->setCurrentIndex(0);
+    return c;
+}
+
+} // namespace
+
+QWidget* LoadConverter(char sep, QWidget* parent)
+{
+    if (gConverter)
+        return gConverter;
+    auto* w = new QWidget(parent, Qt::Tool);
+    w->setObjectName("FormConverter");
+    w->setWindowTitle("Converter");
+    auto* tabs = new QTabWidget(w);
+
+    auto* dist = new QWidget;
+    dist->setObjectName("dist");
+    auto* d = new QGridLayout(dist);
+    auto* in = new QLineEdit;
+    in->setObjectName("Text3");
+    auto* out = new QLineEdit;
+    out->setObjectName("Text4");
+    out->setReadOnly(true);
+    QComboBox* inUnit = List(DistanceUnits(), "InputUnit");
+    QComboBox* outUnit = List(DistanceUnits(), "OutputUnit");
+    auto* go = new QPushButton("Convert >>");
+    d->addWidget(new QLabel("Input unit system:"), 0, 0);
+    d->addWidget(inUnit, 1, 0);
+    d->addWidget(in, 2, 0);
+    d->addWidget(go, 2, 1);
+    d->addWidget(new QLabel("Output unit system:"), 0, 2);
+    d->addWidget(outUnit, 1, 2);
+    d->addWidget(out, 2, 2);
+    d->setRowStretch(3, 1);
+    QObject::connect(go, &QPushButton::clicked, w, [=] {
+        out->setText(ToQt(ConvertDistance(FromQt(in->text()), inUnit->currentIndex(), outUnit->currentIndex(), sep)));
+    });
+    tabs->addTab(dist, "Distance");
+
+    auto* lat = new QWidget;
+    lat->setObjectName("lat");
+    auto* l = new QGridLayout(lat);
+    auto* angle = new QLineEdit;
+    angle->setObjectName("Text1");
+    auto* result = new QLineEdit;
+    result->setObjectName("Text2");
+    result->setReadOnly(true);
+    QComboBox* format = List(AngleFormats(), "OutputFormat");
+    auto* go2 = new QPushButton("Convert >>");
+    l->addWidget(angle, 0, 0);
+    l->addWidget(go2, 0, 1);
+    l->addWidget(new QLabel("Output format:"), 1, 2);
+    l->addWidget(format, 0, 2);
+    l->addWidget(result, 2, 2);
+    auto* note = new QLabel(QString::fromUtf8("Following characters are allowed:\nN, S, E, W, \u00B0, ' and \" "
+                                              "- e.g. N40\u00B0 30' 15.5\""));
+    l->addWidget(note, 2, 0, 1, 2);
+    l->setRowStretch(3, 1);
+    QObject::connect(go2, &QPushButton::clicked, w, [=] {
+        result->setText(ToQt(ConvertAngle(FromQt(angle->text()), format->currentIndex(), sep)));
+    });
+    tabs->addTab(lat, "Lat/Lon");
+
+    auto* layout = new QVBoxLayout(w);
+    layout->addWidget(tabs);
+    w->hide();
+    gConverter = w;
+    return w;
+}
+
+void ShowConverter(char sep, QWidget* parent)
+{
+    QWidget* w = LoadConverter(sep, parent);
+    w->show();
+    w->raise();
+    w->activateWindow();
+}
+
+} // namespace fw::qt

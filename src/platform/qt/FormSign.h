@@ -1,0 +1,19 @@
+// The taxiway sign form and its cell picker on Qt, over the FormSign model.
+#pragma once
+
+#include <string>
+
+#include <QWidget>
+
+#include "core/Helpers.h"
+#include "core/Records.h"
+
+namespace fw::qt {
+
+bool RunFormSign(ObjectRecord& record, const ValueContext& ctx, const std::string& programFolder, QWidget* parent);
+
+// FormSignSelect: the cells of a cell type; false when closed without a choice. "&Remove" gives
+// the empty item.
+bool RunFormSignSelect(const std::string& cellType, const std::string& current, std::string& item, QWidget* parent);
+
+} // namespace fw::qt
