@@ -80,10 +80,28 @@ BkMode QtCanvas::SetBkMode(BkMode mode)
     return old;
 }
 
+void QtCanvas::SetMode(QPainter::CompositionMode mode)
+{
+    if (mode != mode_) {
+        painter_->setCompositionMode(mode);
+        mode_ = mode;
+    }
+}
+
+void QtCanvas::SetQtPen(QRgb color)
+{
+    if (!penSet_ || color != penColor_) {
+        QPen pen{QColor::fromRgb(color), 1};
+        pen.setCosmetic(true);
+        painter_->setPen(pen);
+        penColor_ = color;
+        penSet_ = true;
+    }
+}
+
 void QtCanvas::ApplyPen()
 {
-    painter_->setCompositionMode(rop_ == RasterOp::MaskPen ? QPainter::RasterOp_SourceAndDestination
-                                                           : QPainter::CompositionMode_SourceOver);
+    SetMode(rop_ == RasterOp::MaskPen ? QPainter::RasterOp_SourceAndDestination : QPainter::CompositionMode_SourceOver);
 }
 
 // A one-pixel line from (x0, y0) that leaves out (x1, y1). Qt's cosmetic pen draws both ends, so
@@ -121,9 +139,7 @@ void QtCanvas::StrokeLine(int x0, int y0, int x1, int y1)
     // settle the half-way pixels its own way, so the walk's pixels are handed over instead.
     const bool straight = dx == 0 || dy == 0 || std::llabs(dx) == std::llabs(dy);
     if (!styled && straight) {
-        QPen pen(color, 1);
-        pen.setCosmetic(true);
-        painter_->setPen(pen);
+        SetQtPen(color.rgb());
         if (last < first)
             return;
         const QPoint a = at(first);
@@ -151,15 +167,34 @@ void QtCanvas::StrokeLine(int x0, int y0, int x1, int y1)
         }
     };
     if (!styled) {
+        // The walk's pixels as level (or upright) runs, one drawLines for the segment.
         const QRect bounds = image_.rect().adjusted(-1, -1, 1, 1);
-        QPolygon points;
-        for (std::int64_t i = first; i <= last; ++i, advance()) {
-            if (bounds.contains(p))
+        runs_.clear();
+        QPoint runStart = p;
+        QPoint runEnd = p;
+        bool inRun = false;
+        auto flush = [&] {
+            if (inRun)
                 for (int k = 0; k < offsets; ++k)
-                    points << p + QPoint(k & 1, k >> 1);
+                    runs_.append(QLine(runStart + QPoint(k & 1, k >> 1), runEnd + QPoint(k & 1, k >> 1)));
+            inRun = false;
+        };
+        for (std::int64_t i = first; i <= last; ++i, advance()) {
+            if (!bounds.contains(p)) {
+                flush();
+                continue;
+            }
+            const bool sameRun = inRun && (xMajorAxis ? p.y() == runEnd.y() : p.x() == runEnd.x());
+            if (!sameRun) {
+                flush();
+                runStart = p;
+                inRun = true;
+            }
+            runEnd = p;
         }
-        painter_->setPen(QPen(color, 1));
-        painter_->drawPoints(points);
+        flush();
+        SetQtPen(color.rgb());
+        painter_->drawLines(runs_);
         return;
     }
     // The dotted pen: the pattern runs on from the previous segment of the polyline.
@@ -172,10 +207,10 @@ void QtCanvas::StrokeLine(int x0, int y0, int x1, int y1)
             ((start + i) % kDotPeriod < kDotOn ? on : off) << p;
     }
     styleStep_ = static_cast<int>((start + steps) % kDotPeriod);
-    painter_->setPen(QPen(color, 1));
+    SetQtPen(color.rgb());
     painter_->drawPoints(on);
     if (bkMode_ == BkMode::Opaque) {
-        painter_->setPen(QPen(Qt::white, 1));
+        SetQtPen(QColor(Qt::white).rgb());
         painter_->drawPoints(off);
     }
 }
@@ -206,11 +241,11 @@ void QtCanvas::FillPath(const QPainterPath& path)
     switch (brush_.kind) {
     case Brush::Kind::Hollow: return;
     case Brush::Kind::Solid:
-        painter_->setCompositionMode(QPainter::CompositionMode_SourceOver);
+        SetMode(QPainter::CompositionMode_SourceOver);
         painter_->fillPath(path, ColorOf(brush_.color));
         return;
     case Brush::Kind::HatchForwardDiagonal: {
-        painter_->setCompositionMode(QPainter::CompositionMode_SourceOver);
+        SetMode(QPainter::CompositionMode_SourceOver);
         QBrush hatch(HatchTile(ColorOf(brush_.color), bkMode_ == BkMode::Opaque));
         painter_->setBrushOrigin(0, 0);
         painter_->fillPath(path, hatch);
@@ -256,9 +291,22 @@ void QtCanvas::Rectangle(int left, int top, int right, int bottom)
     bottom = std::clamp(bottom, -kLimit, kLimit);
     if (right - left < 1 || bottom - top < 1)
         return;
-    QPainterPath path;
-    path.addRect(QRectF(left, top, right - left, bottom - top));
-    FillPath(path);
+    const QRect area = QRect(left, top, right - left, bottom - top).intersected(image_.rect().adjusted(-2, -2, 2, 2));
+    if (area.isEmpty())
+        return; // wholly off the image: nothing of it can show
+    switch (brush_.kind) {
+    case Brush::Kind::Hollow: break;
+    case Brush::Kind::Solid:
+        SetMode(QPainter::CompositionMode_SourceOver);
+        painter_->fillRect(area, ColorOf(brush_.color));
+        break;
+    case Brush::Kind::HatchForwardDiagonal: {
+        QPainterPath path;
+        path.addRect(area);
+        FillPath(path);
+        break;
+    }
+    }
     const int keepX = curX_;
     const int keepY = curY_;
     MoveToEx(left, top);
@@ -285,13 +333,13 @@ void QtCanvas::BlitPixels(int x, int y, int width, int height, const std::vector
 {
     if (width <= 0 || height <= 0 || pixels.size() < static_cast<std::size_t>(width) * height)
         return;
-    painter_->setCompositionMode(QPainter::CompositionMode_Source);
+    SetMode(QPainter::CompositionMode_Source);
     painter_->drawImage(QPoint(x, y), Wrap(width, height, pixels));
 }
 
 void QtCanvas::FillWhite(int x, int y, int width, int height)
 {
-    painter_->setCompositionMode(QPainter::CompositionMode_Source);
+    SetMode(QPainter::CompositionMode_Source);
     painter_->fillRect(QRect(x, y, width, height), Qt::white);
 }
 
@@ -300,7 +348,7 @@ void QtCanvas::CopyFrom(const Canvas& source)
     const auto* src = dynamic_cast<const QtCanvas*>(&source);
     if (src == nullptr || src == this)
         return;
-    painter_->setCompositionMode(QPainter::CompositionMode_Source);
+    SetMode(QPainter::CompositionMode_Source);
     painter_->drawImage(QPoint(0, 0), src->image_);
 }
 
@@ -312,7 +360,7 @@ void QtCanvas::StretchPixels(int x, int y, int width, int height, const std::vec
         return;
     if (!QRect(x, y, width, height).intersects(image_.rect()))
         return;
-    painter_->setCompositionMode(QPainter::CompositionMode_Source);
+    SetMode(QPainter::CompositionMode_Source);
     painter_->drawImage(QRect(x, y, width, height), Wrap(srcWidth, srcHeight, pixels));
 }
 

@@ -5,7 +5,9 @@
 #pragma once
 
 #include <QImage>
+#include <QLine>
 #include <QPainter>
+#include <QVector>
 
 #include <memory>
 
@@ -45,6 +47,9 @@ private:
     void Line(int x0, int y0, int x1, int y1);
     void StrokeLine(int x0, int y0, int x1, int y1);
     void ApplyPen();
+    // The painter's state changes only when it has to.
+    void SetMode(QPainter::CompositionMode mode);
+    void SetQtPen(QRgb color);
     void FillPath(const QPainterPath& path);
     QImage Wrap(int width, int height, const std::vector<std::uint32_t>& pixels) const;
 
@@ -57,6 +62,10 @@ private:
     int curX_ = 0;
     int curY_ = 0;
     int styleStep_ = 0;
+    QPainter::CompositionMode mode_ = QPainter::CompositionMode_SourceOver;
+    QRgb penColor_ = 0;
+    bool penSet_ = false;
+    QVector<QLine> runs_;
 };
 
 } // namespace fw::qt
