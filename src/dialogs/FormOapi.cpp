@@ -34,7 +34,6 @@ std::string ParamControl(int i) { return "Text" + std::to_string(i); }
 
 namespace {
 std::string& ParamOf(ObjectRecord& r, int i) { return r.texts[1 + i]; }
-const std::string& ParamOf(const ObjectRecord& r, int i) { return r.texts[1 + i]; }
 } // namespace
 
 void FormOapi::Show_(const ObjectRecord& record, const ConfigRecord& config, const std::string& programFolder,

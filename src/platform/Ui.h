@@ -79,6 +79,8 @@ public:
     // Property dialogs, on a copy; true for OK. Placeholder until the dialogs exist: OK with the
     // record unchanged.
     virtual bool ShapeProperties(ShapeRecord& /*shape*/, const PointList* /*points*/) { return true; }
+    // The dialog of a newly drawn shape: it has no Cancel and only OK closes it.
+    virtual bool NewShapeProperties(ShapeRecord& shape, const PointList* points) { return ShapeProperties(shape, points); }
     virtual bool ObjectProperties(ObjectRecord& /*object*/) { return true; }
     // The project settings dialog on a copy of the record; newProject set by New. True for OK.
     virtual bool ProjectSettings(ProjectRecord& /*project*/, bool /*newProject*/) { return true; }

@@ -73,10 +73,10 @@ QWidget* LoadConverter(char sep, QWidget* parent)
     result->setReadOnly(true);
     QComboBox* format = List(AngleFormats(), "OutputFormat");
     auto* go2 = new QPushButton("Convert >>");
-    l->addWidget(angle, 0, 0);
-    l->addWidget(go2, 0, 1);
-    l->addWidget(new QLabel("Output format:"), 1, 2);
-    l->addWidget(format, 0, 2);
+    l->addWidget(new QLabel("Output format:"), 0, 2);
+    l->addWidget(angle, 1, 0);
+    l->addWidget(go2, 1, 1);
+    l->addWidget(format, 1, 2);
     l->addWidget(result, 2, 2);
     auto* note = new QLabel(QString::fromUtf8("Following characters are allowed:\nN, S, E, W, \u00B0, ' and \" "
                                               "- e.g. N40\u00B0 30' 15.5\""));
