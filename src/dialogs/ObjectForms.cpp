@@ -468,6 +468,8 @@ void FormSign::Show_(const ObjectRecord& r, char sep)
     values["Heading"] = ShowNumber(r.Rotation, sep);
     values.SetInt("Style", r.Style() == "Flat" ? 0 : 1);
     buffer = ParseSignCaption(r.Caption());
+    // The whole caption as text too, for answers that give it in one piece.
+    values["Caption"] = r.Caption();
     for (int i = 0; i < 5; ++i) {
         const std::string& t = buffer[i].type;
         values.SetInt("Type" + std::to_string(i + 1),

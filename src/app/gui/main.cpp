@@ -10,6 +10,7 @@
 #include "files/ProjectFlows.h"
 #include "platform/Host.h"
 #include "platform/PosixProcess.h"
+#include "platform/qt/FormConverter.h"
 #include "platform/qt/MainWindow.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtUi.h"
@@ -29,6 +30,7 @@ int main(int argc, char** argv)
     fw::qt::QtUi ui;
     fw::PosixProcess process;
     session.ui = &ui;
+    ui.setSession(&session);
 
     const std::optional<char> separator = fw::qt::SystemDecimalSeparator(QLocale::system(), ui);
     if (!separator)
@@ -40,10 +42,14 @@ int main(int argc, char** argv)
     const std::string configPath = fw::ConfigFilePath(session.programFolder);
     fw::StartSession(session, configPath);
 
+    // Loaded hidden now, so that it keeps what was typed for the whole session.
+    fw::qt::LoadConverter(session.decimalSeparator, nullptr);
+
     std::unique_ptr<fw::qt::MainWindow> window;
     fw::qt::SplashWindow splash([&] {
         window = std::make_unique<fw::qt::MainWindow>(session, ui);
         fw::qt::WireFileCommands(*window, session, configPath, [] { QCoreApplication::quit(); });
+        fw::qt::WireSettingsCommands(*window, session);
         fw::qt::WireExportCommands(*window, session, process);
         window->Load();
     });

@@ -10,6 +10,7 @@
 
 #include "platform/qt/FormInform.h"
 #include "platform/qt/FormScasmStatus.h"
+#include "platform/qt/FormSettings.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/ToolIcons.h"
 
@@ -205,6 +206,14 @@ void QtUi::PopupMenu(const std::string& name)
     QMenu* menu = menuLookup_ ? menuLookup_(QString::fromStdString(name)) : nullptr;
     if (menu)
         menu->exec(QCursor::pos());
+}
+
+bool QtUi::ProjectSettings(ProjectRecord& project, bool newProject)
+{
+    if (!session_)
+        return false;
+    return RunFormSettings(project, newProject, session_->values(), session_->config, session_->programFolder,
+                           parent_);
 }
 
 void QtUi::Repaint()

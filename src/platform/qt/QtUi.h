@@ -8,6 +8,7 @@
 #include <QString>
 #include <QWidget>
 
+#include "core/Session.h"
 #include "platform/Ui.h"
 
 namespace fw::qt {
@@ -23,6 +24,8 @@ public:
     // The window dialogs belong to, and the widget whose pointer SetPointer changes.
     void setParent(QWidget* parent) { parent_ = parent; }
     void setCanvas(QWidget* canvas) { canvas_ = canvas; }
+    // The session whose records and folders the dialogs read.
+    void setSession(Session* session) { session_ = session; }
     // Where PopupMenu finds a menu by its name.
     void setMenuLookup(std::function<QMenu*(const QString&)> lookup) { menuLookup_ = std::move(lookup); }
 
@@ -37,12 +40,14 @@ public:
     bool OpenExternal(const std::string& pathOrUrl) override;
     void ShowScasmStatus(const std::string& text, const std::string& logPath) override;
     void Repaint() override;
+    bool ProjectSettings(ProjectRecord& project, bool newProject) override;
     // Pops up "MnuClick2", "MnuClick3" or "MnuSelection" at the pointer and waits for the choice.
     void PopupMenu(const std::string& name) override;
 
 private:
     QPointer<QWidget> parent_;
     QPointer<QWidget> canvas_;
+    Session* session_ = nullptr;
     std::function<QMenu*(const QString&)> menuLookup_;
     bool waitCursor_ = false;
 };

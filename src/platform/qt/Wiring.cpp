@@ -3,6 +3,8 @@
 #include "editor/EditorCommon.h"
 #include "editor/Undo.h"
 #include "export/Compile.h"
+#include "platform/qt/FormConverter.h"
+#include "platform/qt/FormOptions.h"
 #include "platform/qt/MainWindow.h"
 #include "render/Bitmap.h"
 
@@ -63,6 +65,22 @@ void WireFileCommands(MainWindow& window, Session& session, const std::string& c
     windowHooks.endProgram = std::move(endProgram);
     windowHooks.openGLFailed = [&session, configPath] { OpenGLStartFailed(session, configPath); };
     window.setHooks(std::move(windowHooks));
+}
+
+void WireSettingsCommands(MainWindow& window, Session& session)
+{
+    window.connectCommand("MnuFsettings", [&session] {
+        ProjectRecord copy = session.project;
+        if (session.ui && session.ui->ProjectSettings(copy, false)) {
+            session.project = copy;
+            MarkChanged(session, false);
+        }
+    });
+    window.connectCommand("MnuFoptions", [&session, &window] {
+        if (RunFormOptions(session.config, session.openGLActive, session.values(), session.programFolder, &window))
+            PaintFrame(session);
+    });
+    window.connectCommand("MnuHconverter", [&session, &window] { ShowConverter(session.decimalSeparator, &window); });
 }
 
 void WireExportCommands(MainWindow& window, Session& session, Process& process)

@@ -20,6 +20,9 @@ FlowHooks WindowFlowHooks(MainWindow& window, Session& session);
 void WireFileCommands(MainWindow& window, Session& session, const std::string& configPath,
                       std::function<void()> endProgram);
 
+// "Preferences...", "Project settings..." and the unit converter.
+void WireSettingsCommands(MainWindow& window, Session& session);
+
 // "Generate SCASM files..." and "Generate scenery files...".
 void WireExportCommands(MainWindow& window, Session& session, Process& process);
 

@@ -1,0 +1,85 @@
+#include <gtest/gtest.h>
+
+#include "core/Config.h"
+#include "dialogs/FormAnswers.h"
+#include "platform/ScriptedUi.h"
+
+namespace fw {
+namespace {
+
+struct Answers : ::testing::Test {
+    ScriptedUi ui;
+    ValueContext ctx{'.', &ui};
+    ConfigRecord config;
+    std::string problem;
+    void SetUp() override { ResetConfig(config, "/prog/"); }
+};
+
+TEST_F(Answers, ObjectFieldsRunTheChecksAndARefusalKeepsTheRecord)
+{
+    ObjectRecord o;
+    ResetObject(o, kNdb, "/prog/");
+    EXPECT_EQ(AnswerObjectForm({"FormOndb", "Text1=526.6", "ok"}, o, config, "/prog/", ctx, problem),
+              FormAnswerResult::Refused);
+    EXPECT_EQ(ui.Messages(), std::vector<std::string>{"You entered a wrong value for the frequency!"});
+    EXPECT_EQ(o.Frequency(), 200.0);
+    EXPECT_EQ(AnswerObjectForm({"FormOndb", "Text1=526.5", "Text4=Home_NDB", "Check1=1", "ok"}, o, config, "/prog/",
+                               ctx, problem),
+              FormAnswerResult::Stored);
+    EXPECT_EQ(o.Frequency(), 526.5);
+    EXPECT_EQ(o.NavName(), "Home_NDB");
+    EXPECT_EQ(o.NdbVisible(), 1);
+    EXPECT_EQ(AnswerObjectForm({"FormOndb", "Text1=300", "cancel"}, o, config, "/prog/", ctx, problem),
+              FormAnswerResult::Cancelled);
+    EXPECT_EQ(o.Frequency(), 526.5);
+}
+
+TEST_F(Answers, WrongFormsFieldsAndShapes)
+{
+    ObjectRecord o;
+    ResetObject(o, kVor, "/prog/");
+    EXPECT_EQ(AnswerObjectForm({"FormOndb", "ok"}, o, config, "/prog/", ctx, problem), FormAnswerResult::Refused);
+    EXPECT_EQ(problem, "the dialog open is FormOvor, not FormOndb");
+    EXPECT_EQ(AnswerObjectForm({"FormOvor", "Text9=1", "ok"}, o, config, "/prog/", ctx, problem),
+              FormAnswerResult::Refused);
+    EXPECT_EQ(problem, "FormOvor has no field Text9");
+    EXPECT_EQ(AnswerObjectForm({"FormOvor", "Text1"}, o, config, "/prog/", ctx, problem), FormAnswerResult::Refused);
+
+    ShapeRecord s;
+    s.gType = kWideLine;
+    ResetShape(s, kWideLine);
+    const PointList pts{{0, 0}, {10, 0}};
+    EXPECT_EQ(AnswerShapeForm({"FormShape", "cancel"}, s, &pts, true, ctx, problem), FormAnswerResult::Refused);
+    EXPECT_EQ(AnswerShapeForm({"FormShape", "Value=12,5", "Range=900", "ok"}, s, &pts, true, ctx, problem),
+              FormAnswerResult::Refused); // a comma on a point system
+    EXPECT_EQ(AnswerShapeForm({"FormShape", "Value=12.5", "Range=900", "Effects=2", "ok"}, s, &pts, true, ctx,
+                              problem),
+              FormAnswerResult::Stored);
+    EXPECT_EQ(s.gLineWidth, 12.5);
+    EXPECT_EQ(s.gLineType, 2);
+    EXPECT_EQ(s.vRange, 900);
+}
+
+TEST_F(Answers, SignsAndProjectSettings)
+{
+    ObjectRecord o;
+    ResetObject(o, kSign, "/prog/");
+    EXPECT_EQ(AnswerObjectForm({"FormSign", "Caption=Direction_ArrowLeft_A", "Heading=45", "ok"}, o, config, "/prog/",
+                               ctx, problem),
+              FormAnswerResult::Stored);
+    EXPECT_EQ(o.Caption(), " Direction_ArrowLeft_A");
+    EXPECT_EQ(o.Rotation, 45.0);
+
+    ProjectRecord p;
+    ResetProject(p);
+    EXPECT_EQ(AnswerProjectForm({"FormSettings", "cancel"}, p, true, ctx, problem), FormAnswerResult::Refused);
+    EXPECT_EQ(AnswerProjectForm({"FormSettings", "Text5=180", "ok"}, p, true, ctx, problem),
+              FormAnswerResult::Refused);
+    EXPECT_EQ(AnswerProjectForm({"FormSettings", "Text1=Field", "Text5=179", "ok"}, p, true, ctx, problem),
+              FormAnswerResult::Stored);
+    EXPECT_EQ(p.Name, "Field");
+    EXPECT_EQ(p.LongitudeDegree, 179.0);
+}
+
+} // namespace
+} // namespace fw
