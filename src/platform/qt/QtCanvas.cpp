@@ -41,12 +41,14 @@ QtCanvas::QtCanvas(int width, int height)
 
 QtCanvas::~QtCanvas()
 {
+    Flush();
     if (painter_)
         painter_->end();
 }
 
 std::uint32_t QtCanvas::Pixel(int x, int y) const
 {
+    Flush();
     if (x < 0 || y < 0 || x >= image_.width() || y >= image_.height())
         return 0;
     return image_.pixel(x, y) & 0xFFFFFF;
@@ -80,7 +82,7 @@ BkMode QtCanvas::SetBkMode(BkMode mode)
     return old;
 }
 
-void QtCanvas::SetMode(QPainter::CompositionMode mode)
+void QtCanvas::SetMode(QPainter::CompositionMode mode) const
 {
     if (mode != mode_) {
         painter_->setCompositionMode(mode);
@@ -88,7 +90,7 @@ void QtCanvas::SetMode(QPainter::CompositionMode mode)
     }
 }
 
-void QtCanvas::SetQtPen(QRgb color)
+void QtCanvas::SetQtPen(QRgb color) const
 {
     if (!penSet_ || color != penColor_) {
         QPen pen{QColor::fromRgb(color), 1};
@@ -99,9 +101,29 @@ void QtCanvas::SetQtPen(QRgb color)
     }
 }
 
-void QtCanvas::ApplyPen()
+QPainter::CompositionMode QtCanvas::PenMode() const
 {
-    SetMode(rop_ == RasterOp::MaskPen ? QPainter::RasterOp_SourceAndDestination : QPainter::CompositionMode_SourceOver);
+    return rop_ == RasterOp::MaskPen ? QPainter::RasterOp_SourceAndDestination : QPainter::CompositionMode_SourceOver;
+}
+
+void QtCanvas::Flush() const
+{
+    if (pending_.isEmpty())
+        return;
+    SetMode(pendingMode_);
+    SetQtPen(pendingColor_);
+    painter_->drawLines(pending_);
+    pending_.clear();
+}
+
+void QtCanvas::Queue(QRgb color, const QLine& line)
+{
+    const QPainter::CompositionMode mode = PenMode();
+    if (!pending_.isEmpty() && (color != pendingColor_ || mode != pendingMode_))
+        Flush();
+    pendingColor_ = color;
+    pendingMode_ = mode;
+    pending_.append(line);
 }
 
 // A one-pixel line from (x0, y0) that leaves out (x1, y1). Qt's cosmetic pen draws both ends, so
@@ -134,19 +156,17 @@ void QtCanvas::StrokeLine(int x0, int y0, int x1, int y1)
     const bool forward = (xMajorAxis ? dx : dy) >= 0;
     const std::int64_t first = std::max<std::int64_t>(0, forward ? -1 - major0 : major0 - majorLimit);
     const std::int64_t last = std::min<std::int64_t>(steps - 1, forward ? majorLimit - major0 : major0 + 1);
-    ApplyPen();
     // Level, upright and 45-degree lines go to QPainter whole; on any other slope its walk would
     // settle the half-way pixels its own way, so the walk's pixels are handed over instead.
     const bool straight = dx == 0 || dy == 0 || std::llabs(dx) == std::llabs(dy);
     if (!styled && straight) {
-        SetQtPen(color.rgb());
         if (last < first)
             return;
         const QPoint a = at(first);
         const QPoint b = at(last);
         for (int k = 0; k < offsets; ++k) {
             const QPoint d(k & 1, k >> 1);
-            painter_->drawLine(a + d, b + d);
+            Queue(color.rgb(), QLine(a + d, b + d));
         }
         return;
     }
@@ -169,14 +189,13 @@ void QtCanvas::StrokeLine(int x0, int y0, int x1, int y1)
     if (!styled) {
         // The walk's pixels as level (or upright) runs, one drawLines for the segment.
         const QRect bounds = image_.rect().adjusted(-1, -1, 1, 1);
-        runs_.clear();
         QPoint runStart = p;
         QPoint runEnd = p;
         bool inRun = false;
         auto flush = [&] {
             if (inRun)
                 for (int k = 0; k < offsets; ++k)
-                    runs_.append(QLine(runStart + QPoint(k & 1, k >> 1), runEnd + QPoint(k & 1, k >> 1)));
+                    Queue(color.rgb(), QLine(runStart + QPoint(k & 1, k >> 1), runEnd + QPoint(k & 1, k >> 1)));
             inRun = false;
         };
         for (std::int64_t i = first; i <= last; ++i, advance()) {
@@ -193,8 +212,6 @@ void QtCanvas::StrokeLine(int x0, int y0, int x1, int y1)
             runEnd = p;
         }
         flush();
-        SetQtPen(color.rgb());
-        painter_->drawLines(runs_);
         return;
     }
     // The dotted pen: the pattern runs on from the previous segment of the polyline.
@@ -207,6 +224,8 @@ void QtCanvas::StrokeLine(int x0, int y0, int x1, int y1)
             ((start + i) % kDotPeriod < kDotOn ? on : off) << p;
     }
     styleStep_ = static_cast<int>((start + steps) % kDotPeriod);
+    Flush();
+    SetMode(PenMode());
     SetQtPen(color.rgb());
     painter_->drawPoints(on);
     if (bkMode_ == BkMode::Opaque) {
@@ -238,6 +257,7 @@ void QtCanvas::LineTo(int x, int y)
 
 void QtCanvas::FillPath(const QPainterPath& path)
 {
+    Flush();
     switch (brush_.kind) {
     case Brush::Kind::Hollow: return;
     case Brush::Kind::Solid:
@@ -246,9 +266,15 @@ void QtCanvas::FillPath(const QPainterPath& path)
         return;
     case Brush::Kind::HatchForwardDiagonal: {
         SetMode(QPainter::CompositionMode_SourceOver);
-        QBrush hatch(HatchTile(ColorOf(brush_.color), bkMode_ == BkMode::Opaque));
+        const bool opaque = bkMode_ == BkMode::Opaque;
+        if (!hatchSet_ || hatchColor_ != brush_.color || hatchOpaque_ != opaque) {
+            hatch_ = QBrush(HatchTile(ColorOf(brush_.color), opaque));
+            hatchColor_ = brush_.color;
+            hatchOpaque_ = opaque;
+            hatchSet_ = true;
+        }
         painter_->setBrushOrigin(0, 0);
-        painter_->fillPath(path, hatch);
+        painter_->fillPath(path, hatch_);
         return;
     }
     }
@@ -297,6 +323,7 @@ void QtCanvas::Rectangle(int left, int top, int right, int bottom)
     switch (brush_.kind) {
     case Brush::Kind::Hollow: break;
     case Brush::Kind::Solid:
+        Flush();
         SetMode(QPainter::CompositionMode_SourceOver);
         painter_->fillRect(area, ColorOf(brush_.color));
         break;
@@ -331,6 +358,7 @@ QImage QtCanvas::Wrap(int width, int height, const std::vector<std::uint32_t>& p
 
 void QtCanvas::BlitPixels(int x, int y, int width, int height, const std::vector<std::uint32_t>& pixels)
 {
+    Flush();
     if (width <= 0 || height <= 0 || pixels.size() < static_cast<std::size_t>(width) * height)
         return;
     SetMode(QPainter::CompositionMode_Source);
@@ -339,6 +367,7 @@ void QtCanvas::BlitPixels(int x, int y, int width, int height, const std::vector
 
 void QtCanvas::FillWhite(int x, int y, int width, int height)
 {
+    Flush();
     SetMode(QPainter::CompositionMode_Source);
     painter_->fillRect(QRect(x, y, width, height), Qt::white);
 }
@@ -348,6 +377,8 @@ void QtCanvas::CopyFrom(const Canvas& source)
     const auto* src = dynamic_cast<const QtCanvas*>(&source);
     if (src == nullptr || src == this)
         return;
+    Flush();
+    src->Flush();
     SetMode(QPainter::CompositionMode_Source);
     painter_->drawImage(QPoint(0, 0), src->image_);
 }
@@ -355,6 +386,7 @@ void QtCanvas::CopyFrom(const Canvas& source)
 void QtCanvas::StretchPixels(int x, int y, int width, int height, const std::vector<std::uint32_t>& pixels,
                              int srcWidth, int srcHeight)
 {
+    Flush();
     if (width <= 0 || height <= 0 || srcWidth <= 0 || srcHeight <= 0 ||
         pixels.size() < static_cast<std::size_t>(srcWidth) * srcHeight)
         return;

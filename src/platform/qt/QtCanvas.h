@@ -39,17 +39,25 @@ public:
                        int srcWidth, int srcHeight) override;
 
     // The picture so far (RGB32); valid while the canvas lives.
-    const QImage& Image() const { return image_; }
+    const QImage& Image() const
+    {
+        Flush();
+        return image_;
+    }
     // 0x00RRGGBB of one pixel, 0 off the surface.
     std::uint32_t Pixel(int x, int y) const;
 
 private:
     void Line(int x0, int y0, int x1, int y1);
     void StrokeLine(int x0, int y0, int x1, int y1);
-    void ApplyPen();
+    // Lines of one colour and mode are gathered and drawn in one call; anything else that
+    // touches the image draws them first.
+    void Queue(QRgb color, const QLine& line);
+    void Flush() const;
+    QPainter::CompositionMode PenMode() const;
     // The painter's state changes only when it has to.
-    void SetMode(QPainter::CompositionMode mode);
-    void SetQtPen(QRgb color);
+    void SetMode(QPainter::CompositionMode mode) const;
+    void SetQtPen(QRgb color) const;
     void FillPath(const QPainterPath& path);
     QImage Wrap(int width, int height, const std::vector<std::uint32_t>& pixels) const;
 
@@ -62,10 +70,16 @@ private:
     int curX_ = 0;
     int curY_ = 0;
     int styleStep_ = 0;
-    QPainter::CompositionMode mode_ = QPainter::CompositionMode_SourceOver;
-    QRgb penColor_ = 0;
-    bool penSet_ = false;
-    QVector<QLine> runs_;
+    mutable QPainter::CompositionMode mode_ = QPainter::CompositionMode_SourceOver;
+    mutable QRgb penColor_ = 0;
+    mutable bool penSet_ = false;
+    mutable QVector<QLine> pending_;
+    QRgb pendingColor_ = 0;
+    QPainter::CompositionMode pendingMode_ = QPainter::CompositionMode_SourceOver;
+    QBrush hatch_;
+    std::int32_t hatchColor_ = 0;
+    bool hatchOpaque_ = false;
+    bool hatchSet_ = false;
 };
 
 } // namespace fw::qt
