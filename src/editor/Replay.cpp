@@ -194,13 +194,37 @@ int ReplayUi::FormConvertShape(std::vector<ShapeRecord>&)
     return code;
 }
 
-bool ReplayUi::ShapeProperties(ShapeRecord& shape, const PointList*)
+namespace {
+std::string Joined(const std::vector<std::string>& words)
+{
+    std::string out = "form";
+    for (const auto& w : words)
+        out += " " + w;
+    return out;
+}
+} // namespace
+
+bool ReplayUi::ShapeProperties(ShapeRecord& shape, const PointList* points)
 {
     const std::string text(TypeName(shape.gType));
     QueuedAnswer a;
     if (!Take(a)) {
         Log("shapeProperties", text, "cancel", false);
         return false;
+    }
+    while (a.kind == "form" && formAnswers) {
+        std::string why;
+        Log("shapeProperties", text, Joined(a.values), true);
+        const std::size_t entry = log.size() - 1;
+        const int r = formAnswers(a.values, &shape, nullptr, points, why);
+        if (!why.empty())
+            log[entry].answer += " (" + why + ")";
+        if (r >= 0)
+            return r == 1;
+        if (!Take(a)) {
+            Log("shapeProperties", text, "cancel", false);
+            return false;
+        }
     }
     const bool ok = a.kind == "ok" || a.kind == "yes";
     Log("shapeProperties", text, ok ? "ok" : "cancel", true);
@@ -214,6 +238,20 @@ bool ReplayUi::ObjectProperties(ObjectRecord& object)
     if (!Take(a)) {
         Log("objectProperties", text, "cancel", false);
         return false;
+    }
+    while (a.kind == "form" && formAnswers) {
+        std::string why;
+        Log("objectProperties", text, Joined(a.values), true);
+        const std::size_t entry = log.size() - 1;
+        const int r = formAnswers(a.values, nullptr, &object, nullptr, why);
+        if (!why.empty())
+            log[entry].answer += " (" + why + ")";
+        if (r >= 0)
+            return r == 1;
+        if (!Take(a)) {
+            Log("objectProperties", text, "cancel", false);
+            return false;
+        }
     }
     const bool ok = a.kind == "ok" || a.kind == "yes";
     Log("objectProperties", text, ok ? "ok" : "cancel", true);
@@ -498,6 +536,9 @@ bool ReplaySession::Run(const std::string& rawLine, std::string& error)
                 a.kind = k;
                 a.values = {Resolve(w[2])};
             } else if (k == "text" && w.size() >= 3) {
+                a.kind = k;
+                a.values.assign(w.begin() + 2, w.end());
+            } else if (k == "form" && w.size() >= 4 && ui.formAnswers) {
                 a.kind = k;
                 a.values.assign(w.begin() + 2, w.end());
             } else {

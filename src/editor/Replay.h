@@ -15,6 +15,8 @@
 //   answer file PATH           ... to a file dialog
 //   answer text TEXT [TEXT]    ... to a form of text boxes; "ratio" or "noratio" may follow
 //   answer tip show|dontshow   ... to a design tip
+//   answer form NAME FIELD=VALUE ... ok|cancel
+//                              ... to a property dialog, when the harness has formAnswers
 //   save FILE                  write the project
 //   state FILE                 write the session's state as JSON
 //
@@ -23,6 +25,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <iosfwd>
 #include <string>
 #include <vector>
@@ -63,6 +66,14 @@ public:
     int FormConvertShape(std::vector<ShapeRecord>& copies) override;
     bool ShapeProperties(ShapeRecord& shape, const PointList* points) override;
     bool ObjectProperties(ObjectRecord& object) override;
+
+    // Answers "form" lines for the property dialogs, set by a program that links them: the
+    // words after "form", the record and its points (nullptr for an object), the session;
+    // 1 stored, 0 cancelled, -1 refused (the dialog stays open for the next answer); why tells
+    // why an answer couldn't be used.
+    std::function<int(const std::vector<std::string>& words, ShapeRecord* shape, ObjectRecord* object,
+                      const PointList* points, std::string& why)>
+        formAnswers;
 
     std::deque<QueuedAnswer> answers;
     std::vector<Entry> log;

@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "app/cli/Commands.h"
+#include "dialogs/FormAnswers.h"
 #include "editor/Replay.h"
 
 namespace fw::cli {
@@ -18,6 +19,15 @@ int Replay(const Args& args)
     if (base.empty())
         base = ".";
     ReplaySession replay(ProgramFolder(), base);
+    // "answer form ..." lines fill in the property dialogs and run their checks.
+    Session& session = replay.session;
+    replay.ui.formAnswers = [&session](const std::vector<std::string>& words, ShapeRecord* shape,
+                                       ObjectRecord* object, const PointList* points, std::string& why) {
+        const FormAnswerResult r =
+            shape ? AnswerShapeForm(words, *shape, points, false, session.values(), why)
+                  : AnswerObjectForm(words, *object, session.config, session.programFolder, session.values(), why);
+        return static_cast<int>(r);
+    };
     return replay.RunFile(args[0], std::cerr);
 }
 
