@@ -44,6 +44,11 @@ public:
     // Pops up "MnuClick2", "MnuClick3" or "MnuSelection" at the pointer and waits for the choice.
     void PopupMenu(const std::string& name) override;
 
+    // The shape and object dialogs (FormDispatch.cpp).
+    bool ShapeProperties(ShapeRecord& shape, const PointList* points) override;
+    bool NewShapeProperties(ShapeRecord& shape, const PointList* points) override;
+    bool ObjectProperties(ObjectRecord& object) override;
+
 private:
     QPointer<QWidget> parent_;
     QPointer<QWidget> canvas_;
