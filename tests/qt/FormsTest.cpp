@@ -1,0 +1,167 @@
+// The property forms driven as a user would: fields typed, OK pressed, the window closed.
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDialog>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTimer>
+
+#include "core/Records.h"
+#include "platform/ScriptedUi.h"
+#include "platform/qt/FormOvor.h"
+#include "platform/qt/FormRunway.h"
+#include "platform/qt/FormSettings.h"
+#include "platform/qt/FormShape.h"
+
+namespace fw::qt {
+namespace {
+
+// Runs the steps one after the other on the form that is open, each once the event loop runs.
+void Script(std::vector<std::function<void(QWidget*)>> steps)
+{
+    auto shared = std::make_shared<std::vector<std::function<void(QWidget*)>>>(std::move(steps));
+    auto next = std::make_shared<std::function<void(std::size_t)>>();
+    *next = [shared, next](std::size_t i) {
+        if (i >= shared->size())
+            return;
+        QTimer::singleShot(0, [shared, next, i] {
+            QWidget* w = QApplication::activeModalWidget();
+            if (!w) {
+                (*next)(i); // not open yet: try again
+                return;
+            }
+            (*shared)[i](w);
+            (*next)(i + 1);
+        });
+    };
+    (*next)(0);
+}
+
+void Type(QWidget* form, const char* name, const QString& text)
+{
+    auto* e = form->findChild<QLineEdit*>(name);
+    ASSERT_NE(e, nullptr) << name;
+    e->setText(text);
+}
+
+void Press(QWidget* form, const char* name)
+{
+    auto* b = form->findChild<QPushButton*>(name);
+    ASSERT_NE(b, nullptr) << name;
+    b->click();
+}
+
+void Key(QWidget* field, char c)
+{
+    QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(QChar(c)));
+    QApplication::sendEvent(field, &press);
+}
+
+TEST(Forms, VorRefusesThenStoresAndNamesGetUnderscores)
+{
+    ScriptedUi ui;
+    ObjectRecord o;
+    ResetObject(o, kVor, "/p/");
+    Script({[](QWidget* f) {
+                Type(f, "Text1", "135.8");
+                auto* name = f->findChild<QLineEdit*>("Text4");
+                name->clear();
+                for (char c : std::string("My VOR;"))
+                    Key(name, c);
+                Press(f, "OK");
+            },
+            [](QWidget* f) {
+                EXPECT_TRUE(f->isVisible());
+                Type(f, "Text1", "135.75");
+                Press(f, "OK");
+            }});
+    EXPECT_TRUE(RunFormOvor(o, {'.', &ui}, nullptr));
+    EXPECT_EQ(ui.Messages(), std::vector<std::string>{"You entered a wrong value for the frequency!"});
+    EXPECT_EQ(o.Frequency(), 135.75);
+    EXPECT_EQ(o.NavName(), "My_VOR");
+}
+
+TEST(Forms, NewShapeClosesOnlyWithOk)
+{
+    ScriptedUi ui;
+    ShapeRecord s;
+    s.gType = kPoly;
+    ResetShape(s, kPoly);
+    ConfigRecord config;
+    ResetConfig(config, "/p/");
+    const PointList pts{{0, 0}, {100, 0}, {100, 100}};
+    ShapeFormContext c{{'.', &ui}, "/p/", &config, &pts, true};
+    Script({[](QWidget* f) {
+                EXPECT_FALSE(f->findChild<QPushButton*>("Cancel")->isVisibleTo(f));
+                f->close();
+                static_cast<QDialog*>(f)->reject();
+            },
+            [](QWidget* f) {
+                EXPECT_TRUE(f->isVisible());
+                Type(f, "Range", "32001");
+                f->findChild<QCheckBox*>("Dusk")->setChecked(false);
+                Press(f, "OK");
+            },
+            [](QWidget* f) {
+                Type(f, "Range", "32000");
+                Press(f, "OK");
+            }});
+    EXPECT_TRUE(RunFormShape(s, c, nullptr));
+    EXPECT_EQ(ui.Messages(), std::vector<std::string>{"You entered a wrong value for the visibility range!"});
+    EXPECT_EQ(s.vRange, 32000);
+    EXPECT_EQ(s.vTime, kTimeDay | kTimeNight);
+}
+
+TEST(Forms, RunwayCaptionsFollowTheNumberAndCancelKeepsTheRecord)
+{
+    ScriptedUi ui;
+    ObjectRecord o;
+    ResetObject(o, kRunway, "/p/");
+    o.RwyNumber() = 18;
+    Script({[](QWidget* f) {
+        bool seen = false;
+        for (QLabel* l : f->findChildren<QLabel*>())
+            seen = seen || l->text() == "Runway 36:";
+        EXPECT_TRUE(seen);
+        Type(f, "Length", "5");
+        Press(f, "Cancel");
+    }});
+    EXPECT_FALSE(RunFormRunway(o, {'.', &ui}, nullptr));
+    EXPECT_EQ(o.Length(), 9000);
+}
+
+TEST(Forms, NewProjectSettingsRefuseLongitude180AndCannotBeCancelled)
+{
+    ScriptedUi ui;
+    ProjectRecord p;
+    ResetProject(p);
+    ConfigRecord config;
+    ResetConfig(config, "/p/");
+    Script({[](QWidget* f) {
+                EXPECT_FALSE(f->findChild<QPushButton*>("Cancel")->isEnabled());
+                static_cast<QDialog*>(f)->reject();
+            },
+            [](QWidget* f) {
+                EXPECT_TRUE(f->isVisible());
+                Type(f, "Text5", "180");
+                Press(f, "OK");
+            },
+            [](QWidget* f) {
+                Type(f, "Text5", "-75.5");
+                Type(f, "Text1", "Fieldtown");
+                Press(f, "OK");
+            }});
+    EXPECT_TRUE(RunFormSettings(p, true, {'.', &ui}, config, "/p/", nullptr));
+    EXPECT_EQ(ui.Messages(), std::vector<std::string>{"You entered a wrong value for the longitude (degrees)!"});
+    EXPECT_EQ(p.LongitudeDegree, -75.5);
+    EXPECT_EQ(p.Name, "Fieldtown");
+}
+
+} // namespace
+} // namespace fw::qt
