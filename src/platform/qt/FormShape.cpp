@@ -379,7 +379,10 @@ bool RunFormShape(ShapeRecord& record, const ShapeFormContext& c, QWidget* paren
             colorBox->setText("Pick color (" + QString::number(col) + ")");
         } else {
             const QColor q = ToColor(col);
-            colorBox->setStyleSheet(QString("background-color: %1").arg(q.name()));
+            // The caption stays readable on any colour.
+            const bool dark = q.red() * 299 + q.green() * 587 + q.blue() * 114 < 128000;
+            colorBox->setStyleSheet(
+                QString("background-color: %1; color: %2").arg(q.name(), dark ? "white" : "black"));
         }
     };
     showColor();
