@@ -52,6 +52,11 @@ struct FormRunway {
     OkResult Ok(const ValueContext& ctx, ObjectRecord& r) const;
     // The end labels of the ILS and marker pages: "Runway 05:" and "Runway 23:".
     std::array<std::string, 2> Rwy_caption() const;
+    // The fields hanging on a check box: the lights page, and per end (0 near, 1 far) the ILS
+    // and marker fields. Switched off they keep their values.
+    bool LightsEnabled() const { return values.Tick("EnableLights"); }
+    bool IlsEnabled(int end) const { return values.Tick(end == 0 ? "IlsEnabledN" : "IlsEnabledF"); }
+    bool MarkersEnabled(int end) const { return values.Tick(end == 0 ? "MarkerEnabledN" : "markerEnabledF"); }
     FormValues values;
 };
 

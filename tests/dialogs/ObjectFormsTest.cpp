@@ -126,6 +126,18 @@ TEST(RunwayCaption, EndsAndDesignators)
     o.RwyNumber() = 5;
     f.Show_(o, '.');
     EXPECT_EQ(f.Rwy_caption(), (std::array<std::string, 2>{"Runway 05:", "Runway 23:"}));
+    f.values.SetInt("RwyDesignator", 1);
+    EXPECT_EQ(f.Rwy_caption(), (std::array<std::string, 2>{"Runway 05L:", "Runway 23R:"}));
+
+    // Defaults: lights on, ILS and markers off at both ends; switching off keeps the values.
+    EXPECT_TRUE(f.LightsEnabled());
+    EXPECT_FALSE(f.IlsEnabled(0));
+    EXPECT_FALSE(f.MarkersEnabled(1));
+    f.values.SetTick("IlsEnabledF", true);
+    EXPECT_TRUE(f.IlsEnabled(1));
+    f.values.SetTick("EnableLights", false);
+    EXPECT_FALSE(f.LightsEnabled());
+    EXPECT_EQ(f.values.Text("IlsFreqF"), "123.45");
 }
 
 TEST_F(Dialog, RunwayChecksInTheirOrder)

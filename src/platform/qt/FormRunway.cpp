@@ -134,16 +134,15 @@ bool RunFormRunway(ObjectRecord& record, const ValueContext& ctx, QWidget* paren
     form.Load(model.values);
 
     const auto refresh = [&] {
-        model.values.SetInt("RwyNumber", number->currentIndex());
-        model.values.SetInt("RwyDesignator", designator->currentIndex());
+        form.Save(model.values);
         const auto captions = model.Rwy_caption();
         for (int e = 0; e < 2; ++e) {
             endLabels[e]->setText(ToQt(captions[e]));
             endLabels[2 + e]->setText(ToQt(captions[e]));
-            ilsFields[e]->setEnabled(ilsEnable[e]->isChecked());
-            markerFields[e]->setEnabled(markerEnable[e]->isChecked());
+            ilsFields[e]->setEnabled(model.IlsEnabled(e));
+            markerFields[e]->setEnabled(model.MarkersEnabled(e));
         }
-        lightFields->setEnabled(enableLights->isChecked());
+        lightFields->setEnabled(model.LightsEnabled());
     };
     refresh();
     QObject::connect(number, &QComboBox::currentIndexChanged, &form, refresh);

@@ -198,6 +198,7 @@ bool RunFormShape(ShapeRecord& record, const ShapeFormContext& c, QWidget* paren
 
     // general
     auto* general = new QWidget;
+    general->setObjectName("general");
     auto* g = new QGridLayout(general);
     AddRow(g, "Comment:", form.Text("Comment", TextKey));
     QCheckBox* colored = form.Check("Colored", "Colored");
@@ -234,6 +235,7 @@ bool RunFormShape(ShapeRecord& record, const ShapeFormContext& c, QWidget* paren
 
     // texture
     auto* texture = new QWidget;
+    texture->setObjectName("texture");
     auto* t = new QGridLayout(texture);
     auto* texList = new QListWidget(texture);
     texList->setObjectName("TextureList");
@@ -267,6 +269,7 @@ bool RunFormShape(ShapeRecord& record, const ShapeFormContext& c, QWidget* paren
 
     // mapping
     auto* mapping = new QWidget;
+    mapping->setObjectName("mapping");
     auto* m = new QVBoxLayout(mapping);
     MapPicture* map = nullptr;
     BandPicture* bands = nullptr;
@@ -335,6 +338,7 @@ bool RunFormShape(ShapeRecord& record, const ShapeFormContext& c, QWidget* paren
 
     // visibility
     auto* visibility = new QWidget;
+    visibility->setObjectName("visibility");
     auto* v = new QGridLayout(visibility);
     AddRow(v, "Range:", form.Text("Range", [](int k) { return KeyNumber(k, false); }), "meters ");
     auto* times = new QWidget;
