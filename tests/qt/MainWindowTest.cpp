@@ -489,6 +489,15 @@ TEST_F(FileCommands, SaveAsNewAndRecentFollowTheTitleAndTheRecentMenu)
     EXPECT_TRUE(w.toolButton(21)->isChecked());
 }
 
+TEST_F(FileCommands, ProjectSettingsOkMarksTheProjectChangedWithoutAnUndoStep)
+{
+    MainWindow w(session, ui);
+    WireSettingsCommands(w, session);
+    w.action("MnuFsettings")->trigger();
+    EXPECT_EQ(session.dirty, 1);
+    EXPECT_EQ(session.canUndo, 0);
+}
+
 TEST_F(FileCommands, OpenOfAMissingFileTellsAndKeepsTheProject)
 {
     MainWindow w(session, ui);
