@@ -4,7 +4,6 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QInputDialog>
 #include <QListWidget>
 #include <QMouseEvent>
 #include <QPainter>
@@ -17,6 +16,7 @@
 #include "dialogs/FormShape.h"
 #include "platform/qt/FormBase.h"
 #include "platform/qt/FormConverter.h"
+#include "platform/qt/FormTex.h"
 #include "platform/qt/QtCanvas.h"
 #include "platform/qt/QtText.h"
 #include "render/Texture.h"
@@ -380,7 +380,13 @@ bool RunFormShape(ShapeRecord& record, const ShapeFormContext& c, QWidget* paren
     const auto showColor = [&] {
         const std::int32_t col = model.values.Int("Color");
         if (record.gType == kDotLine) {
-            colorBox->setText("Pick color (" + QString::number(col) + ")");
+            // A dotted line's colour is a palette entry: the box shows that entry.
+            Palette pal{};
+            LoadPalette(c.programFolder, pal);
+            const auto& e = pal[static_cast<std::size_t>(col) & 0xFF];
+            colorBox->setStyleSheet(QString("background-color: %1; color: %2")
+                                        .arg(QColor(e[0], e[1], e[2]).name(),
+                                             e[0] * 299 + e[1] * 587 + e[2] * 114 < 128000 ? "white" : "black"));
         } else {
             const QColor q = ToColor(col);
             // The caption stays readable on any colour.
@@ -392,10 +398,8 @@ bool RunFormShape(ShapeRecord& record, const ShapeFormContext& c, QWidget* paren
     showColor();
     QObject::connect(colorBox, &QPushButton::clicked, &form, [&] {
         if (record.gType == kDotLine) {
-            bool ok = false;
-            const int entry = QInputDialog::getInt(&form, "Pick color", "Dot colour:", model.values.Int("Color"),
-                                                   0, 255, 1, &ok);
-            if (ok)
+            int entry = model.values.Int("Color");
+            if (RunFormColor(c.programFolder, entry, &form))
                 model.values.SetInt("Color", entry);
         } else {
             const QColor q = QColorDialog::getColor(ToColor(model.values.Int("Color")), &form, "Pick color");
