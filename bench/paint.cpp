@@ -128,6 +128,19 @@ void OverlayDrag(benchmark::State& state)
     s.editor.EditState = 0;
 }
 
+// What every full frame costs before anything is drawn: the white fill and the present copy.
+void ClearAndPresent(benchmark::State& state)
+{
+    RasterCanvas back(kWidth, kHeight);
+    RasterCanvas window(kWidth, kHeight);
+    for (auto _ : state) {
+        back.FillWhite(0, 0, kWidth, kHeight);
+        window.CopyFrom(back);
+        benchmark::DoNotOptimize(window.Pixels().data());
+    }
+}
+
+BENCHMARK(ClearAndPresent)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(FullFrame, zoom25, 0.25)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(Reference, zoom25, 0.25)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(FullFrame, zoom400, 4.0)->Unit(benchmark::kMillisecond);

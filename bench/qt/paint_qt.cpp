@@ -123,6 +123,19 @@ void OverlayDrag(benchmark::State& state)
     s.editor.EditState = 0;
 }
 
+// What every full frame costs before anything is drawn: the white fill and the present copy.
+void ClearAndPresent(benchmark::State& state)
+{
+    QtCanvas back(kWidth, kHeight);
+    QtCanvas window(kWidth, kHeight);
+    for (auto _ : state) {
+        back.FillWhite(0, 0, kWidth, kHeight);
+        window.CopyFrom(back);
+        benchmark::DoNotOptimize(window.Image().constBits());
+    }
+}
+
+BENCHMARK(ClearAndPresent)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(FullFrame, zoom25, 0.25)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(DrawLinesReference, zoom25, 0.25)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(FullFrame, zoom400, 4.0)->Unit(benchmark::kMillisecond);

@@ -33,6 +33,9 @@ QtCanvas::QtCanvas(int width, int height)
     : image_(std::max(width, 1), std::max(height, 1), QImage::Format_RGB32)
 {
     image_.fill(Qt::white);
+    // The painter and the direct pixel writes of slanted lines share this one buffer.
+    bits_ = reinterpret_cast<QRgb*>(image_.bits());
+    stride_ = static_cast<std::size_t>(image_.bytesPerLine()) / sizeof(QRgb);
     painter_ = std::make_unique<QPainter>(&image_);
     painter_->setRenderHint(QPainter::Antialiasing, false);
     painter_->setRenderHint(QPainter::SmoothPixmapTransform, false);
@@ -157,7 +160,7 @@ void QtCanvas::StrokeLine(int x0, int y0, int x1, int y1)
     const std::int64_t first = std::max<std::int64_t>(0, forward ? -1 - major0 : major0 - majorLimit);
     const std::int64_t last = std::min<std::int64_t>(steps - 1, forward ? majorLimit - major0 : major0 + 1);
     // Level, upright and 45-degree lines go to QPainter whole; on any other slope its walk would
-    // settle the half-way pixels its own way, so the walk's pixels are handed over instead.
+    // settle the half-way pixels its own way, so the walk's own pixels are set instead.
     const bool straight = dx == 0 || dy == 0 || std::llabs(dx) == std::llabs(dy);
     if (!styled && straight) {
         if (last < first)
@@ -187,31 +190,22 @@ void QtCanvas::StrokeLine(int x0, int y0, int x1, int y1)
         }
     };
     if (!styled) {
-        // The walk's pixels as level (or upright) runs, one drawLines for the segment.
-        const QRect bounds = image_.rect().adjusted(-1, -1, 1, 1);
-        QPoint runStart = p;
-        QPoint runEnd = p;
-        bool inRun = false;
-        auto flush = [&] {
-            if (inRun)
-                for (int k = 0; k < offsets; ++k)
-                    Queue(color.rgb(), QLine(runStart + QPoint(k & 1, k >> 1), runEnd + QPoint(k & 1, k >> 1)));
-            inRun = false;
-        };
-        for (std::int64_t i = first; i <= last; ++i, advance()) {
-            if (!bounds.contains(p)) {
-                flush();
-                continue;
+        // The walk's pixels go straight into the image the painter works on, after the lines
+        // still queued, so that the order of painting holds.
+        Flush();
+        const int w = image_.width();
+        const int h = image_.height();
+        const QRgb rgb = 0xFF000000u | (color.rgb() & 0xFFFFFFu);
+        const bool mask = rop_ == RasterOp::MaskPen;
+        for (std::int64_t i = first; i <= last; ++i, advance())
+            for (int k = 0; k < offsets; ++k) {
+                const int x = p.x() + (k & 1);
+                const int y = p.y() + (k >> 1);
+                if (x < 0 || y < 0 || x >= w || y >= h)
+                    continue;
+                QRgb& px = bits_[static_cast<std::size_t>(y) * stride_ + x];
+                px = mask ? (px & rgb) : rgb;
             }
-            const bool sameRun = inRun && (xMajorAxis ? p.y() == runEnd.y() : p.x() == runEnd.x());
-            if (!sameRun) {
-                flush();
-                runStart = p;
-                inRun = true;
-            }
-            runEnd = p;
-        }
-        flush();
         return;
     }
     // The dotted pen: the pattern runs on from the previous segment of the polyline.

@@ -62,6 +62,8 @@ private:
     QImage Wrap(int width, int height, const std::vector<std::uint32_t>& pixels) const;
 
     QImage image_;
+    QRgb* bits_ = nullptr;
+    std::size_t stride_ = 0;
     std::unique_ptr<QPainter> painter_;
     Pen pen_;
     Brush brush_{Brush::Kind::Solid, 0xFFFFFF};
