@@ -204,58 +204,62 @@ std::string Joined(const std::vector<std::string>& words)
 }
 } // namespace
 
-bool ReplayUi::ShapeProperties(ShapeRecord& shape, const PointList* points)
+bool ReplayUi::AnswerDialog(const std::string& kind, const std::string& text, const FormTarget& target)
 {
-    const std::string text(TypeName(shape.gType));
     QueuedAnswer a;
-    if (!Take(a)) {
-        Log("shapeProperties", text, "cancel", false);
-        return false;
-    }
-    while (a.kind == "form" && formAnswers) {
+    bool taken = Take(a);
+    while (taken && a.kind == "form" && formAnswers) {
         std::string why;
-        Log("shapeProperties", text, Joined(a.values), true);
+        Log(kind, text, Joined(a.values), true);
         const std::size_t entry = log.size() - 1;
-        const int r = formAnswers(a.values, &shape, nullptr, points, why);
+        const int r = formAnswers(a.values, target, why);
         if (!why.empty())
             log[entry].answer += " (" + why + ")";
         if (r >= 0)
             return r == 1;
-        if (!Take(a)) {
-            Log("shapeProperties", text, "cancel", false);
-            return false;
-        }
+        taken = Take(a);
+    }
+    if (!taken) {
+        Log(kind, text, "cancel", false);
+        return false;
     }
     const bool ok = a.kind == "ok" || a.kind == "yes";
-    Log("shapeProperties", text, ok ? "ok" : "cancel", true);
+    Log(kind, text, ok ? "ok" : "cancel", true);
     return ok;
+}
+
+bool ReplayUi::ShapeProperties(ShapeRecord& shape, const PointList* points)
+{
+    FormTarget t;
+    t.shape = &shape;
+    t.points = points;
+    return AnswerDialog("shapeProperties", std::string(TypeName(shape.gType)), t);
+}
+
+bool ReplayUi::NewShapeProperties(ShapeRecord& shape, const PointList* points)
+{
+    FormTarget t;
+    t.shape = &shape;
+    t.points = points;
+    t.mustComplete = true;
+    return AnswerDialog("shapeProperties", std::string(TypeName(shape.gType)), t);
 }
 
 bool ReplayUi::ObjectProperties(ObjectRecord& object)
 {
-    const std::string text(TypeName(object.oType));
-    QueuedAnswer a;
-    if (!Take(a)) {
-        Log("objectProperties", text, "cancel", false);
-        return false;
-    }
-    while (a.kind == "form" && formAnswers) {
-        std::string why;
-        Log("objectProperties", text, Joined(a.values), true);
-        const std::size_t entry = log.size() - 1;
-        const int r = formAnswers(a.values, nullptr, &object, nullptr, why);
-        if (!why.empty())
-            log[entry].answer += " (" + why + ")";
-        if (r >= 0)
-            return r == 1;
-        if (!Take(a)) {
-            Log("objectProperties", text, "cancel", false);
-            return false;
-        }
-    }
-    const bool ok = a.kind == "ok" || a.kind == "yes";
-    Log("objectProperties", text, ok ? "ok" : "cancel", true);
-    return ok;
+    FormTarget t;
+    t.object = &object;
+    return AnswerDialog("objectProperties", std::string(TypeName(object.oType)), t);
+}
+
+bool ReplayUi::ProjectSettings(ProjectRecord& project, bool newProject)
+{
+    if (answers.empty() || answers.front().kind != "form" || !formAnswers)
+        return Ui::ProjectSettings(project, newProject);
+    FormTarget t;
+    t.project = &project;
+    t.mustComplete = newProject;
+    return AnswerDialog("projectSettings", project.Name, t);
 }
 
 // ---- the harness ----

@@ -66,14 +66,21 @@ public:
     int FormConvertShape(std::vector<ShapeRecord>& copies) override;
     bool ShapeProperties(ShapeRecord& shape, const PointList* points) override;
     bool ObjectProperties(ObjectRecord& object) override;
+    bool NewShapeProperties(ShapeRecord& shape, const PointList* points) override;
+    // Answered only by a queued "form" answer; otherwise OK, as without a window.
+    bool ProjectSettings(ProjectRecord& project, bool newProject) override;
 
     // Answers "form" lines for the property dialogs, set by a program that links them: the
-    // words after "form", the record and its points (nullptr for an object), the session;
-    // 1 stored, 0 cancelled, -1 refused (the dialog stays open for the next answer); why tells
-    // why an answer couldn't be used.
-    std::function<int(const std::vector<std::string>& words, ShapeRecord* shape, ObjectRecord* object,
-                      const PointList* points, std::string& why)>
-        formAnswers;
+    // words after "form" and the record the dialog edits; 1 stored, 0 cancelled, -1 refused
+    // (the dialog stays open for the next answer); why tells why an answer couldn't be used.
+    struct FormTarget {
+        ShapeRecord* shape = nullptr;
+        ObjectRecord* object = nullptr;
+        ProjectRecord* project = nullptr;
+        const PointList* points = nullptr;
+        bool mustComplete = false; // a new shape or project: only OK closes the dialog
+    };
+    std::function<int(const std::vector<std::string>& words, const FormTarget& target, std::string& why)> formAnswers;
 
     std::deque<QueuedAnswer> answers;
     std::vector<Entry> log;
@@ -87,6 +94,8 @@ public:
 
 private:
     bool Take(QueuedAnswer& a);
+    // A property dialog: "form" answers until one closes it, else the next plain answer.
+    bool AnswerDialog(const std::string& kind, const std::string& text, const FormTarget& target);
     void Log(const std::string& kind, const std::string& text, const std::string& answer, bool queued);
 };
 

@@ -21,11 +21,15 @@ int Replay(const Args& args)
     ReplaySession replay(ProgramFolder(), base);
     // "answer form ..." lines fill in the property dialogs and run their checks.
     Session& session = replay.session;
-    replay.ui.formAnswers = [&session](const std::vector<std::string>& words, ShapeRecord* shape,
-                                       ObjectRecord* object, const PointList* points, std::string& why) {
-        const FormAnswerResult r =
-            shape ? AnswerShapeForm(words, *shape, points, false, session.values(), why)
-                  : AnswerObjectForm(words, *object, session.config, session.programFolder, session.values(), why);
+    replay.ui.formAnswers = [&session](const std::vector<std::string>& words, const ReplayUi::FormTarget& t,
+                                       std::string& why) {
+        FormAnswerResult r = FormAnswerResult::Refused;
+        if (t.shape)
+            r = AnswerShapeForm(words, *t.shape, t.points, t.mustComplete, session.values(), why);
+        else if (t.object)
+            r = AnswerObjectForm(words, *t.object, session.config, session.programFolder, session.values(), why);
+        else if (t.project)
+            r = AnswerProjectForm(words, *t.project, t.mustComplete, session.values(), why);
         return static_cast<int>(r);
     };
     return replay.RunFile(args[0], std::cerr);
