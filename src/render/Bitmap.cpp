@@ -91,6 +91,8 @@ BmpResult DecodeBmp(const std::vector<unsigned char>& b, int maxWidth, int maxHe
             masks[1] = U32(b, at + 4);
             masks[2] = U32(b, at + 8);
         } else {
+            if (b.size() < at + 12)
+                return BmpResult::Unreadable;
             masks[0] = U32(b, 14 + 40);
             masks[1] = U32(b, 14 + 44);
             masks[2] = U32(b, 14 + 48);

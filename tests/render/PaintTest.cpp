@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <fstream>
+#include <random>
 
 #include "editor/ImageFrame.h"
 #include "platform/ScriptedUi.h"
@@ -515,6 +516,29 @@ TEST(ReadBmp, DecodesBottomUpRowsAndRefusesDamage)
     bytes.resize(60);
     EXPECT_EQ(DecodeBmp(bytes, 800, 600, w, h, px), BmpResult::Unreadable);
     EXPECT_EQ(DecodeBmp({'B', 'M'}, 800, 600, w, h, px), BmpResult::Unreadable);
+}
+
+TEST(ReadBmp, DamagedHeadersNeverReadOutsideTheFile)
+{
+    std::mt19937 rng(11);
+    const auto good = Bmp24(5, 4, 0x445566);
+    for (int round = 0; round < 3000; ++round) {
+        auto bytes = good;
+        const int changes = 1 + round % 6;
+        for (int k = 0; k < changes; ++k)
+            bytes[rng() % 54] = static_cast<unsigned char>(rng());
+        if (round % 5 == 1) { // bit fields with a longer header, cut short
+            bytes[14] = 108;
+            bytes[28] = 32;
+            bytes[30] = 3;
+        }
+        if (round % 3 == 0)
+            bytes.resize(rng() % bytes.size());
+        std::int32_t w = 0, h = 0;
+        std::vector<std::uint32_t> px;
+        if (DecodeBmp(bytes, 800, 600, w, h, px) == BmpResult::Ok)
+            EXPECT_EQ(px.size(), static_cast<std::size_t>(w) * h);
+    }
 }
 
 TEST(GetPicture, TooLargeIsRefusedAndTheOldImageStays)
