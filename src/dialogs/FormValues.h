@@ -13,7 +13,7 @@ class FormValues {
 public:
     std::string& operator[](const std::string& name) { return values_[name]; }
     std::string Text(const std::string& name) const;
-    // A tick or a list position; an empty or unreadable text counts as 0 (-1 for a list: none).
+    // A tick or a list position (-1: no selection); an empty or unreadable text counts as 0.
     int Int(const std::string& name) const;
     bool Tick(const std::string& name) const { return Int(name) != 0; }
     void SetInt(const std::string& name, int value) { values_[name] = std::to_string(value); }

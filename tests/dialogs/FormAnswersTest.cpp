@@ -83,3 +83,46 @@ TEST_F(Answers, SignsAndProjectSettings)
 
 } // namespace
 } // namespace fw
+
+namespace fw {
+namespace {
+
+TEST_F(Answers, OutOfRangeListPositionsAndTicksNeverLeaveTheRecordsBounds)
+{
+    ObjectRecord r;
+    ResetObject(r, kRunway, "/prog/");
+    EXPECT_EQ(AnswerObjectForm({"FormRunway", "Surface=-5", "VasiBarsN=999", "RwyNumber=-3", "RwyDesignator=77",
+                                "AprLF=x", "LightIntensity=5", "ok"},
+                               r, config, "/prog/", ctx, problem),
+              FormAnswerResult::Stored);
+    EXPECT_EQ(r.Surface(), kSurfaceAsphalt); // no row chosen: the surface stays
+    EXPECT_EQ(r.VasiBarsN(), 8);
+    EXPECT_EQ(r.RwyNumber(), 0);
+    EXPECT_EQ(r.RwyDesignator(), 3);
+    EXPECT_EQ(r.AprLF(), 0);
+
+    ObjectRecord a;
+    ResetObject(a, kApi, "/prog/");
+    EXPECT_EQ(AnswerObjectForm({"FormOapi", "Combo1=99999", "Combo2=-4", "ok"}, a, config, "/prog/", ctx, problem),
+              FormAnswerResult::Stored);
+    EXPECT_EQ(a.DetailLevel(), 0);
+    EXPECT_EQ(AnswerObjectForm({"FormOapi", "Combo1=-7", "ok"}, a, config, "/prog/", ctx, problem),
+              FormAnswerResult::Stored);
+
+    ObjectRecord s;
+    ResetObject(s, kSign, "/prog/");
+    EXPECT_EQ(AnswerObjectForm({"FormSign", "Type9=1", "Type1=", "ok"}, s, config, "/prog/", ctx, problem),
+              FormAnswerResult::Refused);
+    EXPECT_EQ(problem, "FormSign has no field Type9");
+
+    ShapeRecord t;
+    t.gType = kTexPoly;
+    ResetShape(t, kTexPoly);
+    EXPECT_EQ(AnswerShapeForm({"FormShape", "SliderColor=4000", "Layer=-1", "ok"}, t, nullptr, false, ctx, problem),
+              FormAnswerResult::Stored);
+    EXPECT_EQ(t.mSliderColor, 255);
+    EXPECT_EQ(t.vLayer, 0);
+}
+
+} // namespace
+} // namespace fw
