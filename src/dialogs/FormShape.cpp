@@ -374,3 +374,36 @@ std::string TextureFolderLabel(const std::string& folder)
 }
 
 } // namespace fw
+
+namespace fw {
+
+namespace {
+constexpr int kCellStep = 26;
+constexpr int kCellSize = 23;
+constexpr int kLeft = 2;
+constexpr int kFirstRowTop = 2;
+constexpr int kSecondRowTop = 52; // below the label of the short-range colours
+} // namespace
+
+CellRect PaletteCell(int index)
+{
+    if (index >= 1 && index <= 14)
+        return {kLeft + (index - 1) * kCellStep, kFirstRowTop, kCellSize, kCellSize};
+    if (index >= 16 && index <= 30)
+        return {kLeft + (index - 16) * kCellStep, kSecondRowTop, kCellSize, kCellSize};
+    return {};
+}
+
+int PaletteCellAt(int x, int y)
+{
+    for (int i = 1; i <= 30; ++i) {
+        if (i == 15)
+            continue;
+        const CellRect c = PaletteCell(i);
+        if (x >= c.x && x < c.x + c.w && y >= c.y && y < c.y + c.h)
+            return i;
+    }
+    return -1;
+}
+
+} // namespace fw

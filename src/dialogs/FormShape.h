@@ -99,3 +99,16 @@ PointList PreviewOutline(const PointList& points, int width, int height);
 std::string TextureFolderLabel(const std::string& folder);
 
 } // namespace fw
+
+namespace fw {
+
+// The palette picker's cells: 1..14 in the first row, 16..30 in the second, each 26 pixels wide
+// with 23 pixels of colour. Left, top, width and height of a cell's colour; the cell at a point, or
+// -1 outside every cell.
+struct CellRect {
+    int x = 0, y = 0, w = 0, h = 0;
+};
+CellRect PaletteCell(int index);
+int PaletteCellAt(int x, int y);
+
+} // namespace fw

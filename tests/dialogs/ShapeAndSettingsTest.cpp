@@ -250,3 +250,23 @@ TEST(Converter, Angles)
 
 } // namespace
 } // namespace fw
+
+namespace fw {
+namespace {
+
+TEST(PaletteCells, TwoRowsAndTheGapsBetweenCells)
+{
+    EXPECT_EQ(PaletteCellAt(2, 2), 1);
+    EXPECT_EQ(PaletteCellAt(2 + 22, 2 + 22), 1);
+    EXPECT_EQ(PaletteCellAt(2 + 23, 10), -1); // the three pixels between two cells
+    EXPECT_EQ(PaletteCellAt(2 + 26, 10), 2);
+    EXPECT_EQ(PaletteCellAt(2 + 13 * 26 + 5, 10), 14);
+    EXPECT_EQ(PaletteCellAt(2 + 14 * 26 + 5, 10), -1); // no cell 15
+    EXPECT_EQ(PaletteCellAt(2 + 1 * 26 + 5, 60), 17);
+    EXPECT_EQ(PaletteCellAt(2 + 14 * 26 + 5, 60), 30);
+    EXPECT_EQ(PaletteCellAt(5, 40), -1);
+    EXPECT_EQ(PaletteCell(15).w, 0);
+}
+
+} // namespace
+} // namespace fw

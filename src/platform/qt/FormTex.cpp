@@ -125,9 +125,8 @@ public:
 protected:
     QRect Cell(int i) const
     {
-        if (i >= 1 && i <= 14)
-            return QRect(2 + (i - 1) * 26, 2, 23, 23);
-        return QRect(2 + (i - 16) * 26, 52, 23, 23);
+        const CellRect c = PaletteCell(i);
+        return QRect(c.x, c.y, c.w, c.h);
     }
     void paintEvent(QPaintEvent*) override
     {
@@ -147,12 +146,12 @@ protected:
     }
     void mousePressEvent(QMouseEvent* e) override
     {
-        for (int i = 1; i <= 30; ++i)
-            if (i != 15 && Cell(i).contains(e->position().toPoint())) {
-                index_ = i;
-                update();
-                return;
-            }
+        const QPoint p = e->position().toPoint();
+        const int i = PaletteCellAt(p.x(), p.y());
+        if (i > 0) {
+            index_ = i;
+            update();
+        }
     }
 
 private:
