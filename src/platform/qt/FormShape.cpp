@@ -263,6 +263,9 @@ bool RunFormShape(ShapeRecord& record, const ShapeFormContext& c, QWidget* paren
             texList->addItem(ToQt(n));
     } else {
         texSwitch->hide();
+        texList->hide();
+        texPicture->hide();
+        texLabel->hide();
         t->addWidget(new QLabel(ToQt(f.textureTabText)), 0, 0);
     }
     tabs->addTab(texture, "Texture");
