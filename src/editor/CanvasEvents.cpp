@@ -125,7 +125,7 @@ void FinishShape(Session& s)
     rec.gKeep = static_cast<std::int32_t>(s.stores.PointStore[index].size()) - 1;
     if (rec.gType != kFlatten) {
         ShapeRecord copy = rec;
-        if (UiOf(s).ShapeProperties(copy, &s.stores.PointStore[index]))
+        if (UiOf(s).NewShapeProperties(copy, &s.stores.PointStore[index]))
             s.stores.ShapeStore[index] = copy;
     }
     MarkChanged(s, true);
