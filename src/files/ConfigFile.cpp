@@ -20,7 +20,7 @@ enum ConfigField {
 };
 
 // In written order; RecentFile comes behind them.
-constexpr KeySpec kConfigKeys[] = {
+constexpr KeyRule kConfigKeys[] = {
     {"BGLPath", ValueKind::String, 0, 0, FBGL},
     {"SCAPath", ValueKind::String, 0, 0, FSCA},
     {"APIPath", ValueKind::String, 0, 0, FAPI},
@@ -91,7 +91,7 @@ void ReadTokens(Session& s, const Tokens& given)
     ResetConfig(c, s.programFolder);
     ReadKeys(
         t, 0, [](std::string_view tok) { return FindKey(kConfigKeys, tok); },
-        [&](const KeySpec& k, ParsedValue& v) {
+        [&](const KeyRule& k, ParsedValue& v) {
             if (std::string* p = PathField(c, k.field)) {
                 *p = v.s;
             } else if (std::uint8_t* b = ByteField(c, k.field)) {

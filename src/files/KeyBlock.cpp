@@ -2,7 +2,7 @@
 
 namespace fw {
 
-bool ParseValue(const KeySpec& k, std::string_view token, ParsedValue& v)
+bool ParseValue(const KeyRule& k, std::string_view token, ParsedValue& v)
 {
     switch (k.kind) {
     case ValueKind::Byte: {

@@ -12,7 +12,7 @@ namespace fw {
 
 enum class ValueKind : std::uint8_t { Byte, Short, Long, Double, String };
 
-struct KeySpec {
+struct KeyRule {
     std::string_view key;
     ValueKind kind;
     double lower;
@@ -26,13 +26,13 @@ struct ParsedValue {
     std::string s;
 };
 
-bool ParseValue(const KeySpec& k, std::string_view token, ParsedValue& v);
+bool ParseValue(const KeyRule& k, std::string_view token, ParsedValue& v);
 
 constexpr std::size_t kNoClose = static_cast<std::size_t>(-1);
 
 // From start to the first ")" where a key is expected. Each key found by match(token) (a
-// KeySpec* or nullptr) gives the next token to its reader; an accepted value goes to
-// store(spec, value) and both tokens are passed, a rejected one leaves the field and passes the
+// KeyRule* or nullptr) gives the next token to its reader; an accepted value goes to
+// store(rule, value) and both tokens are passed, a rejected one leaves the field and passes the
 // key only. Returns the index of the ")" or kNoClose when the tokens end first. With stopAtClose
 // false every token up to the end is walked.
 template <class Match, class Store>
@@ -45,7 +45,7 @@ std::size_t ReadKeys(const Tokens& t, std::size_t start, Match&& match, Store&& 
         const std::string_view tok = t[i];
         if (stopAtClose && tok == ")")
             return i;
-        const KeySpec* k = tok.empty() ? nullptr : match(tok);
+        const KeyRule* k = tok.empty() ? nullptr : match(tok);
         if (k && i + 1 < n && ParseValue(*k, t[i + 1], v)) {
             store(*k, v);
             i += 2;
@@ -58,7 +58,7 @@ std::size_t ReadKeys(const Tokens& t, std::size_t start, Match&& match, Store&& 
 
 // Linear lookup in a table of keys.
 template <std::size_t N>
-const KeySpec* FindKey(const KeySpec (&table)[N], std::string_view token)
+const KeyRule* FindKey(const KeyRule (&table)[N], std::string_view token)
 {
     for (const auto& k : table)
         if (k.key == token)

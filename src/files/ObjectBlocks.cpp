@@ -32,30 +32,30 @@ enum Slot : int {
     SWriteOnlyExt,  // written from ExtN, never read
 };
 
-constexpr KeySpec Flag(std::string_view k, int i, int lo, int hi) { return {k, ValueKind::Byte, double(lo), double(hi), SFlag + i}; }
-constexpr KeySpec Short(std::string_view k, int i, int lo, int hi) { return {k, ValueKind::Short, double(lo), double(hi), SShort + i}; }
-constexpr KeySpec Dbl(std::string_view k, int i, double lo, double hi) { return {k, ValueKind::Double, lo, hi, SDouble + i}; }
-constexpr KeySpec Text(std::string_view k, int i) { return {k, ValueKind::String, 0, 0, SText + i}; }
-constexpr KeySpec kPosX{"PosX", ValueKind::Long, 0, 0, SPosX};
-constexpr KeySpec kPosY{"PosY", ValueKind::Long, 0, 0, SPosY};
-constexpr KeySpec kRot{"Rotation", ValueKind::Double, 0, 360, SRotation};
+constexpr KeyRule Flag(std::string_view k, int i, int lo, int hi) { return {k, ValueKind::Byte, double(lo), double(hi), SFlag + i}; }
+constexpr KeyRule Short(std::string_view k, int i, int lo, int hi) { return {k, ValueKind::Short, double(lo), double(hi), SShort + i}; }
+constexpr KeyRule Dbl(std::string_view k, int i, double lo, double hi) { return {k, ValueKind::Double, lo, hi, SDouble + i}; }
+constexpr KeyRule Text(std::string_view k, int i) { return {k, ValueKind::String, 0, 0, SText + i}; }
+constexpr KeyRule kPosX{"PosX", ValueKind::Long, 0, 0, SPosX};
+constexpr KeyRule kPosY{"PosY", ValueKind::Long, 0, 0, SPosY};
+constexpr KeyRule kRot{"Rotation", ValueKind::Double, 0, 360, SRotation};
 
 // Every table is in written order.
-constexpr KeySpec kVorKeys[] = {kPosX, kPosY, Dbl("Frequency", 0, 0, 1000), Short("Range", 0, 1, 255),
+constexpr KeyRule kVorKeys[] = {kPosX, kPosY, Dbl("Frequency", 0, 0, 1000), Short("Range", 0, 1, 255),
                                 Text("ID", 0), Text("Name", 1), Flag("DME", 0, 0, 1), Flag("Visible", 1, 0, 1)};
-constexpr KeySpec kNdbKeys[] = {kPosX, kPosY, Dbl("Frequency", 0, 0, 1000), Short("Range", 0, 1, 255),
+constexpr KeyRule kNdbKeys[] = {kPosX, kPosY, Dbl("Frequency", 0, 0, 1000), Short("Range", 0, 1, 255),
                                 Text("ID", 0), Text("Name", 1), Flag("Visible", 0, 0, 1)};
-constexpr KeySpec kExcludeKeys[] = {kPosX, kPosY, Short("Width", 0, 20, 10000), Short("Height", 1, 20, 10000),
+constexpr KeyRule kExcludeKeys[] = {kPosX, kPosY, Short("Width", 0, 20, 10000), Short("Height", 1, 20, 10000),
                                     Flag("ExcludeObjects", 0, 0, 1), Flag("ExcludeVOR", 1, 0, 1),
                                     Flag("ExcludeNDB", 2, 0, 1)};
-constexpr KeySpec kApiKeys[] = {kPosX, kPosY, kRot, Text("Path", 0), Short("Range", 0, 1, 32000),
+constexpr KeyRule kApiKeys[] = {kPosX, kPosY, kRot, Text("Path", 0), Short("Range", 0, 1, 32000),
                                 Dbl("Elevation", 0, 1, 32000), Dbl("Scale", 1, 0.001, 32000),
                                 Flag("DetailLevel", 0, 1, 4), Text("Param6", 1), Text("Param7", 2),
                                 Text("Param8", 3), Text("Param9", 4), Text("Param15", 5), Text("Param16", 6),
                                 Text("Param17", 7), Text("Param18", 8), Text("Param19", 9), Text("Param20", 10)};
-constexpr KeySpec kInitKeys[] = {kPosX, kPosY, kRot, Text("Name", 0)};
-constexpr KeySpec kSignKeys[] = {kPosX, kPosY, kRot, Text("Style", 1), Text("Caption", 0)};
-constexpr KeySpec kRunwayKeys[] = {
+constexpr KeyRule kInitKeys[] = {kPosX, kPosY, kRot, Text("Name", 0)};
+constexpr KeyRule kSignKeys[] = {kPosX, kPosY, kRot, Text("Style", 1), Text("Caption", 0)};
+constexpr KeyRule kRunwayKeys[] = {
     kPosX, kPosY, kRot, Short("Length", 4, 100, 20000), Short("Width", 5, 10, 2000),
     {"ID", ValueKind::String, 0, 0, SRunwayId},
     Flag("ShowBorderLine", 1, 0, 1), Flag("ShowCenterLine", 2, 0, 1), Flag("ShowID", 3, 0, 1),
@@ -87,7 +87,7 @@ constexpr std::string_view kSurfaceRead[] = {"Mud", "Concrete", "Asphalt", "Gras
 constexpr char kDesignators[] = {'N', 'L', 'C', 'R'};
 
 struct Table {
-    const KeySpec* keys;
+    const KeyRule* keys;
     std::size_t count;
 };
 
@@ -139,7 +139,7 @@ void WriteObjectBlock(CBufferS& out, const ObjectRecord& o)
         return;
     out.addLine(std::string(ObjectWord(o.oType)));
     for (std::size_t i = 0; i < table.count; ++i) {
-        const KeySpec& k = table.keys[i];
+        const KeyRule& k = table.keys[i];
         const int f = k.field;
         if (f >= SFlag && f < SShort)
             out.addLine(IntLine(k.key, o.flags[f - SFlag]));
@@ -178,15 +178,15 @@ std::size_t ReadObjectKeys(const Tokens& t, std::size_t start, int type, ObjectR
     bool hasId = false, hasSurface = false, hasLight = false;
     std::string id, surface, light;
 
-    auto match = [&](std::string_view tok) -> const KeySpec* {
+    auto match = [&](std::string_view tok) -> const KeyRule* {
         for (std::size_t i = 0; i < table.count; ++i) {
-            const KeySpec& k = table.keys[i];
+            const KeyRule& k = table.keys[i];
             if (k.key == tok)
                 return k.field == SWriteOnlyThr || k.field == SWriteOnlyExt ? nullptr : &k;
         }
         return nullptr;
     };
-    auto store = [&](const KeySpec& k, ParsedValue& v) {
+    auto store = [&](const KeyRule& k, ParsedValue& v) {
         const int f = k.field;
         if (f >= SFlag && f < SShort)
             o.flags[f - SFlag] = static_cast<std::uint8_t>(v.i);

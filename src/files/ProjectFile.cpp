@@ -18,7 +18,7 @@ enum SettingsField {
 };
 
 // In written order.
-constexpr KeySpec kSettingsKeys[] = {
+constexpr KeyRule kSettingsKeys[] = {
     {"ShowPoly", ValueKind::Byte, 0, 1, FShowPoly},
     {"ShowTexPoly", ValueKind::Byte, 0, 1, FShowTexPoly},
     {"ShowWideLine", ValueKind::Byte, 0, 1, FShowWideLine},
@@ -43,7 +43,7 @@ enum ProjectField {
     FColor4,
 };
 
-constexpr KeySpec kProjectKeys[] = {
+constexpr KeyRule kProjectKeys[] = {
     {"Name", ValueKind::String, 0, 0, FName},
     {"Copyright", ValueKind::String, 0, 0, FCopyright},
     {"Comment", ValueKind::String, 0, 0, FComment},
@@ -75,7 +75,7 @@ std::size_t ReadSettings(const Tokens& t, std::size_t start, ShowFlagsRecord& f)
     ResetShowFlags(f);
     return ReadKeys(
         t, start, [](std::string_view tok) { return FindKey(kSettingsKeys, tok); },
-        [&](const KeySpec& k, ParsedValue& v) {
+        [&](const KeyRule& k, ParsedValue& v) {
             const auto b = static_cast<std::uint8_t>(v.i);
             switch (k.field) {
             case FShowPoly: f.ShowPoly = b; break;
@@ -103,7 +103,7 @@ std::size_t ReadProject(const Tokens& t, std::size_t start, ProjectRecord& p)
     ResetProject(p);
     return ReadKeys(
         t, start, [](std::string_view tok) { return FindKey(kProjectKeys, tok); },
-        [&](const KeySpec& k, ParsedValue& v) {
+        [&](const KeyRule& k, ParsedValue& v) {
             switch (k.field) {
             case FName: p.Name = v.s; break;
             case FCopyright: p.Copyright = v.s; break;

@@ -27,7 +27,7 @@ enum Field {
 };
 
 struct ShapeKey {
-    KeySpec spec;
+    KeyRule rule;
     unsigned types;
 };
 
@@ -228,16 +228,16 @@ std::size_t ReadShapeKeys(const Tokens& t, std::size_t start, int type, ShapeRec
     std::string lineType, dotLineType, forestType, time, loadflag;
     std::int32_t layerValue = LayerToValue(s.vLayer);
 
-    auto match = [&](std::string_view tok) -> const KeySpec* {
+    auto match = [&](std::string_view tok) -> const KeyRule* {
         const char c = tok[0];
         if (!((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z')))
             return nullptr;
         for (const auto& k : kShapeKeys)
-            if ((k.types & bit) && k.spec.key == tok)
-                return &k.spec;
+            if ((k.types & bit) && k.rule.key == tok)
+                return &k.rule;
         return nullptr;
     };
-    auto store = [&](const KeySpec& k, ParsedValue& v) {
+    auto store = [&](const KeyRule& k, ParsedValue& v) {
         switch (k.field) {
         case FTexMap0: case FTexMap1: case FTexMap2: case FTexMap3:
         case FTexMap4: case FTexMap5: case FTexMap6: case FTexMap7:
