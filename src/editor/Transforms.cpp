@@ -189,9 +189,13 @@ int ShowTip(Session& s, const std::string& first, const std::string& second, int
 bool FormRotate(Session& s)
 {
     TextForm form;
+    form.name = "FormRotate";
     form.title = "Rotate selection";
     form.labels = {"Rotation:"};
     form.texts = {LocalReal(s.editor.LastRotation, s.decimalSeparator)};
+    // A typed "," or "." becomes the system's decimal sign; nothing else is filtered.
+    const std::string sign(2, s.decimalSeparator);
+    form.keyFilter = [sign](int key) { return KeyMap(key, ",.", sign); };
     const ValueContext ctx = s.values();
     double value = 0;
     form.onOk = [&](TextForm& f) {
@@ -206,6 +210,7 @@ bool FormRotate(Session& s)
 bool FormRescale(Session& s)
 {
     TextForm form;
+    form.name = "FormRescale";
     form.title = "Scale selection";
     form.labels = {"Horizontal:", "Vertical:"};
     form.texts = {LocalReal(s.config.scaleX * 100.0, s.decimalSeparator),

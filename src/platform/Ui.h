@@ -27,12 +27,15 @@ enum class Pointer { Arrow, Wait, Cross, SizeAll, Custom101, Custom102, Custom10
 
 // A small modal form of text boxes and at most one check box (rotate, rescale).
 struct TextForm {
+    std::string name;                 // the form's name: "FormRotate", "FormRescale"
     std::string title;
     std::vector<std::string> labels;
     std::vector<std::string> texts;   // shown, and what was typed on OK
     std::string checkCaption;         // empty: no check box
     bool checked = false;
     int disabledWhileChecked = -1;    // index of the text box the check box disables
+    // Applied to each typed character: the character to insert, or 0 to drop it. Empty: no filter.
+    std::function<int(int)> keyFilter;
     // The checks on OK; false keeps the form open (the check has told the user why).
     std::function<bool(TextForm&)> onOk;
 };

@@ -49,6 +49,11 @@ public:
     bool NewShapeProperties(ShapeRecord& shape, const PointList* points) override;
     bool ObjectProperties(ObjectRecord& object) override;
 
+    // The editor's small forms (FormSelection.cpp, FormRotate.cpp, FormConvertShape.cpp).
+    int FormSelection(const std::vector<std::string>& names) override;
+    bool RunTextForm(TextForm& form) override;
+    int FormConvertShape(std::vector<ShapeRecord>& copies) override;
+
 private:
     QPointer<QWidget> parent_;
     QPointer<QWidget> canvas_;

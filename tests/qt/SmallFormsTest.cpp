@@ -1,0 +1,283 @@
+// The editor's small forms as a user drives them: which of several hits to select, rotate and
+// rescale by value, and convert with the settings of the new type.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDialog>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTimer>
+
+#include "editor/EditorTestSupport.h"
+#include "editor/Selection.h"
+#include "editor/Transforms.h"
+#include "platform/ScriptedUi.h"
+#include "platform/qt/QtUi.h"
+
+namespace fw::qt {
+namespace {
+
+using Step = std::function<void(QWidget*)>;
+
+// Runs the steps one after the other, each on the modal window open at that moment. The next
+// step is armed before a step runs, so that it can answer a window the step opens and waits on.
+void Script(std::vector<Step> steps)
+{
+    auto shared = std::make_shared<std::vector<Step>>(std::move(steps));
+    auto next = std::make_shared<std::function<void(std::size_t)>>();
+    *next = [shared, next](std::size_t i) {
+        if (i >= shared->size())
+            return;
+        QTimer::singleShot(0, [shared, next, i] {
+            QWidget* w = QApplication::activeModalWidget();
+            if (!w) {
+                (*next)(i); // not open yet: try again
+                return;
+            }
+            (*next)(i + 1);
+            (*shared)[i](w);
+        });
+    };
+    (*next)(0);
+}
+
+void Keys(QWidget* field, const std::string& keys)
+{
+    for (char c : keys) {
+        QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(QChar(c)));
+        QApplication::sendEvent(field, &press);
+    }
+}
+
+QLineEdit* Text(QWidget* form, const char* name)
+{
+    auto* e = form->findChild<QLineEdit*>(name);
+    EXPECT_NE(e, nullptr) << name;
+    return e;
+}
+
+void Press(QWidget* form, const char* name)
+{
+    auto* b = form->findChild<QPushButton*>(name);
+    ASSERT_NE(b, nullptr) << name;
+    b->click();
+}
+
+bool HasLabel(QWidget* form, const QString& text)
+{
+    for (QLabel* l : form->findChildren<QLabel*>())
+        if (l->text() == text)
+            return true;
+    return false;
+}
+
+// An editor session whose questions are answered by the Qt forms.
+struct QtSession : test::EditorFixture {
+    QtSession()
+    {
+        ui.setSession(&s());
+        s().ui = &ui;
+    }
+    QtUi ui;
+};
+
+TEST(SmallForms, SelectionListsTheHitsInOrderAndStartsOnTheLast)
+{
+    QtSession t;
+    t.AddShape(kPoly, {{100, 100}, {200, 100}, {200, 200}}, "Apron");
+    t.AddShape(kWideLine, {{100, 100}, {300, 300}}, "Taxiway A");
+    t.AddObject(kVor, 100, 100);
+    Script({[](QWidget* f) {
+        EXPECT_EQ(f->objectName(), "FormSelection");
+        EXPECT_EQ(f->windowTitle(), "Selection");
+        EXPECT_TRUE(HasLabel(f, "Which shape/object do you want to select?"));
+        auto* list = f->findChild<QListWidget*>();
+        ASSERT_NE(list, nullptr);
+        ASSERT_EQ(list->count(), 3);
+        EXPECT_TRUE(list->item(0)->text().startsWith("Apron - "));
+        EXPECT_TRUE(list->item(1)->text().startsWith("Taxiway A - "));
+        EXPECT_EQ(list->currentRow(), 2);
+        // One button, and it is no cancel.
+        const auto buttons = f->findChildren<QPushButton*>();
+        ASSERT_EQ(buttons.size(), 1);
+        EXPECT_EQ(buttons[0]->text(), "&Select");
+        list->setCurrentRow(1);
+        buttons[0]->click();
+    }});
+    EXPECT_EQ(SelectAt(t.s(), 100, 100, 100, 100, 1), 0);
+    EXPECT_EQ(t.s().editor.selection.firstShape(), 1);
+    EXPECT_EQ(t.s().editor.selection.firstObject(), 65535);
+
+    // Escape can't cancel: the form answers the entry it stands on, the object here.
+    Script({[](QWidget* f) {
+        QKeyEvent esc(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QApplication::sendEvent(f, &esc);
+    }});
+    EXPECT_EQ(SelectAt(t.s(), 100, 100, 100, 100, 1), 0);
+    EXPECT_EQ(t.s().editor.selection.firstObject(), 0);
+    EXPECT_EQ(t.s().editor.selection.firstShape(), 65535);
+}
+
+TEST(SmallForms, RotateTypesTheSystemDecimalSignAndKeepsARefusedValueOpen)
+{
+    QtSession t;
+    t.s().decimalSeparator = ',';
+    t.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 50}});
+    t.SelectShape(0);
+    t.s().editor.LastRotation = 12.5;
+    Script({[](QWidget* f) {
+                EXPECT_EQ(f->objectName(), "FormRotate");
+                EXPECT_EQ(f->windowTitle(), "Rotate selection");
+                EXPECT_TRUE(HasLabel(f, "Rotation:"));
+                QLineEdit* e = Text(f, "Text1");
+                EXPECT_EQ(e->text().trimmed(), "12,5");
+                EXPECT_EQ(e->cursorPosition(), e->text().size());
+                EXPECT_FALSE(e->hasSelectedText());
+                EXPECT_EQ(f->findChild<QPushButton*>("Cancel")->text(), "&Cancel");
+                e->clear();
+                Keys(e, "400.5");
+                EXPECT_EQ(e->text(), "400,5");
+                Press(f, "OK");
+            },
+            [](QWidget* box) {
+                // The range check speaks; the form stays behind it.
+                EXPECT_NE(qobject_cast<QMessageBox*>(box), nullptr);
+                EXPECT_TRUE(static_cast<QMessageBox*>(box)->text().contains("rotation"));
+                static_cast<QMessageBox*>(box)->buttons().front()->click();
+            },
+            [](QWidget* f) {
+                EXPECT_EQ(f->objectName(), "FormRotate");
+                QLineEdit* e = Text(f, "Text1");
+                e->clear();
+                Keys(e, "90,0004");
+                Press(f, "OK");
+            }});
+    MnuEdrot(t.s());
+    EXPECT_EQ(t.s().editor.LastRotation, 90.0);
+    EXPECT_EQ(t.Points(0)[0], (Point{75, -25})); // a quarter turn about the box centre (50, 25)
+    EXPECT_TRUE(t.s().dirty);
+}
+
+TEST(SmallForms, RescaleRatioBoxLocksTheVerticalAndCancelChangesNothing)
+{
+    QtSession t;
+    t.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 50}});
+    t.SelectShape(0);
+    t.s().config.scaleX = 1.0;
+    t.s().config.scaleY = 1.0;
+    t.s().config.keepAspect = 0;
+
+    Script({[](QWidget* f) {
+        EXPECT_EQ(f->objectName(), "FormRescale");
+        Text(f, "Text1")->setText("300");
+        Press(f, "Cancel");
+    }});
+    MnuEdscale(t.s());
+    EXPECT_EQ(t.Points(0)[1], (Point{100, 0}));
+    EXPECT_FALSE(t.s().dirty);
+
+    Script({[](QWidget* f) {
+        EXPECT_EQ(f->windowTitle(), "Scale selection");
+        EXPECT_TRUE(HasLabel(f, "Horizontal:"));
+        EXPECT_TRUE(HasLabel(f, "Vertical:"));
+        QLineEdit* h = Text(f, "Text1");
+        QLineEdit* v = Text(f, "Text2");
+        EXPECT_EQ(h->text().trimmed(), "100");
+        EXPECT_EQ(v->text().trimmed(), "100");
+        auto* ratio = f->findChild<QCheckBox*>("Check1");
+        ASSERT_NE(ratio, nullptr);
+        EXPECT_EQ(ratio->text(), "Maintain ratio");
+        EXPECT_FALSE(ratio->isChecked());
+        EXPECT_TRUE(v->isEnabled());
+        ratio->click();
+        EXPECT_FALSE(v->isEnabled());
+        EXPECT_TRUE(h->isEnabled());
+        h->setText("200");
+        Press(f, "OK");
+    }});
+    MnuEdscale(t.s());
+    EXPECT_EQ(t.s().config.keepAspect, 1);
+    // Twice the size on both axes about the box centre (50, 25).
+    EXPECT_EQ(t.Points(0)[0], (Point{-50, -25}));
+    EXPECT_EQ(t.Points(0)[2], (Point{150, 75}));
+    EXPECT_TRUE(t.s().dirty);
+}
+
+TEST(SmallForms, ConvertKeepsSettingsOnlyFromAnOkAndReturnsTheChosenType)
+{
+    QtSession t;
+    std::vector<ShapeRecord> copies;
+    for (int type : {kPoly, kWideLine, kDotLine, kTreeLine, kForest}) {
+        ShapeRecord r;
+        ResetShape(r, type);
+        copies.push_back(r);
+    }
+    const std::vector<ShapeRecord> before = copies;
+    Script({[](QWidget* f) {
+                EXPECT_EQ(f->objectName(), "FormConvertShape");
+                EXPECT_EQ(f->windowTitle(), "Convert shape");
+                EXPECT_TRUE(HasLabel(f, "Select new type of shape:"));
+                const char* captions[] = {"&Poly()", "&Wide line", "&Dotted line", "&Tree line", "&Forest"};
+                for (int i = 0; i < 5; ++i) {
+                    auto* o = f->findChild<QRadioButton*>(QString("Option%1").arg(i + 1));
+                    ASSERT_NE(o, nullptr);
+                    EXPECT_EQ(o->text(), captions[i]);
+                    EXPECT_EQ(o->isChecked(), i == 0);
+                }
+                f->findChild<QRadioButton*>("Option2")->click();
+                Press(f, "Settings");
+            },
+            [](QWidget* shape) {
+                // The shape dialog on the wide line's copy, over the convert form.
+                EXPECT_NE(shape->objectName(), "FormConvertShape");
+                EXPECT_EQ(shape->parentWidget()->objectName(), "FormConvertShape");
+                Text(shape, "Range")->setText("1234");
+                Press(shape, "OK");
+            },
+            [](QWidget* f) {
+                EXPECT_EQ(f->objectName(), "FormConvertShape");
+                Press(f, "Settings");
+            },
+            [](QWidget* shape) {
+                Text(shape, "Range")->setText("999");
+                Press(shape, "Cancel");
+            },
+            [](QWidget* f) { Press(f, "OK"); }});
+    EXPECT_EQ(t.ui.FormConvertShape(copies), kWideLine);
+    EXPECT_EQ(copies[1].vRange, 1234);
+    for (int i : {0, 2, 3, 4})
+        EXPECT_EQ(copies[i].vRange, before[i].vRange);
+
+    Script({[](QWidget* f) {
+        f->findChild<QRadioButton*>("Option5")->click();
+        Press(f, "Cancel");
+    }});
+    EXPECT_EQ(t.ui.FormConvertShape(copies), 0);
+}
+
+TEST(SmallForms, ConvertFromTheMenuReplacesTheSelectedShape)
+{
+    QtSession t;
+    t.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 50}}, "Grass");
+    t.SelectShape(0);
+    Script({[](QWidget* f) {
+        f->findChild<QRadioButton*>("Option5")->click();
+        Press(f, "OK");
+    }});
+    MnuSconvertshapeto(t.s());
+    EXPECT_EQ(t.s().stores.ShapeStore[0].gType, kForest);
+    EXPECT_EQ(t.Points(0).size(), 3u);
+    EXPECT_TRUE(t.s().dirty);
+}
+
+} // namespace
+} // namespace fw::qt
