@@ -1,6 +1,7 @@
 // A session with a canvas-sized view, and readers of a recording canvas's calls.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -23,6 +24,34 @@ inline Session MakeSession(int width, int height, double zoom = 1.0, int offX = 
     s.view.setOffX(offX);
     s.view.setOffY(offY);
     return s;
+}
+
+// A 24-bit bitmap file of one colour, bottom-up rows.
+inline std::vector<unsigned char> Bmp24(int w, int h, std::uint32_t rgb)
+{
+    const int stride = (w * 3 + 3) / 4 * 4;
+    std::vector<unsigned char> b(54 + static_cast<std::size_t>(stride) * h, 0);
+    auto put32 = [&b](std::size_t at, std::uint32_t v) {
+        for (int i = 0; i < 4; ++i)
+            b[at + i] = static_cast<unsigned char>(v >> (8 * i));
+    };
+    b[0] = 'B';
+    b[1] = 'M';
+    put32(2, static_cast<std::uint32_t>(b.size()));
+    put32(10, 54);
+    put32(14, 40);
+    put32(18, static_cast<std::uint32_t>(w));
+    put32(22, static_cast<std::uint32_t>(h));
+    b[26] = 1;
+    b[28] = 24;
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+            const std::size_t at = 54 + static_cast<std::size_t>(y) * stride + x * 3;
+            b[at] = rgb & 0xFF;
+            b[at + 1] = (rgb >> 8) & 0xFF;
+            b[at + 2] = (rgb >> 16) & 0xFF;
+        }
+    return b;
 }
 
 inline PointList Pts(std::initializer_list<Point> p) { return PointList(p); }

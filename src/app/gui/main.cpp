@@ -51,6 +51,7 @@ int main(int argc, char** argv)
         fw::qt::WireFileCommands(*window, session, configPath, [] { QCoreApplication::quit(); });
         fw::qt::WireSettingsCommands(*window, session);
         fw::qt::WireExportCommands(*window, session, process);
+        fw::qt::WireImageCommands(*window, session);
         window->Load();
     });
     splash.show();

@@ -6,6 +6,7 @@
 #include "platform/qt/FormConverter.h"
 #include "platform/qt/FormOptions.h"
 #include "platform/qt/MainWindow.h"
+#include "render/BackImage.h"
 #include "render/Bitmap.h"
 
 namespace fw::qt {
@@ -87,6 +88,12 @@ void WireExportCommands(MainWindow& window, Session& session, Process& process)
 {
     window.connectCommand("MnuFexport", [&session] { MnuFexport(session); });
     window.connectCommand("MnuFbgl", [&session, &process] { MnuFbgl(session, process); });
+}
+
+void WireImageCommands(MainWindow& window, Session& session)
+{
+    window.connectCommand("MnuBloadremove", [&session] { MnuBloadremove(session); });
+    window.connectCommand("MnuBremove", [&session] { MnuBremove(session); });
 }
 
 } // namespace fw::qt

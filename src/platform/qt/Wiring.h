@@ -26,4 +26,7 @@ void WireSettingsCommands(MainWindow& window, Session& session);
 // "Generate SCASM files..." and "Generate scenery files...".
 void WireExportCommands(MainWindow& window, Session& session, Process& process);
 
+// "&Load background image..." and "Remove background image...".
+void WireImageCommands(MainWindow& window, Session& session);
+
 } // namespace fw::qt
