@@ -3,6 +3,7 @@
 // for reference the same visible segments drawn straight onto the same surface.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <random>
 
 #include "core/Session.h"
@@ -68,35 +69,72 @@ void FullFrame(benchmark::State& state, double zoom)
     }
 }
 
-// The segments the full frame sends to the surface, drawn again without the painters.
-void Reference(benchmark::State& state, double zoom)
+// One pass of the reference: the white fill and the segments, and the present copy when asked.
+// Out of line so that a profiler can count one pass.
+[[gnu::noinline]] void ReferencePass(RasterCanvas& back, RasterCanvas* window, const std::vector<int>& segments)
 {
-    Session& s = FullProject();
-    s.view.setZoom(zoom);
-    s.editor.work = WorkingCopy{};
+    back.FillWhite(0, 0, kWidth, kHeight);
+    for (std::size_t i = 0; i < segments.size(); i += 4) {
+        back.MoveToEx(segments[i], segments[i + 1]);
+        back.LineTo(segments[i + 2], segments[i + 3]);
+    }
+    if (window != nullptr)
+        window->CopyFrom(back);
+}
+
+// The segments the full frame sends to the surface. The plain lines alone, or with them the
+// outlines of the filled polygons and of the handles that touch the surface (their fills left out).
+std::vector<int> FrameSegments(const Session& s, bool outlines)
+{
     RecordingCanvas rec(kWidth, kHeight);
     RecordingCanvas recWindow(kWidth, kHeight);
     PaintFrame(s, recWindow, rec);
     std::vector<int> segments;
     int cx = 0;
     int cy = 0;
+    auto add = [&segments](int x0, int y0, int x1, int y1) {
+        if (x0 != x1 || y0 != y1)
+            segments.insert(segments.end(), {x0, y0, x1, y1});
+    };
     for (const auto& c : rec.calls) {
         if (c.op == "move") {
             cx = c.args[0];
             cy = c.args[1];
         } else if (c.op == "line") {
-            segments.insert(segments.end(), {cx, cy, c.args[0], c.args[1]});
+            add(cx, cy, c.args[0], c.args[1]);
             cx = c.args[0];
             cy = c.args[1];
+        } else if (outlines && c.op == "polygon" && c.args.size() >= 4) {
+            const std::size_t n = c.args.size();
+            for (std::size_t i = 0; i < n; i += 2)
+                add(c.args[i], c.args[i + 1], c.args[(i + 2) % n], c.args[(i + 3) % n]);
+        } else if (outlines && c.op == "rect") {
+            const int l = std::min(c.args[0], c.args[2]);
+            const int r = std::max(c.args[0], c.args[2]) - 1;
+            const int t = std::min(c.args[1], c.args[3]);
+            const int b = std::max(c.args[1], c.args[3]) - 1;
+            if (r < l || b < t || r < -1 || b < -1 || l > kWidth || t > kHeight)
+                continue;
+            add(l, t, r, t);
+            add(r, t, r, b);
+            add(r, b, l, b);
+            add(l, b, l, t);
         }
     }
+    return segments;
+}
+
+// The segments of the full frame, drawn again without the painters.
+void Reference(benchmark::State& state, double zoom, bool outlines, bool present)
+{
+    Session& s = FullProject();
+    s.view.setZoom(zoom);
+    s.editor.work = WorkingCopy{};
+    const std::vector<int> segments = FrameSegments(s, outlines);
     RasterCanvas back(kWidth, kHeight);
+    RasterCanvas window(kWidth, kHeight);
     for (auto _ : state) {
-        back.FillWhite(0, 0, kWidth, kHeight);
-        for (std::size_t i = 0; i < segments.size(); i += 4) {
-            back.MoveToEx(segments[i], segments[i + 1]);
-            back.LineTo(segments[i + 2], segments[i + 3]);
-        }
+        ReferencePass(back, present ? &window : nullptr, segments);
         benchmark::DoNotOptimize(back.Pixels().data());
     }
     state.counters["segments"] = static_cast<double>(segments.size() / 4);
@@ -129,22 +167,33 @@ void OverlayDrag(benchmark::State& state)
 }
 
 // What every full frame costs before anything is drawn: the white fill and the present copy.
+[[gnu::noinline]] void ClearAndPresentPass(RasterCanvas& back, RasterCanvas& window)
+{
+    back.FillWhite(0, 0, kWidth, kHeight);
+    window.CopyFrom(back);
+}
+
 void ClearAndPresent(benchmark::State& state)
 {
     RasterCanvas back(kWidth, kHeight);
     RasterCanvas window(kWidth, kHeight);
     for (auto _ : state) {
-        back.FillWhite(0, 0, kWidth, kHeight);
-        window.CopyFrom(back);
+        ClearAndPresentPass(back, window);
         benchmark::DoNotOptimize(window.Pixels().data());
     }
 }
 
 BENCHMARK(ClearAndPresent)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(FullFrame, zoom25, 0.25)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Reference, zoom25, 0.25)->Unit(benchmark::kMillisecond);
+// Reference: the plain lines; Outlines: with the polygons' and handles' outlines; Present: with
+// the copy to the window as well.
+BENCHMARK_CAPTURE(Reference, zoom25, 0.25, false, false)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Reference, zoom25Outlines, 0.25, true, false)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Reference, zoom25OutlinesPresent, 0.25, true, true)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(FullFrame, zoom400, 4.0)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(Reference, zoom400, 4.0)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Reference, zoom400, 4.0, false, false)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Reference, zoom400Outlines, 4.0, true, false)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Reference, zoom400OutlinesPresent, 4.0, true, true)->Unit(benchmark::kMillisecond);
 BENCHMARK(OverlayDrag)->Unit(benchmark::kMicrosecond);
 
 } // namespace

@@ -10,6 +10,17 @@ namespace fw {
 
 std::int32_t RoundSat(double v)
 {
+    // Below 2^51 adding and taking away 1.5 * 2^52 rounds half to even in the default rounding
+    // mode, without a call per coordinate.
+    constexpr double kShift = 6755399441055744.0;
+    if (v > -2251799813685248.0 && v < 2251799813685248.0) {
+        const double r = (v + kShift) - kShift;
+        if (r < -2147483648.0)
+            return INT32_MIN;
+        if (r > 2147483647.0)
+            return INT32_MAX;
+        return static_cast<std::int32_t>(r);
+    }
     const double r = RoundHalfEven(v);
     if (!(r >= -2147483648.0))
         return INT32_MIN;
@@ -105,15 +116,48 @@ void ClipAndDrawLine(const ClipWindow& w, std::int32_t x0, std::int32_t y0, std:
     surface.LineTo(map.X(x1), map.Y(y1));
 }
 
+void DrawClippedPath(const ClipWindow& w, const Point* p, std::size_t count, Canvas& surface, const PixelMap& map)
+{
+    if (count < 2)
+        return;
+    // Each point's code and pixel are found once and serve both segments it ends.
+    int c0 = OutCode(w, p[0].X, p[0].Y);
+    bool mapped = false;
+    int x0 = 0;
+    int y0 = 0;
+    for (std::size_t i = 1; i < count; ++i) {
+        const int c1 = OutCode(w, p[i].X, p[i].Y);
+        if ((c0 | c1) == 0) {
+            if (!mapped) {
+                x0 = map.X(p[i - 1].X);
+                y0 = map.Y(p[i - 1].Y);
+            }
+            const int x1 = map.X(p[i].X);
+            const int y1 = map.Y(p[i].Y);
+            surface.MoveToEx(x0, y0);
+            surface.LineTo(x1, y1);
+            x0 = x1;
+            y0 = y1;
+            mapped = true;
+        } else {
+            if ((c0 & c1) == 0)
+                ClipAndDrawLine(w, p[i - 1].X, p[i - 1].Y, p[i].X, p[i].Y, surface, map);
+            mapped = false;
+        }
+        c0 = c1;
+    }
+}
+
 void ShapeOutline(const ClipWindow& w, const PointList& p, const ShapeRecord& record, Canvas& surface,
                   const PixelMap& map)
 {
     if (p.empty())
         return;
     const std::size_t last = p.size() - 1;
-    for (std::size_t i = 0; i < last; ++i)
-        if (BoxOutside(w, record.gLimits) == 0)
-            ClipAndDrawLine(w, p[i].X, p[i].Y, p[i + 1].X, p[i + 1].Y, surface, map);
+    // A shape wholly beyond one side has no segment to draw but its closing one, which the
+    // clipper rejects on its own.
+    if (BoxOutside(w, record.gLimits) == 0)
+        DrawClippedPath(w, p.data(), p.size(), surface, map);
     switch (record.gType) {
     case kPoly:
     case kTexPoly:
@@ -186,6 +230,49 @@ void OutlineInstead(const ClipWindow& w, const PointList& p, Canvas& surface, co
     }
 }
 
+// The four passes' bounds in their order.
+struct Bound {
+    bool onX;
+    std::int32_t b;
+    bool keepBelow;
+};
+
+std::array<Bound, 4> Passes(const ClipWindow& w)
+{
+    return {{{true, w.xMax, true}, {false, w.yMin, false}, {true, w.xMin, false}, {false, w.yMax, true}}};
+}
+
+// Polygons that no pass crosses settle without the clipper: a pass that keeps every point adds
+// the first one once more, a pass that keeps none leaves nothing. Up to this many points no pass
+// of such a polygon fills its buffer.
+constexpr int kQuickLast = kClipBufferLast - 4;
+enum class Quick { Clip, Nothing, Whole };
+
+Quick QuickCase(const ClipWindow& w, const PointList& points)
+{
+    std::int32_t minX = points[0].X;
+    std::int32_t maxX = minX;
+    std::int32_t minY = points[0].Y;
+    std::int32_t maxY = minY;
+    for (const Point& p : points) {
+        minX = std::min(minX, p.X);
+        maxX = std::max(maxX, p.X);
+        minY = std::min(minY, p.Y);
+        maxY = std::max(maxY, p.Y);
+    }
+    for (const Bound& pass : Passes(w)) {
+        const std::int32_t lo = pass.onX ? minX : minY;
+        const std::int32_t hi = pass.onX ? maxX : maxY;
+        const bool keepsAll = pass.keepBelow ? hi <= pass.b : lo >= pass.b;
+        const bool keepsNone = pass.keepBelow ? lo > pass.b : hi < pass.b;
+        if (keepsNone)
+            return Quick::Nothing;
+        if (!keepsAll)
+            return Quick::Clip;
+    }
+    return Quick::Whole;
+}
+
 } // namespace
 
 bool FillClippedPolygon(const ClipWindow& w, const PointList& points, Canvas& surface, const PixelMap& map)
@@ -194,6 +281,22 @@ bool FillClippedPolygon(const ClipWindow& w, const PointList& points, Canvas& su
     if (n + 1 > kClipBufferLast) {
         OutlineInstead(w, points, surface, map);
         return false;
+    }
+    // The pixels of one call; kept between calls so that a frame does not allocate per polygon.
+    thread_local std::vector<PixelPoint> pixels;
+    pixels.clear();
+    switch (n > 0 && n <= kQuickLast ? QuickCase(w, points) : Quick::Clip) {
+    case Quick::Nothing:
+        surface.Polygon(pixels);
+        return true;
+    case Quick::Whole:
+        // Each pass walks once past the last vertex: the first comes out four more times.
+        for (const Point& p : points)
+            pixels.push_back({map.X(p.X), map.Y(p.Y)});
+        pixels.insert(pixels.end(), 4, PixelPoint{pixels.front()});
+        surface.Polygon(pixels);
+        return true;
+    case Quick::Clip: break;
     }
     ClipBuffer in;
     ClipBuffer out;
@@ -204,9 +307,7 @@ bool FillClippedPolygon(const ClipWindow& w, const PointList& points, Canvas& su
         in.v[0] = in.v[n];
         in.v[n + 1] = in.v[1];
     }
-    struct Bound { bool onX; std::int32_t b; bool keepBelow; };
-    const Bound passes[4] = {{true, w.xMax, true}, {false, w.yMin, false}, {true, w.xMin, false},
-                             {false, w.yMax, true}};
+    const std::array<Bound, 4> passes = Passes(w);
     // Once a pass keeps nothing there is nothing left to clip.
     for (int k = 0; k < 4 && in.count > 0; ++k) {
         if (!ClipPass(in, out, passes[k].onX, passes[k].b, passes[k].keepBelow) ||
@@ -215,8 +316,6 @@ bool FillClippedPolygon(const ClipWindow& w, const PointList& points, Canvas& su
             return false;
         }
     }
-    std::vector<PixelPoint> pixels;
-    pixels.reserve(static_cast<std::size_t>(out.count));
     for (int i = 1; i <= out.count; ++i)
         pixels.push_back({map.X(out.v[i].X), map.Y(out.v[i].Y)});
     surface.Polygon(pixels);

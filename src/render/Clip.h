@@ -39,6 +39,9 @@ int OutCode(const ClipWindow& w, std::int32_t x, std::int32_t y);
 int BoxOutside(const ClipWindow& w, const std::array<std::int32_t, 4>& limits);
 void ClipAndDrawLine(const ClipWindow& w, std::int32_t x0, std::int32_t y0, std::int32_t x1,
                      std::int32_t y1, Canvas& surface, const PixelMap& map);
+// Consecutive clipped segments p[0]-p[1], p[1]-p[2], ... as ClipAndDrawLine draws them.
+void DrawClippedPath(const ClipWindow& w, const Point* p, std::size_t count, Canvas& surface,
+                     const PixelMap& map);
 // The outline of a shape; polygons (types 1, 2, 6, 7) close, lines stay open.
 void ShapeOutline(const ClipWindow& w, const PointList& points, const ShapeRecord& record,
                   Canvas& surface, const PixelMap& map);

@@ -11,12 +11,14 @@ namespace {
 
 std::int32_t R(double v) { return RoundSat(v); }
 
-PointList Scaled(std::initializer_list<std::pair<int, int>> table, double zoom)
+// One polyline of a screen-size symbol; the set's storage is kept from the previous object.
+void Scaled(LineSet& lines, std::initializer_list<std::pair<int, int>> table, double zoom)
 {
-    PointList out;
+    lines.resize(1);
+    PointList& out = lines[0];
+    out.clear();
     for (const auto& [x, y] : table)
         out.push_back({R(x / zoom), R(y / zoom)});
-    return out;
 }
 
 } // namespace
@@ -36,19 +38,19 @@ void RotateAndPlace(LineSet& lines, double a, std::int32_t px, std::int32_t py)
 
 void BuildVorGeometry(LineSet& lines, const ObjectRecord& o, double zoom)
 {
-    lines.assign(1, Scaled({{-50, -80}, {50, -80}, {100, 20}, {0, 80}, {-100, 20}, {-50, -80}}, zoom));
+    Scaled(lines, {{-50, -80}, {50, -80}, {100, 20}, {0, 80}, {-100, 20}, {-50, -80}}, zoom);
     RotateAndPlace(lines, 0, o.PosX, o.PosY);
 }
 
 void BuildNdbGeometry(LineSet& lines, const ObjectRecord& o, double zoom)
 {
-    lines.assign(1, Scaled({{-100, -50}, {0, 50}, {100, -50}, {-100, -50}}, zoom));
+    Scaled(lines, {{-100, -50}, {0, 50}, {100, -50}, {-100, -50}}, zoom);
     RotateAndPlace(lines, 0, o.PosX, o.PosY);
 }
 
 void BuildInitGeometry(LineSet& lines, const ObjectRecord& o, double zoom)
 {
-    lines.assign(1, Scaled({{-10, -10}, {0, -20}, {0, 20}, {0, -20}, {10, -10}}, zoom));
+    Scaled(lines, {{-10, -10}, {0, -20}, {0, 20}, {0, -20}, {10, -10}}, zoom);
     RotateAndPlace(lines, o.Rotation * (kPi / 180), o.PosX, o.PosY);
 }
 
@@ -63,14 +65,14 @@ void BuildExcludeGeometry(LineSet& lines, std::int32_t posX, std::int32_t posY, 
     const Point p3{R(x - w / 2.0), R(y - h / 2.0)};
     const double m = 10 / zoom;
     const Point m0{R(x - m), R(y + m)};
-    lines.assign(2, {});
+    lines.resize(2);
     lines[0] = {p0, p1, p3, p2, p1, p0, p2, p3, p0};
     lines[1] = {m0, {R(x + m), R(y + m)}, {R(x + m), R(y - m)}, {R(x - m), R(y - m)}, m0};
 }
 
 void BuildSignGeometry(LineSet& lines, const ObjectRecord& o)
 {
-    lines.assign(2, {});
+    lines.resize(2);
     lines[0] = {{-4, 0}, {4, 0}};
     lines[1] = {{0, 0}, {0, 2}};
     RotateAndPlace(lines, o.Rotation * (kPi / 180), o.PosX, o.PosY);
@@ -80,11 +82,12 @@ void BuildApiGeometry(LineSet& lines, const ObjectRecord& o)
 {
     const int n = std::min<int>(o.DesignLast, kDesignPoints - 1);
     const double s = o.Scale();
-    PointList line;
+    lines.resize(1);
+    PointList& line = lines[0];
+    line.clear();
     for (int i = 0; i <= n; ++i)
         line.push_back({R(2 * o.DesignPoints[i].X * s), R(-2 * o.DesignPoints[i].Y * s)});
     line.push_back({R(2 * o.DesignPoints[0].X * s), R(-2 * o.DesignPoints[0].Y * s)});
-    lines.assign(1, std::move(line));
     const double rotation = o.Rotation < 0 ? 0 : o.Rotation;
     RotateAndPlace(lines, rotation * (kPi / 180), o.PosX, o.PosY);
 }
@@ -95,12 +98,13 @@ void BuildRunwayGeometry(LineSet& lines, std::int32_t W, std::int32_t L, double 
     const double l = L / 2.0;
     const double w = W / 2.0;
     auto P = [](double x, double y) { return Point{R(x), R(y)}; };
-    lines.clear();
-    lines.push_back({P(-l, w), P(l, w), P(l, -w), P(-l, -w), P(-l, w)});
-    lines.push_back({P(-(l - 2), w - 2), P(l - 2, w - 2), P(l - 2, -(w - 2)), P(-(l - 2), -(w - 2)),
-                     P(-(l - 2), w - 2)});
-    lines.push_back({P(-50, 0), P(50, 0)});
-    lines.resize(11);
+    // Assigned in place: the polylines keep their storage from the previous runway.
+    const std::size_t count = 11 + (thr > 0 ? 2 : 0) + (ext > 0 ? 2 : 0);
+    lines.resize(count);
+    lines[0] = {P(-l, w), P(l, w), P(l, -w), P(-l, -w), P(-l, w)};
+    lines[1] = {P(-(l - 2), w - 2), P(l - 2, w - 2), P(l - 2, -(w - 2)), P(-(l - 2), -(w - 2)),
+                P(-(l - 2), w - 2)};
+    lines[2] = {P(-50, 0), P(50, 0)};
     if (lights == 1) {
         lines[3] = {P(-(l + 5), w + 10), P(-(l + 5), -(w + 10))};
         lines[4] = {P(-(l + 25), w - 10), P(-(l + 25), -(w - 10))};
@@ -114,13 +118,14 @@ void BuildRunwayGeometry(LineSet& lines, std::int32_t W, std::int32_t L, double 
         for (int i = 3; i <= 10; ++i)
             lines[i] = {P(0, 0), P(0, 0)};
     }
+    std::size_t next = 11;
     if (thr > 0) {
-        lines.push_back({P(l - thr, w), P(l - thr, -w)});
-        lines.push_back({P(-(l - thr), w), P(-(l - thr), -w)});
+        lines[next++] = {P(l - thr, w), P(l - thr, -w)};
+        lines[next++] = {P(-(l - thr), w), P(-(l - thr), -w)};
     }
     if (ext > 0) {
-        lines.push_back({P(-(l + 1), w), P(-(l + ext), w), P(-(l + ext), -w), P(-(l + 1), -w)});
-        lines.push_back({P(l + 1, w), P(l + ext, w), P(l + ext, -w), P(l + 1, -w)});
+        lines[next++] = {P(-(l + 1), w), P(-(l + ext), w), P(-(l + ext), -w), P(-(l + 1), -w)};
+        lines[next++] = {P(l + 1, w), P(l + ext, w), P(l + ext, -w), P(l + 1, -w)};
     }
     double a = heading + 90;
     if (a >= 360)

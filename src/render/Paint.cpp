@@ -1,6 +1,8 @@
 #include "render/Paint.h"
 
 #include <algorithm>
+#include <array>
+#include <climits>
 #include <vector>
 
 #include "render/Bitmap.h"
@@ -54,9 +56,19 @@ void Present(const Session& s, Canvas& window, const Canvas& back, const GlHooks
 
 void PaintObjectLines(const ClipWindow& w, const LineSet& lines, Canvas& surface, const PixelMap& map)
 {
+    // An object wholly beyond one side of the window has no segment the clipper would keep.
+    std::array<std::int32_t, 4> box{INT32_MAX, INT32_MIN, INT32_MAX, INT32_MIN};
     for (const auto& line : lines)
-        for (std::size_t i = 0; i + 1 < line.size(); ++i)
-            ClipAndDrawLine(w, line[i].X, line[i].Y, line[i + 1].X, line[i + 1].Y, surface, map);
+        for (const Point& p : line) {
+            box[0] = std::min(box[0], p.X);
+            box[1] = std::max(box[1], p.X);
+            box[2] = std::min(box[2], p.Y);
+            box[3] = std::max(box[3], p.Y);
+        }
+    if (box[0] > box[1] || BoxOutside(w, box) == 1)
+        return;
+    for (const auto& line : lines)
+        DrawClippedPath(w, line.data(), line.size(), surface, map);
 }
 
 void PaintShapes(const Session& s, const ClipWindow& w, Canvas& surface)

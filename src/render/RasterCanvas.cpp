@@ -193,10 +193,8 @@ void RasterCanvas::Polygon(const std::vector<PixelPoint>& points)
         minY = std::max(minY, 0);
         maxY = std::min(maxY, height_ - 1);
         // The edges sorted by their top; each row samples the active ones at its centre.
-        struct Edge {
-            double top, bottom, x0, slope;
-        };
-        std::vector<Edge> edges;
+        std::vector<Edge>& edges = edges_;
+        edges.clear();
         for (std::size_t i = 0; i < points.size(); ++i) {
             const PixelPoint& a = points[i];
             const PixelPoint& b = points[(i + 1) % points.size()];
@@ -208,8 +206,9 @@ void RasterCanvas::Polygon(const std::vector<PixelPoint>& points)
                              (static_cast<double>(u.x) - t.x) / (static_cast<double>(u.y) - t.y)});
         }
         std::sort(edges.begin(), edges.end(), [](const Edge& l, const Edge& r) { return l.top < r.top; });
-        std::vector<const Edge*> active;
-        std::vector<double> xs;
+        std::vector<const Edge*>& active = active_;
+        active.clear();
+        std::vector<double>& xs = xs_;
         std::size_t next = 0;
         for (int y = minY; y <= maxY; ++y) {
             const double yc = y + 0.5;
@@ -256,6 +255,14 @@ void RasterCanvas::Rectangle(int left, int top, int right, int bottom)
     bottom = std::clamp(bottom, -kLimit, kLimit);
     if (right - left < 1 || bottom - top < 1)
         return;
+    // Wholly off the surface (a wide pen reaches one pixel further): nothing shows, and the
+    // dotted pattern ends where the four edges would leave it.
+    if (right < -1 || bottom < -1 || left > width_ || top > height_) {
+        const std::int64_t w = static_cast<std::int64_t>(right) - 1 - left;
+        const std::int64_t h = static_cast<std::int64_t>(bottom) - 1 - top;
+        styleStep_ = static_cast<int>((2 * w + 2 * h) % kDotPeriod);
+        return;
+    }
     for (int y = std::max(top, 0); y < std::min(bottom, height_); ++y)
         FillSpan(y, left, right - 1);
     const int keepX = curX_;

@@ -50,6 +50,13 @@ private:
     int curX_ = 0;
     int curY_ = 0;
     int styleStep_ = 0; // position in the dotted pen's pattern, carried along a polyline
+    // The polygon fill's working lists, kept so that a frame does not allocate per polygon.
+    struct Edge {
+        double top, bottom, x0, slope;
+    };
+    std::vector<Edge> edges_;
+    std::vector<const Edge*> active_;
+    std::vector<double> xs_;
 };
 
 // 0x00BBGGRR to 0x00RRGGBB.
