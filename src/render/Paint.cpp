@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <climits>
+#include <cmath>
+#include <limits>
 #include <vector>
 
 #include "render/Bitmap.h"
@@ -43,6 +45,45 @@ bool ValidShape(const Stores& st, int i)
 }
 
 bool ValidObject(const Stores& st, int i) { return i >= 0 && i < static_cast<int>(st.ObjectStore.size()); }
+
+// How far from its position an object's lines can reach, in world units, with room for the
+// rounding of each step; infinity for a type whose reach is not bounded here.
+double ObjectReach(const ObjectRecord& o, double zoom)
+{
+    constexpr double kRoom = 4;
+    switch (o.oType) {
+    case kRunway: {
+        const double l = std::abs(RoundSat(2 * o.Length() / 3.2808)) / 2.0;
+        const double w = std::abs(RoundSat(2 * o.RwyWidth() / 3.2808)) / 2.0;
+        const double thr = std::max(0, RoundSat(o.ThrOffN() * 2 / 3.2808));
+        const double ext = std::max(0, RoundSat(o.ExtN() * 2 / 3.2808));
+        return std::hypot(l + 155 + thr + ext, w + 10) + kRoom;
+    }
+    case kVor:
+    case kNdb: return std::hypot(100.0, 80.0) / zoom + kRoom;
+    case kInit: return std::hypot(10.0, 20.0) / zoom + kRoom;
+    case kExclude:
+        return std::hypot(std::max<double>(std::abs(o.ExclWidth()), 10 / zoom),
+                          std::max<double>(std::abs(o.ExclHeight()), 10 / zoom)) + kRoom;
+    case kSign: return 4 + kRoom;
+    default: return std::numeric_limits<double>::infinity();
+    }
+}
+
+// True when every line the object can have lies beyond one side of the window.
+bool ObjectOutside(const ClipWindow& w, const ObjectRecord& o, double zoom)
+{
+    const double r = ObjectReach(o, zoom);
+    if (!(r < 1e8))
+        return false;
+    const auto reach = static_cast<std::int32_t>(std::ceil(r));
+    const std::array<std::int32_t, 4> box{
+        static_cast<std::int32_t>(std::max<std::int64_t>(static_cast<std::int64_t>(o.PosX) - reach, INT32_MIN)),
+        static_cast<std::int32_t>(std::min<std::int64_t>(static_cast<std::int64_t>(o.PosX) + reach, INT32_MAX)),
+        static_cast<std::int32_t>(std::max<std::int64_t>(static_cast<std::int64_t>(o.PosY) - reach, INT32_MIN)),
+        static_cast<std::int32_t>(std::min<std::int64_t>(static_cast<std::int64_t>(o.PosY) + reach, INT32_MAX))};
+    return BoxOutside(w, box) == 1;
+}
 
 void Present(const Session& s, Canvas& window, const Canvas& back, const GlHooks* gl)
 {
@@ -130,8 +171,10 @@ void PaintObjects(const Session& s, const ClipWindow& w, Canvas& surface)
     for (const ObjectRecord& o : s.stores.ObjectStore) {
         if (!ShowFlagIsOn(s.showFlags, o.oType))
             continue;
-        BuildObjectGeometry(lines, o, map.zoom);
-        PaintObjectLines(w, lines, surface, map);
+        if (!ObjectOutside(w, o, map.zoom)) {
+            BuildObjectGeometry(lines, o, map.zoom);
+            PaintObjectLines(w, lines, surface, map);
+        }
         Handle(surface, map, {o.PosX, o.PosY});
     }
     surface.SelectPen(oldPen);
