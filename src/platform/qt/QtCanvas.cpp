@@ -191,12 +191,15 @@ void QtCanvas::StrokeLine(int x0, int y0, int x1, int y1)
     };
     if (!styled) {
         // The walk's pixels go straight into the image the painter works on, after the lines
-        // still queued, so that the order of painting holds.
-        Flush();
-        const int w = image_.width();
-        const int h = image_.height();
+        // still queued, so that the order of painting holds. Queued lines of this same colour
+        // and mode may wait: writing a colour, or masking with it, gives the same pixels in
+        // either order.
         const QRgb rgb = 0xFF000000u | (color.rgb() & 0xFFFFFFu);
         const bool mask = rop_ == RasterOp::MaskPen;
+        if (pending_.isEmpty() || pendingColor_ != color.rgb() || pendingMode_ != PenMode())
+            Flush();
+        const int w = image_.width();
+        const int h = image_.height();
         for (std::int64_t i = first; i <= last; ++i, advance())
             for (int k = 0; k < offsets; ++k) {
                 const int x = p.x() + (k & 1);
