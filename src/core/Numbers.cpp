@@ -37,29 +37,32 @@ std::int32_t RoundToInt32OrFault(double v, const char* what)
 }
 
 namespace {
-std::string GeneralForm(double v)
+// Writes v in the general form into buf (which holds 32 characters) and gives the length.
+std::size_t GeneralForm(double v, char* buf)
 {
     if (v == 0 || std::isnan(v))
         v = 0; // a negative zero prints as zero
     // to_chars is locale independent, unlike printf; same digits as "%.15G".
-    char buf[64];
-    auto res = std::to_chars(buf, buf + sizeof buf, v, std::chars_format::general, 15);
-    std::string s(buf, res.ptr);
-    for (char& c : s)
-        if (c == 'e')
-            c = 'E';
-    return s;
+    const auto res = std::to_chars(buf, buf + 32, v, std::chars_format::general, 15);
+    const auto n = static_cast<std::size_t>(res.ptr - buf);
+    for (std::size_t i = 0; i < n; ++i)
+        if (buf[i] == 'e')
+            buf[i] = 'E';
+    return n;
 }
 } // namespace
 
 std::string Real(double v)
 {
-    std::string s = GeneralForm(v);
-    bool negative = !s.empty() && s[0] == '-';
-    std::string digits = negative ? s.substr(1) : s;
-    if (digits.size() > 1 && digits[0] == '0' && digits[1] == '.')
-        digits.erase(0, 1);
-    return (negative ? "-" : " ") + digits;
+    char buf[32];
+    const std::size_t n = GeneralForm(v, buf);
+    const bool negative = n > 0 && buf[0] == '-';
+    std::size_t first = negative ? 1 : 0;
+    if (n - first > 1 && buf[first] == '0' && buf[first + 1] == '.')
+        ++first; // no zero before the point
+    std::string out(1, negative ? '-' : ' ');
+    out.append(buf + first, n - first);
+    return out;
 }
 
 std::string FormatInt(std::int64_t v)
@@ -71,7 +74,8 @@ std::string FormatInt(std::int64_t v)
 
 std::string LocalReal(double v, char decimalSeparator)
 {
-    std::string s = GeneralForm(v);
+    char buf[32];
+    std::string s(buf, GeneralForm(v, buf));
     for (char& c : s)
         if (c == '.')
             c = decimalSeparator;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/Config.h"
@@ -26,6 +27,19 @@ struct ExportContext {
     RandomSource* random = nullptr;
 
     void add(std::string text) { lines.addLine(std::move(text)); }
+    // One line from its pieces, built in place without temporaries: the rows of the big shapes.
+    template <class... Parts>
+    void addJoined(const Parts&... parts)
+    {
+        const std::string_view views[] = {std::string_view(parts)...};
+        std::size_t size = 0;
+        for (std::string_view v : views)
+            size += v.size();
+        std::string& text = lines.newLine();
+        text.reserve(size);
+        for (std::string_view v : views)
+            text += v;
+    }
     // Without a generator the middle of the range: nothing is shaken.
     double nextRandom() { return random ? random->Next() : 0.5; }
     LatLon latLon(double x, double y, double divisor) const { return PointToLatLon(geo, x, y, divisor); }

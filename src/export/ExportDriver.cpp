@@ -54,14 +54,14 @@ private:
 
 std::string Quoted(const std::string& s) { return "\"" + s + "\""; }
 
-// Runs one item; a fault comes back naming the item.
-template <class F>
-void Item(const std::string& what, F&& run)
+// Runs one item; a fault comes back naming the item. The name is only made when it is needed.
+template <class Name, class F>
+void Item(Name&& what, F&& run)
 {
     try {
         run();
     } catch (const OperationFault& e) {
-        throw OperationFault("The export stopped at " + what + ": " + e.what());
+        throw OperationFault("The export stopped at " + what() + ": " + e.what());
     }
 }
 
@@ -115,7 +115,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
         for (std::size_t i = 0; i < objects.size(); ++i)
             if (objects[i].oType == kExclude) {
                 const int k = sec.next();
-                Item(ObjectName(in, i), [&] { ExportGenExcl(ctx, objects[i], I, k); });
+                Item([&] { return ObjectName(in, i); }, [&] { ExportGenExcl(ctx, objects[i], I, k); });
             }
         sec.close();
     }
@@ -124,7 +124,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
         for (std::size_t i = 0; i < shapes.size(); ++i)
             if (shapes[i].gType == kFlatten) {
                 sec.next();
-                Item(ShapeName(in, i), [&] { ExportFlatten(ctx, shapes[i], PointsOf(in, i), I); });
+                Item([&] { return ShapeName(in, i); }, [&] { ExportFlatten(ctx, shapes[i], PointsOf(in, i), I); });
             }
         sec.close();
     }
@@ -133,7 +133,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
         for (std::size_t i = 0; i < objects.size(); ++i)
             if (objects[i].oType == kInit) {
                 sec.next();
-                Item(ObjectName(in, i), [&] { ExportMenuEntry(ctx, objects[i], I); });
+                Item([&] { return ObjectName(in, i); }, [&] { ExportMenuEntry(ctx, objects[i], I); });
             }
         sec.close();
     }
@@ -142,7 +142,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
         for (std::size_t i = 0; i < shapes.size(); ++i)
             if (shapes[i].vLayer == 0 && (shapes[i].gType == kPoly || shapes[i].gType == kTexPoly)) {
                 const int n = sec.next();
-                Item(ShapeName(in, i), [&] { ExportPolygon(ctx, shapes[i], PointsOf(in, i), I, n); });
+                Item([&] { return ShapeName(in, i); }, [&] { ExportPolygon(ctx, shapes[i], PointsOf(in, i), I, n); });
             }
         sec.close();
     }
@@ -151,7 +151,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
         for (std::size_t i = 0; i < shapes.size(); ++i)
             if (shapes[i].vLayer == 0 && shapes[i].gType == kWideLine) {
                 const int n = sec.next();
-                Item(ShapeName(in, i), [&] { ExportWideLine(ctx, shapes[i], PointsOf(in, i), I, n); });
+                Item([&] { return ShapeName(in, i); }, [&] { ExportWideLine(ctx, shapes[i], PointsOf(in, i), I, n); });
             }
         sec.close();
     }
@@ -162,7 +162,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
             if (s.vLayer != 0 || !(s.gType == kDotLine || HasCentreLine(s)))
                 continue;
             const int n = sec.next();
-            Item(ShapeName(in, i), [&] {
+            Item([&] { return ShapeName(in, i); }, [&] {
                 ExportDotLine(ctx, s.gType == kDotLine ? s : CentreLineCopy(s), PointsOf(in, i), I, n);
             });
         }
@@ -175,7 +175,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
             if (s.vLayer == 0 || s.gType < kPoly || s.gType > kDotLine)
                 continue;
             const int n = sec.next();
-            Item(ShapeName(in, i), [&] {
+            Item([&] { return ShapeName(in, i); }, [&] {
                 const PointList& pts = PointsOf(in, i);
                 if (s.gType == kWideLine)
                     ExportWideLine(ctx, s, pts, I, n);
@@ -186,7 +186,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
             });
             if (HasCentreLine(s)) {
                 const int m = sec.next();
-                Item(ShapeName(in, i), [&] { ExportDotLine(ctx, CentreLineCopy(s), PointsOf(in, i), I, m); });
+                Item([&] { return ShapeName(in, i); }, [&] { ExportDotLine(ctx, CentreLineCopy(s), PointsOf(in, i), I, m); });
             }
         }
         sec.close();
@@ -196,7 +196,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
         for (std::size_t i = 0; i < objects.size(); ++i)
             if (objects[i].oType == kRunway) {
                 const int n = sec.next();
-                Item(ObjectName(in, i), [&] { ExportRunway(ctx, objects[i], I, n); });
+                Item([&] { return ObjectName(in, i); }, [&] { ExportRunway(ctx, objects[i], I, n); });
             }
         sec.close();
     }
@@ -205,16 +205,16 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
         for (std::size_t i = 0; i < shapes.size(); ++i) {
             if (shapes[i].gType == kTreeLine) {
                 sec.next();
-                Item(ShapeName(in, i), [&] { ExportTreeLine(ctx, shapes[i], PointsOf(in, i), I); });
+                Item([&] { return ShapeName(in, i); }, [&] { ExportTreeLine(ctx, shapes[i], PointsOf(in, i), I); });
             } else if (shapes[i].gType == kForest) {
                 sec.next();
-                Item(ShapeName(in, i), [&] { ExportForest(ctx, shapes[i], PointsOf(in, i), I); });
+                Item([&] { return ShapeName(in, i); }, [&] { ExportForest(ctx, shapes[i], PointsOf(in, i), I); });
             }
         }
         for (std::size_t i = 0; i < objects.size(); ++i)
             if (objects[i].oType == kApi) {
                 sec.next();
-                Item(ObjectName(in, i), [&] { ExportApi(ctx, objects[i], I); });
+                Item([&] { return ObjectName(in, i); }, [&] { ExportApi(ctx, objects[i], I); });
             }
         sec.close();
     }
@@ -223,7 +223,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
         for (std::size_t i = 0; i < objects.size(); ++i)
             if (objects[i].oType == kSign) {
                 const int n = sec.next();
-                Item(ObjectName(in, i), [&] { ExportSign(ctx, objects[i], I, n); });
+                Item([&] { return ObjectName(in, i); }, [&] { ExportSign(ctx, objects[i], I, n); });
             }
         sec.close();
     }
@@ -233,13 +233,13 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
             const ObjectRecord& o = objects[i];
             if (o.oType == kVor) {
                 sec.next();
-                Item(ObjectName(in, i), [&] { ExportVor(ctx, o, I); });
+                Item([&] { return ObjectName(in, i); }, [&] { ExportVor(ctx, o, I); });
             } else if (o.oType == kNdb) {
                 sec.next();
-                Item(ObjectName(in, i), [&] { ExportNdb(ctx, o, I); });
+                Item([&] { return ObjectName(in, i); }, [&] { ExportNdb(ctx, o, I); });
             } else if (o.oType == kRunway && RunwayHasNavigation(o)) {
                 sec.next();
-                Item(ObjectName(in, i), [&] {
+                Item([&] { return ObjectName(in, i); }, [&] {
                     ExportIls(ctx, o, I);
                     ExportMarkers(ctx, o, I);
                 });
@@ -259,10 +259,8 @@ bool ExportTextFile(const ExportInput& in, const std::string& path, int exportMo
             in.ui->Message(std::string(e.what()) + "\r\n\r\nNo file was written.", MessageStyle::Critical);
         return false;
     }
-    std::vector<std::string> lines;
-    buffer.GetAll(lines);
     // The bytes go out as they stand (Windows-1252), each line ended by CR LF.
-    if (!WriteLinesReplacing(path, lines)) {
+    if (!WriteLinesReplacing(path, buffer.lines())) {
         if (in.ui)
             in.ui->Message(kWriteFailed, MessageStyle::Critical);
         return false;

@@ -44,20 +44,20 @@ void WriteDotLines(ExportContext& ctx, const PointList& pts, double spacing, dou
         const double dx = static_cast<double>(q.X) - p.X;
         const double dy = static_cast<double>(q.Y) - p.Y;
         double c = std::sqrt(dx * dx + dy * dy) / step;
-        const std::string end = Fix6(q.X) + " 0 " + Fix6(-static_cast<std::int64_t>(q.Y));
+        const std::string qx = Fix6(q.X), qy = Fix6(-static_cast<std::int64_t>(q.Y));
         if (i == 0) {
             if (c < 1.0)
                 c = 1.0;
-            ctx.add(indent + "DotLine( " + Fix6(p.X) + " 0 " + Fix6(-static_cast<std::int64_t>(p.Y)) + "  " + end +
-                    " " + Int(ExportRound(c, "a dot count")) + " )");
+            ctx.addJoined(indent, "DotLine( ", Fix6(p.X), " 0 ", Fix6(-static_cast<std::int64_t>(p.Y)), "  ", qx,
+                          " 0 ", qy, " ", Int(ExportRound(c, "a dot count")), " )");
         } else if (c < 1.0) {
-            ctx.add(indent + "Dot( " + end + " )");
+            ctx.addJoined(indent, "Dot( ", qx, " 0 ", qy, " )");
         } else {
             // Start one step along the segment so the joint isn't lit twice.
             const std::int32_t sx = ExportRound(p.X + dx / c, "a dotted line's start");
             const std::int32_t sy = ExportRound(-(p.Y + dy / c), "a dotted line's start");
-            ctx.add(indent + "DotLine( " + Fix6(sx) + " 0 " + Fix6(sy) + "  " + end + " " +
-                    Int(ExportRound(c, "a dot count")) + " )");
+            ctx.addJoined(indent, "DotLine( ", Fix6(sx), " 0 ", Fix6(sy), "  ", qx, " 0 ", qy, " ",
+                          Int(ExportRound(c, "a dot count")), " )");
         }
     }
 }
@@ -66,8 +66,8 @@ void WriteDots(ExportContext& ctx, const PointList& pts, const std::string& inde
 {
     // The last point gets no dot.
     for (std::size_t i = 0; i + 1 < pts.size(); ++i)
-        ctx.add(indent + "Dot( " + Fix6(pts[i].X) + " 0 " + Fix6(-static_cast<std::int64_t>(pts[i].Y)) + " ) ;" +
-                Int(static_cast<std::int64_t>(i)));
+        ctx.addJoined(indent, "Dot( ", Fix6(pts[i].X), " 0 ", Fix6(-static_cast<std::int64_t>(pts[i].Y)), " ) ;",
+                      Int(static_cast<std::int64_t>(i)));
 }
 
 } // namespace

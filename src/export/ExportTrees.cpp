@@ -87,10 +87,10 @@ struct Entry {
 void TwoSided(ExportContext& ctx, const std::string& J, const Entry (&e)[4])
 {
     for (const char* head : {"ShadedTexPoly( a", "ShadedTexPoly( ai"}) {
-        ctx.add(J + head);
+        ctx.addJoined(J, head);
         for (const Entry& x : e)
-            ctx.add(J + x.a + " " + x.b + " " + x.c);
-        ctx.add(J + ")");
+            ctx.addJoined(J, x.a, " ", x.b, " ", x.c);
+        ctx.addJoined(J, ")");
     }
 }
 
@@ -147,8 +147,9 @@ void WriteWall(ExportContext& ctx, const ShapeRecord& shape, const PointList& po
     ctx.add(J + "VecPoints( 0");
     for (std::size_t i = 0; i <= m; ++i) {
         const auto number = static_cast<std::int64_t>(2 * i);
-        ctx.add(J + Fix6(V[i].X) + " 0    " + Fix6(V[i].Y) + kVector + Int(number));
-        ctx.add(J + Fix6(V[i].X) + " " + H4 + " " + Fix6(V[i].Y) + kVector + Int(number + 1));
+        const std::string x = Fix6(V[i].X), y = Fix6(V[i].Y);
+        ctx.addJoined(J, x, " 0    ", y, kVector, Int(number));
+        ctx.addJoined(J, x, " ", H4, " ", y, kVector, Int(number + 1));
     }
     ctx.add(J + ")");
     ctx.add(J);
@@ -190,9 +191,10 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
     ctx.add(J + "Points( 0");
     for (std::size_t i = 0; i <= n; ++i) {
         const auto number = static_cast<std::int64_t>(3 * i);
-        ctx.add(J + Fix6(P[i].X) + " " + H70_4 + " " + Fix6(neg(P[i].Y)) + " ;" + Int(number));
-        ctx.add(J + Fix6(P[i].X) + " " + H85_4 + " " + Fix6(neg(P[i].Y)) + " ;" + Int(number + 1));
-        ctx.add(J + Fix6(P[i].X) + " " + H4 + " " + Fix6(neg(P[i].Y)) + " ;" + Int(number + 2));
+        const std::string x = Fix6(P[i].X), y = Fix6(neg(P[i].Y));
+        ctx.addJoined(J, x, " ", H70_4, " ", y, " ;", Int(number));
+        ctx.addJoined(J, x, " ", H85_4, " ", y, " ;", Int(number + 1));
+        ctx.addJoined(J, x, " ", H4, " ", y, " ;", Int(number + 2));
     }
     ctx.add(J + ")");
     ctx.add(J);
@@ -203,9 +205,9 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
         ctx.add(J);
         ctx.add(J + "TexPoly( au");
         for (std::size_t i = 0; i <= n; ++i)
-            ctx.add(J + Int(static_cast<std::int64_t>(3 * i) + c) + " " +
-                    Fix6(ExportRound(P[i].X / 4.0, "a canopy texture point")) + " " +
-                    Fix6(ExportRound(P[i].Y / 4.0, "a canopy texture point")));
+            ctx.addJoined(J, Int(static_cast<std::int64_t>(3 * i) + c), " ",
+                          Fix6(ExportRound(P[i].X / 4.0, "a canopy texture point")), " ",
+                          Fix6(ExportRound(P[i].Y / 4.0, "a canopy texture point")));
         ctx.add(J + ")");
         ctx.add(J);
     }
@@ -218,8 +220,8 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
         const double b = ctx.nextRandom();
         const std::int32_t fx = ExportRound((a - 0.5) * 3.0 + P[i].X, "a forest wall point");
         const std::int32_t fy = ExportRound(((b - 0.5) * 3.0 + P[i].Y) * -1.0, "a forest wall point");
-        ctx.add(J + Fix6(fx) + " 0    " + Fix6(fy) + kVector + Int(number));
-        ctx.add(J + Fix6(P[i].X) + " " + H4 + " " + Fix6(neg(P[i].Y)) + kVector + Int(number + 1));
+        ctx.addJoined(J, Fix6(fx), " 0    ", Fix6(fy), kVector, Int(number));
+        ctx.addJoined(J, Fix6(P[i].X), " ", H4, " ", Fix6(neg(P[i].Y)), kVector, Int(number + 1));
         number += 2;
     }
     for (std::size_t i = 0; i <= n; ++i) {
@@ -227,8 +229,9 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
         if (P[i] == Point{0, 0})
             throw OperationFault("Division by zero: a forest point lies on the centre of its box.");
         const Point q = PointAlong(P[i], Point{0, 0}, capLen);
-        ctx.add(J + Fix6(q.X) + " 0    " + Fix6(neg(q.Y)) + kVector + Int(number));
-        ctx.add(J + Fix6(q.X) + " " + H4 + " " + Fix6(neg(q.Y)) + kVector + Int(number + 1));
+        const std::string x = Fix6(q.X), y = Fix6(neg(q.Y));
+        ctx.addJoined(J, x, " 0    ", y, kVector, Int(number));
+        ctx.addJoined(J, x, " ", H4, " ", y, kVector, Int(number + 1));
         number += 2;
     }
     ctx.add(J + ")");

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 
 namespace fw {
 
@@ -28,8 +27,8 @@ std::string FixInt(std::int64_t v, std::size_t width)
     char buf[24];
     const auto r = std::to_chars(buf, buf + sizeof buf, v);
     const std::size_t n = std::min(width, static_cast<std::size_t>(r.ptr - buf));
-    std::string out(width, ' ');
-    out.replace(0, n, buf, n);
+    std::string out(buf, n);
+    out.append(width - n, ' ');
     return out;
 }
 } // namespace
@@ -41,9 +40,13 @@ std::string Fix20(const std::string& text) { return FixN(text, 20); }
 
 std::string Hex(std::int64_t v)
 {
-    char buf[16];
-    std::snprintf(buf, sizeof buf, "%X", static_cast<unsigned>(static_cast<std::uint32_t>(v)));
-    return buf;
+    char buf[8];
+    const auto r = std::to_chars(buf, buf + sizeof buf, static_cast<std::uint32_t>(v), 16);
+    std::string out(buf, r.ptr);
+    for (char& c : out)
+        if (c >= 'a' && c <= 'f')
+            c = static_cast<char>(c - 'a' + 'A');
+    return out;
 }
 
 std::int32_t ExportRound(double v, const char* what)

@@ -136,27 +136,20 @@ void WriteMenu(ExportContext& ctx, const std::string& text, const std::string& i
 void WritePoints(ExportContext& ctx, const PointList& local, const std::string& indent)
 {
     ctx.add(indent + "Points( 0");
-    for (std::size_t i = 0; i < local.size(); ++i) {
-        std::string line;
-        line.reserve(indent.size() + 24);
-        line += indent;
-        line += XY(local[i]);
-        line += " ;";
-        line += Int(static_cast<std::int64_t>(i));
-        ctx.add(std::move(line));
-    }
+    for (std::size_t i = 0; i < local.size(); ++i)
+        ctx.addJoined(indent, XY(local[i]), " ;", Int(static_cast<std::int64_t>(i)));
     ctx.add(indent + ")");
 }
 
 void WriteRRStart(ExportContext& ctx, const std::string& kind, const std::string& half, const Point& p,
                   const std::string& indent)
 {
-    ctx.add(indent + "RRStart( " + kind + " " + half + " " + XY(p) + " )");
+    ctx.addJoined(indent, "RRStart( ", kind, " ", half, " ", XY(p), " )");
 }
 
 void WriteRoadCont(ExportContext& ctx, const Point& p, const std::string& indent)
 {
-    ctx.add(indent + "RoadCont( " + XY(p) + " )");
+    ctx.addJoined(indent, "RoadCont( ", XY(p), " )");
 }
 
 std::string LoadBitmapFlags(const std::array<std::uint8_t, 4>& loadflag)
@@ -193,15 +186,19 @@ void WritePolyStatement(ExportContext& ctx, const std::vector<std::uint8_t>& ind
     if (concave == 1)
         ctx.add(indent + "ConcavePoly");
     std::string line = indent + (shaded == 1 ? "ShadedPoly( au " : "Poly( au ");
+    line.reserve(indent.size() + 72);
     for (std::uint8_t index : indices) {
         // Tested before each index, so a line may pass 64 characters by one index.
         if (line.size() > 64) {
             ctx.add(std::move(line));
             line = indent;
+            line.reserve(indent.size() + 72);
         }
-        line += Int(index) + " ";
+        line += Int(index);
+        line += ' ';
     }
-    ctx.add(line + ")");
+    line += ')';
+    ctx.add(std::move(line));
 }
 
 void WriteTexPolyStatement(ExportContext& ctx, const std::vector<std::uint8_t>& indices,
@@ -211,8 +208,8 @@ void WriteTexPolyStatement(ExportContext& ctx, const std::vector<std::uint8_t>& 
         ctx.add(indent + "ConcavePoly");
     ctx.add(indent + (shaded == 1 ? "ShadedTexPoly( au" : "TexPoly( au"));
     for (std::size_t i = 0; i < indices.size() && i < uv.size(); ++i)
-        ctx.add(indent + Fix3(indices[i]) + " " + Fix6(uv[i].U) + " " +
-                Fix6(256 - static_cast<std::int64_t>(uv[i].V)));
+        ctx.addJoined(indent, Fix3(indices[i]), " ", Fix6(uv[i].U), " ",
+                      Fix6(256 - static_cast<std::int64_t>(uv[i].V)));
     ctx.add(indent + ")");
 }
 

@@ -12,12 +12,33 @@ class Ui;
 // Lines of a file being written (or tokens of a file being read), in order.
 class CBufferS {
 public:
-    void reset() { lines_.clear(); }
+    // The lines' storage is kept for the next text built in this buffer (see newLine).
+    void reset()
+    {
+        spare_.clear();
+        spare_.reserve(lines_.size());
+        for (auto it = lines_.rbegin(); it != lines_.rend(); ++it)
+            spare_.push_back(std::move(*it));
+        lines_.clear();
+    }
     void reserve(std::size_t lines) { lines_.reserve(lines); }
     bool addLine(std::string text)
     {
         lines_.push_back(std::move(text));
+        if (!spare_.empty())
+            spare_.pop_back(); // keeps each kept storage at the place of its line
         return true;
+    }
+    // An empty line appended to be filled in place. After a reset it takes the storage of the
+    // line that stood at the same place, so a text built again needs no new memory.
+    std::string& newLine()
+    {
+        if (spare_.empty())
+            return lines_.emplace_back();
+        std::string& line = lines_.emplace_back(std::move(spare_.back()));
+        spare_.pop_back();
+        line.clear();
+        return line;
     }
     // False when empty.
     bool GetAll(std::vector<std::string>& out) const
@@ -30,6 +51,7 @@ public:
 
 private:
     std::vector<std::string> lines_;
+    std::vector<std::string> spare_; // storage of the lines before the last reset, first line last
 };
 
 using Tokens = std::vector<std::string_view>;
