@@ -25,6 +25,8 @@ struct Session {
     std::string programFolder; // ends in a separator
     char decimalSeparator = '.';
     Ui* ui = nullptr;
+    // The maker's web site that "Fieldwright on the net..." opens; set by the desktop program.
+    std::string homePage;
 
     Stores stores;
     ProjectRecord project;

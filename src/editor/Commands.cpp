@@ -26,8 +26,6 @@ const char* const kTopMenuNames[kTopMenus] = {"MnuFile", "MnuEdit", "MnuSelectio
 
 namespace {
 
-constexpr const char* kHomePage = "https://fieldwright.sourceforge.io/";
-
 struct ZoomLevel {
     const char* command;
     double zoom;
@@ -236,7 +234,7 @@ bool RunCommand(Session& s, const std::string& name)
         if (!FileExists(help) || !UiOf(s).OpenExternal(help))
             UiOf(s).Message("Unable to find 'Fieldwright.htm'!", MessageStyle::Exclamation);
     } else if (name == "MnuHhomepage") {
-        UiOf(s).OpenExternal(kHomePage);
+        UiOf(s).OpenExternal(s.homePage);
     } else {
         return false;
     }

@@ -38,6 +38,7 @@ int main(int argc, char** argv)
     session.decimalSeparator = *separator;
     session.programFolder =
         fw::ProgramFolderFromEnvironment(fw::qt::PathFromQt(QCoreApplication::applicationDirPath()));
+    session.homePage = fw::qt::HomePage();
 
     const std::string configPath = fw::ConfigFilePath(session.programFolder);
     fw::StartSession(session, configPath);

@@ -9,11 +9,13 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
 
 #include "core/Numbers.h"
+#include "editor/CanvasEvents.h"
 #include "editor/Commands.h"
 #include "files/ProjectFlows.h"
 #include "platform/qt/CanvasWidget.h"
@@ -21,6 +23,10 @@
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtUi.h"
 #include "platform/qt/ToolIcons.h"
+
+#ifndef FW_VERSION
+#define FW_VERSION ""
+#endif
 
 namespace fw::qt {
 
@@ -68,6 +74,7 @@ MainWindow::MainWindow(Session& session, QtUi& ui, MainWindowHooks hooks)
     buildMenus();
     buildToolBar();
     buildStatusBar();
+    wireCommands();
 
     timer1_.setObjectName("Timer1");
     timer1_.setInterval(100);
@@ -241,6 +248,77 @@ void MainWindow::buildToolBar()
     tools_[21]->setChecked(true);
 }
 
+void MainWindow::wireCommands()
+{
+    // Commands whose work is the editor's; the File menu, the settings, the converter and the
+    // export are wired by their own modules.
+    static const char* const editorCommands[] = {
+        "MnuEundo", "MnuEcopy", "MnuEpaste", "MnuEdelete", "MnuEflipx", "MnuEflipy", "MnuErescale",
+        "MnuErotate", "MnuEdscale", "MnuEdrot",
+        "MnuSselectshape", "MnuSeditpoints", "MnuSdragshape", "MnuSshapeproperties", "MnuSconvertshapeto",
+        "MnuSback", "MnuSfront",
+        "MnuBshowpoly", "MnuBshowtexpoly", "MnuBshowline", "MnuBshowdotline", "MnuBshowtreeline",
+        "MnuBshowforest", "MnuBshow3d", "MnuBshowsign", "MnuBshowrunway", "MnuBshownavigation",
+        "MnuBshowexclude", "MnuBshowall", "MnuBedit", "MnuBshowbackground", "MnuBshowgrid",
+        "MnuHhelp", "MnuHhomepage",
+        "MnuC2centerHere", "MnuC2625", "MnuC2125", "MnuC225", "MnuC250", "MnuC2100", "MnuC2200", "MnuC2300",
+        "MnuC2400", "MnuC3", "MnuC3bringtofront",
+    };
+    for (const char* name : editorCommands) {
+        const std::string command = name;
+        connectCommand(name, [this, command] {
+            RunCommand(session_, command);
+            // The flags a command changed show at once, not a tick later.
+            Tick();
+        });
+    }
+    connectCommand("MnuHabout", [this] { About(); });
+
+    for (std::size_t i = 1; i < tools_.size(); ++i) {
+        QAction* a = tools_[i];
+        if (!a)
+            continue;
+        const std::string key = a->objectName().toStdString();
+        connect(a, &QAction::triggered, this, [this, key] {
+            RunGuarded([this, &key] { ToolClick(session_, key); });
+            // A tool shuts the menus and the tool strip at once.
+            Tick();
+        });
+    }
+
+    // Opening a top menu ends a free edit or an image edit before the menu drops.
+    for (const char* name : kTopMenuNames) {
+        QMenu* m = menu(name);
+        if (!m)
+            continue;
+        const std::string menuName = name;
+        connect(m, &QMenu::aboutToShow, this, [this, menuName] {
+            RunGuarded([this, &menuName] { OpenTopMenu(session_, menuName); });
+        });
+    }
+
+    canvas_->setGuard([this](const std::function<void()>& work) { RunGuarded(work); });
+    connect(canvas_, &CanvasWidget::positionChanged, this, [this] {
+        panels_[4]->setText(ToQt(session_.editor.statusLatitude));
+        panels_[5]->setText(ToQt(session_.editor.statusLongitude));
+    });
+    connect(canvas_, &CanvasWidget::eventHandled, this, &MainWindow::Tick);
+}
+
+void MainWindow::About()
+{
+    QMessageBox box(QMessageBox::Information, "About Fieldwright",
+                    QString("<b>Fieldwright</b> %1<br><br>"
+                            "Airport scenery design for Microsoft Flight Simulator 2000.<br>"
+                            "Draw ground shapes and place airport objects on a plan, then generate "
+                            "SCASM source and scenery files.")
+                        .arg(FW_VERSION),
+                    QMessageBox::Ok, this);
+    box.setObjectName("FormAbout");
+    box.setTextFormat(Qt::RichText);
+    box.exec();
+}
+
 void MainWindow::buildStatusBar()
 {
     static const std::array<int, 7> widths = {0, 120, 60, 140, 150, 150, 70};
@@ -291,6 +369,7 @@ bool MainWindow::Load()
     default: showNormal(); break;
     }
     session_.windowReady = 1;
+    canvas_->PaintNow();
 
     if (session_.openGLActive == 1) {
         const int steps = createOpenGL_ ? createOpenGL_() : gl_->Create();
@@ -365,6 +444,10 @@ bool MainWindow::Reachable(const QAction* a) const
     for (QMenu* m : menus_) {
         if (!m->actions().contains(const_cast<QAction*>(a)))
             continue;
+        // The canvas pop-ups are hidden, which Qt counts as disabled; they are reached by the
+        // mouse alone.
+        if (m == menus_.value("MnuClick2") || m == menus_.value("MnuClick3"))
+            return true;
         if (!m->menuAction()->isEnabled())
             return false;
         return Reachable(m->menuAction());

@@ -99,6 +99,9 @@ private:
     void buildMenus();
     void buildToolBar();
     void buildStatusBar();
+    // The editor's commands, the tool buttons, the top menus' opening, Help and About.
+    void wireCommands();
+    void About();
 
     Session& session_;
     QtUi& ui_;

@@ -8,6 +8,7 @@
 #include <QStringList>
 #include <QUrl>
 
+#include "platform/qt/CanvasWidget.h"
 #include "platform/qt/FormInform.h"
 #include "platform/qt/FormScasmStatus.h"
 #include "platform/qt/FormSettings.h"
@@ -218,7 +219,11 @@ bool QtUi::ProjectSettings(ProjectRecord& project, bool newProject)
 
 void QtUi::Repaint()
 {
-    if (canvas_)
+    // PaintFrame runs at once, inside the event that asked for it: a pan's preview lives only
+    // for the length of this call.
+    if (auto* canvas = qobject_cast<CanvasWidget*>(canvas_.data()))
+        canvas->PaintNow();
+    else if (canvas_)
         canvas_->update();
 }
 

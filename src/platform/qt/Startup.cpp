@@ -27,6 +27,12 @@ std::optional<char> CheckDecimalSeparator(const QString& separator, Ui& ui)
     return static_cast<char>(text.at(0).unicode());
 }
 
+#ifndef FW_HOME_PAGE
+#define FW_HOME_PAGE "https://fieldwright.example.org/"
+#endif
+
+std::string HomePage() { return FW_HOME_PAGE; }
+
 std::optional<char> SystemDecimalSeparator(const QLocale& locale, Ui& ui)
 {
     return CheckDecimalSeparator(locale.decimalPoint(), ui);

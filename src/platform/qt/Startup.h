@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <optional>
+#include <string>
 
 #include <QLocale>
 #include <QTimer>
@@ -17,6 +18,9 @@ namespace fw::qt {
 std::optional<char> SystemDecimalSeparator(const QLocale& locale, Ui& ui);
 // The same test on the separator text itself (empty: the locale gave no answer).
 std::optional<char> CheckDecimalSeparator(const QString& separator, Ui& ui);
+
+// The home page of the build ("Fieldwright on the net...").
+std::string HomePage();
 
 // The splash window. Its timer ticks every 500 ms: the main window comes at the second tick, the
 // splash closes at the fourth.

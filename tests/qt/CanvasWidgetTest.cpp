@@ -1,0 +1,514 @@
+// The canvas and the main window driven by Qt events as a user would: the stores and the pixels
+// of the painted frame are what is checked.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <QAction>
+#include <QApplication>
+#include <QFile>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include "core/Config.h"
+#include "core/Session.h"
+#include "editor/CanvasEvents.h"
+#include "editor/Commands.h"
+#include "platform/qt/CanvasWidget.h"
+#include "platform/qt/MainWindow.h"
+#include "platform/qt/QtUi.h"
+#include "platform/qt/Startup.h"
+
+namespace fw::qt {
+namespace {
+
+constexpr QRgb kWhitePx = 0xFFFFFF;
+constexpr QRgb kBlackPx = 0x000000;
+constexpr QRgb kRedPx = 0xFF0000;
+constexpr QRgb kBluePx = 0x0000FF;
+constexpr QRgb kGreyPx = 0x808080;
+
+// The Qt Ui with its dialogs answered at once and its pop-ups and pages recorded.
+class AnsweringUi : public QtUi {
+public:
+    bool ShapeProperties(ShapeRecord&, const PointList*) override
+    {
+        ++dialogs;
+        return true;
+    }
+    bool NewShapeProperties(ShapeRecord&, const PointList*) override
+    {
+        ++dialogs;
+        return true;
+    }
+    bool ObjectProperties(ObjectRecord&) override
+    {
+        ++dialogs;
+        return true;
+    }
+    int ShowTip(const std::string& text, int flag) override
+    {
+        tips.push_back(text);
+        return flag;
+    }
+    void Message(const std::string& text, MessageStyle, const std::string&) override { messages.push_back(text); }
+    void PopupMenu(const std::string& name) override { popups.push_back(name); }
+    bool OpenExternal(const std::string& target) override
+    {
+        opened.push_back(target);
+        return true;
+    }
+
+    int dialogs = 0;
+    std::vector<std::string> tips;
+    std::vector<std::string> messages;
+    std::vector<std::string> popups;
+    std::vector<std::string> opened;
+};
+
+QRgb Px(const QImage& image, int x, int y) { return image.pixel(x, y) & 0xFFFFFF; }
+
+// Mouse and keys as the window system delivers them; positions are in the drawable area's pixels
+// (the widget's less its border).
+class Driver {
+public:
+    explicit Driver(QWidget* w) : w_(w) {}
+
+    void Mouse(QEvent::Type type, double x, double y, Qt::MouseButton button,
+               Qt::KeyboardModifiers mods = Qt::NoModifier)
+    {
+        const QPointF local(x + CanvasWidget::kBorder, y + CanvasWidget::kBorder);
+        Qt::MouseButtons held = buttons_;
+        if (type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick)
+            held |= button;
+        else if (type == QEvent::MouseButtonRelease)
+            held &= ~Qt::MouseButtons(button);
+        buttons_ = held;
+        QMouseEvent e(type, local, w_->mapToGlobal(local), button, held, mods);
+        QCoreApplication::sendEvent(w_, &e);
+    }
+    void Press(double x, double y, Qt::MouseButton b = Qt::LeftButton, Qt::KeyboardModifiers m = Qt::NoModifier)
+    {
+        Mouse(QEvent::MouseButtonPress, x, y, b, m);
+    }
+    void Release(double x, double y, Qt::MouseButton b = Qt::LeftButton, Qt::KeyboardModifiers m = Qt::NoModifier)
+    {
+        Mouse(QEvent::MouseButtonRelease, x, y, b, m);
+    }
+    void Move(double x, double y, Qt::KeyboardModifiers m = Qt::NoModifier)
+    {
+        Mouse(QEvent::MouseMove, x, y, Qt::NoButton, m);
+    }
+    void Click(double x, double y, Qt::MouseButton b = Qt::LeftButton)
+    {
+        Press(x, y, b);
+        Release(x, y, b);
+    }
+    // The window system's order: press, release, double click, release.
+    void DoubleClick(double x, double y)
+    {
+        Click(x, y);
+        Mouse(QEvent::MouseButtonDblClick, x, y, Qt::LeftButton);
+        Release(x, y);
+    }
+    void Key(int key, Qt::KeyboardModifiers m = Qt::NoModifier)
+    {
+        QKeyEvent e(QEvent::KeyPress, key, m);
+        QCoreApplication::sendEvent(w_, &e);
+    }
+
+private:
+    QWidget* w_;
+    Qt::MouseButtons buttons_ = Qt::NoButton;
+};
+
+// A canvas of 400 by 300 drawable pixels at 100%: world X = pixel X - 200, world Y = pixel Y - 150.
+struct CanvasFixture : ::testing::Test {
+    CanvasFixture()
+    {
+        ResetAtStart(session);
+        ResetConfig(session.config, "/tmp/fw/");
+        session.ui = &ui;
+        session.showFlags.ShowGrid = 0;
+        canvas = std::make_unique<CanvasWidget>(session);
+        ui.setCanvas(canvas.get());
+        canvas->resize(404, 304);
+        canvas->show();
+        session.view.reset();
+        session.view.setZoom(1.0);
+        session.windowReady = 1;
+        canvas->PaintNow();
+    }
+    ~CanvasFixture() override { ui.setCanvas(nullptr); }
+
+    QImage Frame() const { return canvas->Frame(); }
+    std::vector<Point> Points(int shape) const
+    {
+        const PointList& l = session.stores.PointStore.at(static_cast<std::size_t>(shape));
+        return {l.begin(), l.end()};
+    }
+
+    Session session;
+    AnsweringUi ui;
+    std::unique_ptr<CanvasWidget> canvas;
+    Driver mouse{nullptr};
+    void SetUp() override { mouse = Driver(canvas.get()); }
+};
+
+using CanvasWidgetTest = CanvasFixture;
+
+TEST_F(CanvasWidgetTest, ResizeKeepsTheCentreAndPaintsOnlyOnceTheWindowIsReady)
+{
+    AddShape(session, {-50, -50, 50, -50, 0, 50}, kPoly);
+    session.view.setOffX(30);
+    session.windowReady = 0;
+    canvas->resize(805, 604);
+    EXPECT_EQ(session.view.sWidth(), 801);
+    EXPECT_EQ(session.view.sHeight(), 600);
+    EXPECT_EQ(session.view.centX(), 400) << "round(400.5) goes to the even neighbour";
+    EXPECT_EQ(session.view.centY(), 300);
+    EXPECT_EQ(session.view.offX(), 30);
+    EXPECT_EQ(session.view.zoom(), 1.0);
+    EXPECT_EQ(Frame().size(), QSize(801, 600));
+    EXPECT_EQ(Px(Frame(), 400 + 30, 300 - 50), kWhitePx) << "nothing is painted before start-up ends";
+
+    session.windowReady = 1;
+    canvas->resize(807, 604);
+    EXPECT_EQ(session.view.centX(), 402) << "round(401.5)";
+    // The top edge of the polygon, world Y -50, from world X -50 to 50.
+    EXPECT_EQ(Px(Frame(), 402 + 30, 300 - 50), kBlackPx);
+
+    canvas->resize(3, 2);
+    EXPECT_EQ(session.view.sWidth(), 0);
+    EXPECT_EQ(session.view.sHeight(), 0);
+}
+
+TEST_F(CanvasWidgetTest, ClicksAndADoubleClickDrawAPolygonWithItsRubberLineOnTop)
+{
+    ASSERT_TRUE(ToolClick(session, "poly"));
+    EXPECT_EQ(session.editor.EditState, 1);
+    mouse.Move(100, 100);
+    mouse.Click(210, 160);
+    mouse.Click(290, 160);
+    mouse.Move(250, 230);
+    // The shape being drawn is an overlay in grey: both committed points and the moving end.
+    EXPECT_EQ(Px(Frame(), 250, 160), kGreyPx);
+    EXPECT_EQ(Px(Frame(), 270, 195), kGreyPx);
+    mouse.Move(220, 230);
+    EXPECT_EQ(Px(Frame(), 270, 195), kWhitePx) << "one copy of the stored frame wipes the last overlay";
+    EXPECT_EQ(Px(Frame(), 255, 195), kGreyPx);
+
+    mouse.DoubleClick(220, 230);
+    EXPECT_EQ(session.stores.ShapeCount(), 1) << "the first click of the pair adds the third point";
+    EXPECT_EQ(session.editor.EditState, 0);
+    EXPECT_EQ(ui.dialogs, 1);
+    EXPECT_EQ(Points(0), (std::vector<Point>{{10, 10}, {90, 10}, {20, 80}}));
+    EXPECT_EQ(session.editor.selection.firstShape(), 0);
+
+    // Selected in select mode: red outline, a white handle with a red edge on the first point.
+    const QImage f = Frame();
+    EXPECT_EQ(Px(f, 250, 160), kRedPx);
+    EXPECT_EQ(Px(f, 208, 158), kRedPx);
+    EXPECT_EQ(Px(f, 210, 160), kWhitePx);
+    EXPECT_EQ(Px(f, 212, 162), kRedPx);
+    EXPECT_EQ(Px(f, 213, 163), kWhitePx) << "the handle's right and bottom are exclusive";
+}
+
+TEST_F(CanvasWidgetTest, TooFewPointsKeepTheToolDrawing)
+{
+    ToolClick(session, "wideline");
+    mouse.DoubleClick(100, 100);
+    EXPECT_EQ(session.stores.ShapeCount(), 0);
+    EXPECT_EQ(session.editor.EditState, 3);
+    mouse.DoubleClick(150, 100);
+    EXPECT_EQ(session.stores.ShapeCount(), 1);
+    EXPECT_EQ(Points(0), (std::vector<Point>{{-100, -50}, {-50, -50}}));
+}
+
+TEST_F(CanvasWidgetTest, PositionsAreRoundedHalfToEvenBeforeTheyBecomeWorldPoints)
+{
+    for (const double x : {210.5, 211.5}) {
+        ToolClick(session, "vor");
+        mouse.Click(x, 160.5);
+    }
+    ASSERT_EQ(session.stores.ObjectCount(), 2);
+    EXPECT_EQ(session.stores.ObjectStore[0].PosX, 10);
+    EXPECT_EQ(session.stores.ObjectStore[0].PosY, 10);
+    EXPECT_EQ(session.stores.ObjectStore[1].PosX, 12);
+    EXPECT_EQ(ui.dialogs, 2);
+}
+
+TEST_F(CanvasWidgetTest, PanningPreviewsTheViewAndMovesItOnlyAtButtonUp)
+{
+    AddShape(session, {0, -20, 40, -20, 40, 20}, kPoly);
+    canvas->PaintNow();
+    EXPECT_EQ(Px(Frame(), 220, 130), kBlackPx);
+    mouse.Press(100, 250);
+    EXPECT_EQ(session.editor.EditState, 7);
+    mouse.Move(130, 240);
+    EXPECT_EQ(session.view.offX(), 0) << "the pan is a preview";
+    EXPECT_EQ(Px(Frame(), 250, 120), kBlackPx);
+    EXPECT_EQ(Px(Frame(), 220, 130), kWhitePx);
+    mouse.Release(130, 240);
+    EXPECT_EQ(session.view.offX(), 30);
+    EXPECT_EQ(session.view.offY(), -10);
+    EXPECT_EQ(session.editor.EditState, 0);
+    EXPECT_EQ(Px(Frame(), 250, 120), kBlackPx);
+}
+
+TEST_F(CanvasWidgetTest, DraggingShowsAGhostThenMovesTheSelection)
+{
+    AddShape(session, {0, 0, 40, 0, 40, 40}, kPoly);
+    mouse.Click(200, 150);
+    ASSERT_EQ(session.editor.selection.firstShape(), 0);
+    RunCommand(session, "MnuSdragshape");
+    EXPECT_EQ(Px(Frame(), 220, 150), kBluePx) << "drag mode shows the selection in blue";
+
+    mouse.Press(201, 151);
+    EXPECT_EQ(session.editor.EditState, 9);
+    mouse.Move(231, 171);
+    EXPECT_EQ(Points(0).front(), (Point{0, 0})) << "the stores don't change while dragging";
+    EXPECT_EQ(Px(Frame(), 250, 170), kGreyPx) << "the ghost follows the mouse";
+    EXPECT_EQ(Px(Frame(), 220, 150), kBluePx) << "over the stored frame";
+    mouse.Release(231, 171);
+    EXPECT_EQ(Points(0), (std::vector<Point>{{30, 20}, {70, 20}, {70, 60}}));
+    EXPECT_EQ(session.canUndo, 1);
+    EXPECT_EQ(Px(Frame(), 250, 170), kBluePx);
+    EXPECT_EQ(Px(Frame(), 220, 150), kWhitePx);
+
+    RunCommand(session, "MnuEundo");
+    EXPECT_EQ(Points(0).front(), (Point{0, 0}));
+    EXPECT_EQ(Px(Frame(), 220, 150), kBluePx) << "undo repaints, with the selection it restored";
+}
+
+TEST_F(CanvasWidgetTest, ShiftDragIsARubberBandAndReleasingShiftDropsIt)
+{
+    AddShape(session, {-20, -20, 0, -20, 0, 0}, kPoly);
+    AddShape(session, {100, 100, 120, 100, 120, 120}, kPoly);
+    canvas->PaintNow();
+    mouse.Press(150, 100, Qt::LeftButton, Qt::ShiftModifier);
+    EXPECT_EQ(session.editor.EditState, 8);
+    mouse.Move(250, 200, Qt::ShiftModifier);
+    // The dotted band: three on, three off, along its top edge.
+    const QImage f = Frame();
+    int dark = 0;
+    for (int x = 150; x < 250; ++x)
+        dark += Px(f, x, 100) == kBlackPx;
+    EXPECT_GT(dark, 30);
+    EXPECT_LT(dark, 70);
+    mouse.Release(250, 200, Qt::LeftButton, Qt::ShiftModifier);
+    EXPECT_EQ(session.editor.selection.SelShapes(), std::vector<std::uint16_t>{0});
+    EXPECT_EQ(session.editor.EditState, 0);
+
+    mouse.Press(150, 100, Qt::LeftButton, Qt::ShiftModifier);
+    mouse.Move(350, 290, Qt::ShiftModifier | Qt::ControlModifier);
+    EXPECT_EQ(session.editor.EditState, 0) << "Shift no longer alone: the band is dropped";
+    mouse.Release(350, 290);
+    EXPECT_EQ(session.editor.selection.SelShapes(), std::vector<std::uint16_t>{0});
+}
+
+TEST_F(CanvasWidgetTest, RightButtonUpPopsUpTheMenuOfWhatIsUnderIt)
+{
+    AddShape(session, {0, 0, 40, 0, 40, 40}, kPoly);
+    mouse.Click(200, 150);
+    mouse.Click(330, 60, Qt::RightButton);
+    mouse.Click(200, 150, Qt::RightButton);
+    EXPECT_EQ(ui.popups, (std::vector<std::string>{"MnuClick2", "MnuSelection"}));
+    EXPECT_EQ(session.editor.memory.ContextPoint, (Point{130, -90}));
+
+    ToolClick(session, "mLayer");
+    mouse.Click(200, 150, Qt::RightButton);
+    EXPECT_EQ(ui.popups.back(), "MnuClick3");
+
+    // While a line is drawn the right button does nothing.
+    ToolClick(session, "mEdit");
+    ToolClick(session, "dotline");
+    mouse.Click(10, 10);
+    mouse.Click(20, 20, Qt::RightButton);
+    EXPECT_EQ(ui.popups.size(), 3u);
+}
+
+TEST_F(CanvasWidgetTest, MiddleButtonActsAsTheLeftAndItsDoubleClickIsAPress)
+{
+    ToolClick(session, "treeline");
+    mouse.Click(100, 100, Qt::MiddleButton);
+    mouse.Press(150, 100, Qt::MiddleButton);
+    mouse.Mouse(QEvent::MouseButtonDblClick, 150, 100, Qt::MiddleButton);
+    EXPECT_EQ(session.editor.draw.PointIndex(), 3);
+    EXPECT_EQ(session.stores.ShapeCount(), 0);
+}
+
+TEST_F(CanvasWidgetTest, KeysOfTheCanvas)
+{
+    EXPECT_EQ(CanvasWidget::KeyCode(Qt::Key_Insert, Qt::NoModifier), 45);
+    EXPECT_EQ(CanvasWidget::KeyCode(Qt::Key_Return, Qt::NoModifier), 13);
+    EXPECT_EQ(CanvasWidget::KeyCode(Qt::Key_Enter, Qt::KeypadModifier), 13);
+    EXPECT_EQ(CanvasWidget::KeyCode(Qt::Key_Left, Qt::NoModifier), 37);
+    EXPECT_EQ(CanvasWidget::KeyCode(Qt::Key_Down, Qt::NoModifier), 40);
+    EXPECT_EQ(CanvasWidget::KeyCode(Qt::Key_Equal, Qt::NoModifier), 187);
+    EXPECT_EQ(CanvasWidget::KeyCode(Qt::Key_Plus, Qt::ShiftModifier), 187);
+    EXPECT_EQ(CanvasWidget::KeyCode(Qt::Key_Plus, Qt::KeypadModifier), 107);
+    EXPECT_EQ(CanvasWidget::KeyCode(Qt::Key_Minus, Qt::NoModifier), 189);
+    EXPECT_EQ(CanvasWidget::KeyCode(Qt::Key_Minus, Qt::KeypadModifier), 109);
+    EXPECT_EQ(CanvasWidget::ShiftState(Qt::ShiftModifier | Qt::AltModifier), 5);
+
+    mouse.Key(Qt::Key_Plus);
+    EXPECT_EQ(session.view.zoom(), 2.0);
+    mouse.Key(Qt::Key_Plus, Qt::KeypadModifier);
+    EXPECT_EQ(session.view.zoom(), 2.0) << "only the main keyboard's plus zooms";
+    mouse.Key(Qt::Key_Minus);
+    mouse.Key(Qt::Key_Minus);
+    EXPECT_EQ(session.view.zoom(), 0.5);
+    ToolClick(session, "poly");
+    mouse.Key(Qt::Key_Minus);
+    EXPECT_EQ(session.view.zoom(), 0.5) << "the keys zoom only when idle";
+    ToolClick(session, "mEdit");
+
+    AddShape(session, {0, 0, 40, 0, 40, 40}, kPoly);
+    mouse.Click(200, 150);
+    RunCommand(session, "MnuSeditpoints");
+    mouse.Key(Qt::Key_Return);
+    EXPECT_EQ(session.editor.selection.state(), 1) << "Enter is Selected";
+}
+
+// The main window around the canvas.
+struct WindowFixture : ::testing::Test {
+    WindowFixture()
+    {
+        ResetAtStart(session);
+        ResetConfig(session.config, "/tmp/fw/");
+        session.config.WinWidth = 800;
+        session.config.WinHeight = 600;
+        session.ui = &ui;
+        session.homePage = HomePage();
+        window = std::make_unique<MainWindow>(session, ui);
+        window->Load();
+        mouse = Driver(window->canvas());
+    }
+    ~WindowFixture() override { window.reset(); }
+    void Trigger(const char* name)
+    {
+        QAction* a = window->action(name);
+        ASSERT_NE(a, nullptr) << name;
+        a->trigger();
+    }
+
+    Session session;
+    AnsweringUi ui;
+    std::unique_ptr<MainWindow> window;
+    Driver mouse{nullptr};
+};
+
+using MainWindowCommands = WindowFixture;
+
+TEST_F(MainWindowCommands, AToolButtonShutsMenusAndToolsAtOnceUntilTheShapeEnds)
+{
+    Trigger("poly");
+    EXPECT_EQ(session.editor.EditState, 1);
+    EXPECT_FALSE(window->menu("MnuFile")->menuAction()->isEnabled());
+    EXPECT_FALSE(window->menu("MnuHelp")->menuAction()->isEnabled());
+    EXPECT_FALSE(window->action("zoomIn")->isEnabled());
+    mouse.Click(100, 100);
+    mouse.Click(150, 100);
+    mouse.DoubleClick(150, 150);
+    EXPECT_EQ(session.stores.ShapeCount(), 1);
+    EXPECT_TRUE(window->menu("MnuFile")->menuAction()->isEnabled());
+    EXPECT_TRUE(window->action("zoomIn")->isEnabled());
+    EXPECT_TRUE(window->action("MnuEcopy")->isEnabled()) << "the new shape is selected";
+
+    Trigger("zoomIn");
+    EXPECT_EQ(session.view.zoom(), 0.5);
+    EXPECT_EQ(window->panel(6)->text(), "50 %");
+}
+
+TEST_F(MainWindowCommands, MenuCommandsRunTheEditorAndShowTheirFlagsAtOnce)
+{
+    Trigger("MnuC2100");
+    EXPECT_EQ(session.view.zoom(), 1.0);
+    EXPECT_TRUE(window->action("MnuC2100")->isChecked());
+    EXPECT_FALSE(window->action("MnuC225")->isChecked());
+    const std::uint8_t grid = session.showFlags.ShowGrid;
+    Trigger("MnuBshowgrid");
+    EXPECT_NE(session.showFlags.ShowGrid, grid);
+    EXPECT_EQ(window->action("MnuBshowgrid")->isChecked(), session.showFlags.ShowGrid == 1);
+
+    AddShape(session, {0, 0, 100, 0, 100, 100}, kPoly);
+    session.editor.selection.addEntry(0, 0, 0, 100, 0, 100);
+    window->Tick();
+    Trigger("MnuEcopy");
+    Trigger("MnuEpaste");
+    EXPECT_EQ(session.stores.ShapeCount(), 2);
+    Trigger("MnuEundo");
+    EXPECT_EQ(session.stores.ShapeCount(), 1);
+}
+
+TEST_F(MainWindowCommands, OpeningATopMenuEndsAFreeEdit)
+{
+    AddShape(session, {0, 0, 100, 0, 100, 100}, kPoly);
+    session.editor.selection.addEntry(0, 0, 0, 100, 0, 100);
+    window->Tick();
+    Trigger("MnuErotate");
+    EXPECT_EQ(session.editor.EditState, 12);
+    emit window->menu("MnuFile")->aboutToShow();
+    EXPECT_EQ(session.editor.EditState, 12) << "the File menu leaves it";
+    emit window->menu("MnuEdit")->aboutToShow();
+    EXPECT_EQ(session.editor.EditState, 0);
+    EXPECT_EQ(session.editor.work.WorkShapeLast, -1);
+}
+
+TEST_F(MainWindowCommands, TheMouseWritesTheGeographicPositionAtOnce)
+{
+    session.project.LatitudeDegree = 45.0;
+    session.project.LongitudeDegree = 7.0;
+    mouse.Move(10, 10);
+    EXPECT_FALSE(window->panel(4)->text().isEmpty());
+    EXPECT_TRUE(window->panel(4)->text().endsWith("N"));
+    EXPECT_TRUE(window->panel(5)->text().endsWith("E"));
+    const QString before = window->panel(5)->text();
+    mouse.Move(700, 10);
+    EXPECT_NE(window->panel(5)->text(), before);
+}
+
+TEST_F(MainWindowCommands, HelpOpensThePageOfTheProgramFolderAndTheHomePageOfTheBuild)
+{
+    QTemporaryDir dir;
+    session.programFolder = dir.path().toStdString() + "/";
+    Trigger("MnuHhelp");
+    ASSERT_EQ(ui.messages, std::vector<std::string>{"Unable to find 'Fieldwright.htm'!"});
+    QFile page(dir.filePath("Fieldwright.htm"));
+    ASSERT_TRUE(page.open(QIODevice::WriteOnly));
+    page.write("<html></html>");
+    page.close();
+    Trigger("MnuHhelp");
+    Trigger("MnuHhomepage");
+    ASSERT_EQ(ui.opened.size(), 2u);
+    EXPECT_EQ(ui.opened[0], session.programFolder + "Fieldwright.htm");
+    EXPECT_EQ(ui.opened[1], HomePage());
+    EXPECT_EQ(HomePage().rfind("https://", 0), 0u);
+}
+
+TEST_F(MainWindowCommands, AboutIsAModalBox)
+{
+    QString title;
+    bool modal = false;
+    QTimer::singleShot(0, [&] {
+        if (QWidget* w = QApplication::activeModalWidget()) {
+            title = w->windowTitle();
+            modal = qobject_cast<QMessageBox*>(w) != nullptr;
+            w->close();
+        }
+    });
+    Trigger("MnuHabout");
+    EXPECT_EQ(title, "About Fieldwright");
+    EXPECT_TRUE(modal);
+}
+
+} // namespace
+} // namespace fw::qt
