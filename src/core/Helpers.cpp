@@ -65,13 +65,21 @@ bool CheckDouble(const ValueContext& ctx, const std::string& text, double lower,
     return true;
 }
 
+namespace {
+// The typed number rounded to 16 bits; empty when it is no number or doesn't fit.
+std::optional<std::int16_t> RoundedValue(const ValueContext& ctx, const std::string& text)
+{
+    double v = 0;
+    if (!ParseLocalNumber(text, ctx.decimalSeparator, v))
+        return std::nullopt;
+    return RoundToInt16(v);
+}
+} // namespace
+
 bool CheckInteger(const ValueContext& ctx, const std::string& text, double lower, double upper,
                   const std::string& name, std::int16_t& out)
 {
-    double v = 0;
-    std::optional<std::int16_t> r;
-    if (ParseLocalNumber(text, ctx.decimalSeparator, v))
-        r = RoundToInt16(v);
+    const std::optional<std::int16_t> r = RoundedValue(ctx, text);
     if (!r || *r < lower || *r > upper) {
         WrongValue(ctx, name);
         return false;
@@ -83,10 +91,7 @@ bool CheckInteger(const ValueContext& ctx, const std::string& text, double lower
 bool CheckByte(const ValueContext& ctx, const std::string& text, double lower, double upper,
                const std::string& name, std::uint8_t& out)
 {
-    double v = 0;
-    std::optional<std::int16_t> r;
-    if (ParseLocalNumber(text, ctx.decimalSeparator, v))
-        r = RoundToInt16(v);
+    const std::optional<std::int16_t> r = RoundedValue(ctx, text);
     if (!r || *r < 0 || *r > 255 || *r < lower || *r > upper) {
         WrongValue(ctx, name);
         return false;

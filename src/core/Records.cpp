@@ -31,59 +31,7 @@ bool IsObjectType(int type) { return (type >= kRunway && type <= kExclude) || ty
 void ResetShape(ShapeRecord& s, int type)
 {
     s.gType = static_cast<std::uint8_t>(type);
-    const std::string noComment = "[No comment]";
-    switch (type) {
-    case kPoly:
-        s.gComment = noComment;
-        s.gIsColored = 0;
-        s.tDayPath = "Concrete.r8";
-        s.cColor = RGB(180, 180, 160);
-        s.cTransparency = 15;
-        s.vRange = 10000;
-        s.vTime = 7;
-        break;
-    case kTexPoly:
-        s.gComment = noComment;
-        s.gIsColored = 0;
-        s.tDayPath = "Concrete.r8";
-        s.mTexMap.fill(-100);
-        s.vRange = 10000;
-        s.vTime = 7;
-        break;
-    case kWideLine:
-        s.gComment = noComment;
-        s.gIsColored = 1;
-        s.tDayPath = "taxi.bmp";
-        s.cColor = RGB(160, 150, 10);
-        s.cTransparency = 15;
-        s.gLineWidth = 0.5;
-        s.vRange = 500;
-        s.vTime = 7;
-        break;
-    case kDotLine:
-        s.gComment = noComment;
-        s.cColor = 17;
-        s.gLineWidth = 30.0;
-        s.vRange = 2000;
-        s.vTime = 7;
-        break;
-    case kTreeLine:
-        s.gComment = noComment;
-        s.gIsColored = 0;
-        s.tDayPath = "Tree.bmp";
-        s.mTexMap.fill(0);
-        s.mBandHeight = 20.0;
-        s.mNumBands = 8;
-        s.vRange = 2000;
-        s.vTime = 7;
-        break;
-    case kForest:
-        s.gComment = noComment;
-        s.mBandHeight = 20.0;
-        s.vRange = 2000;
-        s.vTime = 7;
-        break;
-    case kFlatten:
+    if (type == kFlatten) {
         s.gComment.clear();
         s.gIsColored = 0;
         s.tDayPath.clear();
@@ -92,14 +40,53 @@ void ResetShape(ShapeRecord& s, int type)
         s.mNumBands = 0;
         s.vRange = 0;
         s.vTime = 0;
-        break;
-    default:
         return;
     }
-    if (type == kPoly || type == kTexPoly || type == kWideLine || type == kTreeLine || type == kForest ||
-        type == kDotLine) {
-        s.tSwitch = 0;
-        s.tLoadflag.fill(0);
+    if (!IsShapeType(type))
+        return;
+    s.gComment = "[No comment]";
+    s.vTime = 7;
+    s.tSwitch = 0;
+    s.tLoadflag.fill(0);
+    switch (type) {
+    case kPoly:
+        s.gIsColored = 0;
+        s.tDayPath = "Concrete.r8";
+        s.cColor = RGB(180, 180, 160);
+        s.cTransparency = 15;
+        s.vRange = 10000;
+        break;
+    case kTexPoly:
+        s.gIsColored = 0;
+        s.tDayPath = "Concrete.r8";
+        s.mTexMap.fill(-100);
+        s.vRange = 10000;
+        break;
+    case kWideLine:
+        s.gIsColored = 1;
+        s.tDayPath = "taxi.bmp";
+        s.cColor = RGB(160, 150, 10);
+        s.cTransparency = 15;
+        s.gLineWidth = 0.5;
+        s.vRange = 500;
+        break;
+    case kDotLine:
+        s.cColor = 17;
+        s.gLineWidth = 30.0;
+        s.vRange = 2000;
+        break;
+    case kTreeLine:
+        s.gIsColored = 0;
+        s.tDayPath = "Tree.bmp";
+        s.mTexMap.fill(0);
+        s.mBandHeight = 20.0;
+        s.mNumBands = 8;
+        s.vRange = 2000;
+        break;
+    default: // kForest
+        s.mBandHeight = 20.0;
+        s.vRange = 2000;
+        break;
     }
 }
 

@@ -7,22 +7,6 @@
 
 namespace fw {
 
-namespace {
-// Nobody at the screen: questions are answered as a closed dialog would answer them.
-class ClosedUi : public Ui {
-public:
-    void Message(const std::string&, MessageStyle, const std::string&) override {}
-    Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::Cancel; }
-    Answer AskYesNo(const std::string&, const std::string&) override { return Answer::No; }
-    bool ChooseFile(const FileDialogRequest&, std::string&) override { return false; }
-    bool ChooseFolder(const std::string&, const std::string&, std::string&) override { return false; }
-    int ShowTip(const std::string&, int flag) override { return flag; }
-    void SetWaitCursor(bool) override {}
-    void SetPointer(Pointer) override {}
-    bool OpenExternal(const std::string&) override { return false; }
-};
-} // namespace
-
 Ui& UiOf(Session& s)
 {
     static ClosedUi closed;

@@ -62,12 +62,11 @@ bool HasSelection(const Session& s)
     return sel.sizeShape() + sel.sizeObject() + 2 > 0;
 }
 
-// UndoPrepare, load the working copy, transform, store the result, mark and paint.
-template <class F>
-void RunImmediate(Session& s, F transform)
+// UndoPrepare and the working copy loaded with the selection; false when nothing is selected.
+bool PrepareWork(Session& s)
 {
     if (!HasSelection(s))
-        return;
+        return false;
     UndoPrepare(s);
     std::vector<PointList> points;
     std::vector<ShapeRecord> shapes;
@@ -77,6 +76,15 @@ void RunImmediate(Session& s, F transform)
     const Limits limits = sel.getLimits();
     WorkClear(s.editor.work);
     WorkBegin(s.editor.work, points, shapes, objects, sel.sizeShape(), sel.sizeObject(), limits);
+    return true;
+}
+
+// UndoPrepare, load the working copy, transform, store the result, mark and paint.
+template <class F>
+void RunImmediate(Session& s, F transform)
+{
+    if (!PrepareWork(s))
+        return;
     transform(s.editor.work);
     EndWorkingCopy(s);
     MarkChanged(s, true);
@@ -86,17 +94,8 @@ void RunImmediate(Session& s, F transform)
 
 void BeginFreeEdit(Session& s, std::uint8_t state)
 {
-    if (!HasSelection(s))
+    if (!PrepareWork(s))
         return;
-    UndoPrepare(s);
-    std::vector<PointList> points;
-    std::vector<ShapeRecord> shapes;
-    std::vector<ObjectRecord> objects;
-    CopySelection(s, points, shapes, objects);
-    const CSelection& sel = s.editor.selection;
-    const Limits limits = sel.getLimits();
-    WorkClear(s.editor.work);
-    WorkBegin(s.editor.work, points, shapes, objects, sel.sizeShape(), sel.sizeObject(), limits);
     s.editor.EditState = state;
     PaintFrame(s);
 }

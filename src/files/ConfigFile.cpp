@@ -183,9 +183,8 @@ void BuildConfigText(CBufferS& out, const Session& s)
     out.addLine(QuotedLine("BackPicturePath", c.BackPicturePath));
     out.addLine(QuotedLine("ImportPath", c.ImportPath));
     out.addLine(IntLine("GridColor4", c.GridColor4));
-    out.addLine(IntLine("GridDist1", c.GridDist[0]));
-    out.addLine(IntLine("GridDist2", c.GridDist[1]));
-    out.addLine(IntLine("GridDist3", c.GridDist[2]));
+    for (int i = 0; i < 3; ++i)
+        out.addLine(IntLine("GridDist" + std::to_string(i + 1), c.GridDist[i]));
     out.addLine(IntLine("WinWidth", c.WinWidth));
     out.addLine(IntLine("WinHeight", c.WinHeight));
     out.addLine(IntLine("WinStatus", c.WinStatus));

@@ -330,17 +330,12 @@ void BuildProjectText(CBufferS& out, const ProjectData& d)
     out.addLine(IntLine("UsePointReduction", p.UsePointReduction));
     out.addLine(IntLine("UseTextureLevels", p.UseTextureLevels));
     out.addLine(IntLine("GroupLines", p.GroupLines));
-    out.addLine(IntLine("Distance1", p.Distance[0]));
-    out.addLine(IntLine("Distance2", p.Distance[1]));
-    out.addLine(IntLine("Distance3", p.Distance[2]));
-    out.addLine(QuotedLine("Texture1", p.Texture[0]));
-    out.addLine(QuotedLine("Texture2", p.Texture[1]));
-    out.addLine(QuotedLine("Texture3", p.Texture[2]));
-    out.addLine(QuotedLine("Texture4", p.Texture[3]));
-    out.addLine(IntLine("Color1", p.Color[0]));
-    out.addLine(IntLine("Color2", p.Color[1]));
-    out.addLine(IntLine("Color3", p.Color[2]));
-    out.addLine(IntLine("Color4", p.Color[3]));
+    for (int i = 0; i < 3; ++i)
+        out.addLine(IntLine("Distance" + std::to_string(i + 1), p.Distance[i]));
+    for (int i = 0; i < 4; ++i)
+        out.addLine(QuotedLine("Texture" + std::to_string(i + 1), p.Texture[i]));
+    for (int i = 0; i < 4; ++i)
+        out.addLine(IntLine("Color" + std::to_string(i + 1), p.Color[i]));
     out.addLine(")");
     AddRecords(out, d.points, d.shapes, d.objects);
 }

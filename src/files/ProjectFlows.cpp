@@ -74,10 +74,17 @@ bool SaveWithWait(Session& s, const std::string& path, const FlowHooks& hooks)
     return WriteProject(s, path, hooks);
 }
 
-void AfterOpen(Session& s, const FlowHooks& hooks)
+// Loads under the wait cursor; whether it worked or not, the view and tool start afresh.
+bool OpenWithWait(Session& s, const std::string& path, const FlowHooks& hooks)
 {
+    bool loaded;
+    {
+        WaitCursor wait(s.ui);
+        loaded = LoadProject(s, path, hooks);
+    }
     s.view.setMMode(0);
     Call(hooks.resetTool, s);
+    return loaded;
 }
 
 } // namespace
@@ -210,13 +217,7 @@ bool MnuFopen(Session& s, const FlowHooks& hooks)
     std::string path;
     if (!s.ui->ChooseFile(r, path) || path.empty())
         return false;
-    bool loaded;
-    {
-        WaitCursor wait(s.ui);
-        loaded = LoadProject(s, path, hooks);
-    }
-    AfterOpen(s, hooks);
-    return loaded;
+    return OpenWithWait(s, path, hooks);
 }
 
 bool MnuFrecent(Session& s, int entry, const FlowHooks& hooks)
@@ -226,13 +227,7 @@ bool MnuFrecent(Session& s, int entry, const FlowHooks& hooks)
     const std::string path = s.recent.getEntry(entry);
     if (!AskToSave(s, hooks))
         return false;
-    bool loaded;
-    {
-        WaitCursor wait(s.ui);
-        loaded = LoadProject(s, path, hooks);
-    }
-    AfterOpen(s, hooks);
-    return loaded;
+    return OpenWithWait(s, path, hooks);
 }
 
 std::string RecentMenuLabel(const Session& s, int entry)

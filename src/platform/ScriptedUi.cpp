@@ -2,6 +2,31 @@
 
 namespace fw {
 
+namespace {
+// The first queued answer, or what a closed dialog answers when none is left.
+Answer NextAnswer(std::deque<Answer>& answers, Answer closed)
+{
+    if (answers.empty())
+        return closed;
+    const Answer a = answers.front();
+    answers.pop_front();
+    return a;
+}
+
+// The first queued file; an empty entry stands for a cancelled dialog, as does an empty queue.
+bool NextFile(std::deque<std::string>& files, std::string& out)
+{
+    if (files.empty())
+        return false;
+    std::string f = std::move(files.front());
+    files.pop_front();
+    if (f.empty())
+        return false;
+    out = std::move(f);
+    return true;
+}
+} // namespace
+
 void ScriptedUi::Message(const std::string& text, MessageStyle style, const std::string&)
 {
     calls.push_back({"message", text, style});
@@ -10,48 +35,26 @@ void ScriptedUi::Message(const std::string& text, MessageStyle style, const std:
 Answer ScriptedUi::AskYesNoCancel(const std::string& text, const std::string&)
 {
     calls.push_back({"yesnocancel", text, MessageStyle::Question});
-    if (answers.empty())
-        return Answer::Cancel;
-    Answer a = answers.front();
-    answers.pop_front();
-    return a;
+    return NextAnswer(answers, Answer::Cancel);
 }
 
 Answer ScriptedUi::AskYesNo(const std::string& text, const std::string&)
 {
     calls.push_back({"yesno", text, MessageStyle::Question});
-    if (answers.empty())
-        return Answer::No;
-    Answer a = answers.front();
-    answers.pop_front();
-    return a;
+    return NextAnswer(answers, Answer::No);
 }
 
 bool ScriptedUi::ChooseFile(const FileDialogRequest& request, std::string& path)
 {
     calls.push_back({"file", request.filter, MessageStyle::Question});
     fileRequests.push_back(request);
-    if (files.empty())
-        return false;
-    std::string f = files.front();
-    files.pop_front();
-    if (f.empty())
-        return false;
-    path = f;
-    return true;
+    return NextFile(files, path);
 }
 
 bool ScriptedUi::ChooseFolder(const std::string& title, const std::string&, std::string& folder)
 {
     calls.push_back({"folder", title, MessageStyle::Question});
-    if (files.empty())
-        return false;
-    std::string f = files.front();
-    files.pop_front();
-    if (f.empty())
-        return false;
-    folder = f;
-    return true;
+    return NextFile(files, folder);
 }
 
 int ScriptedUi::ShowTip(const std::string& text, int flag)

@@ -1,6 +1,7 @@
 // Every question the logic asks a person goes through this port.
 #pragma once
 
+#include <cstdio>
 #include <functional>
 #include <string>
 #include <vector>
@@ -87,6 +88,29 @@ public:
     virtual bool ObjectProperties(ObjectRecord& /*object*/) { return true; }
     // The project settings dialog on a copy of the record; newProject set by New. True for OK.
     virtual bool ProjectSettings(ProjectRecord& /*project*/, bool /*newProject*/) { return true; }
+};
+
+// Nobody at the screen: every question is answered as a closed dialog would answer it. With echo,
+// messages go to stderr (the batch tool), else nowhere.
+class ClosedUi : public Ui {
+public:
+    explicit ClosedUi(bool echo = false) : echo_(echo) {}
+    void Message(const std::string& text, MessageStyle, const std::string&) override
+    {
+        if (echo_)
+            std::fprintf(stderr, "%s\n", text.c_str());
+    }
+    Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::Cancel; }
+    Answer AskYesNo(const std::string&, const std::string&) override { return Answer::No; }
+    bool ChooseFile(const FileDialogRequest&, std::string&) override { return false; }
+    bool ChooseFolder(const std::string&, const std::string&, std::string&) override { return false; }
+    int ShowTip(const std::string&, int flag) override { return flag; }
+    void SetWaitCursor(bool) override {}
+    void SetPointer(Pointer) override {}
+    bool OpenExternal(const std::string&) override { return false; }
+
+private:
+    bool echo_;
 };
 
 } // namespace fw

@@ -19,20 +19,9 @@ namespace fw::cli {
 namespace {
 
 // Messages go to stderr; the compiler's log is shown there while it still exists.
-class ExportUi : public Ui {
+class ExportUi : public ClosedUi {
 public:
-    void Message(const std::string& text, MessageStyle, const std::string&) override
-    {
-        std::fprintf(stderr, "%s\n", text.c_str());
-    }
-    Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::Cancel; }
-    Answer AskYesNo(const std::string&, const std::string&) override { return Answer::No; }
-    bool ChooseFile(const FileDialogRequest&, std::string&) override { return false; }
-    bool ChooseFolder(const std::string&, const std::string&, std::string&) override { return false; }
-    int ShowTip(const std::string&, int flag) override { return flag; }
-    void SetWaitCursor(bool) override {}
-    void SetPointer(Pointer) override {}
-    bool OpenExternal(const std::string&) override { return false; }
+    ExportUi() : ClosedUi(true) {}
     void ShowScasmStatus(const std::string& text, const std::string& logPath) override
     {
         std::fprintf(stderr, "SCASM status: %s\n", text.c_str());

@@ -11,23 +11,6 @@ namespace fw::cli {
 
 namespace {
 
-// Messages go to stderr; nobody is there to answer a question.
-class StderrUi : public Ui {
-public:
-    void Message(const std::string& text, MessageStyle, const std::string&) override
-    {
-        std::fprintf(stderr, "%s\n", text.c_str());
-    }
-    Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::Cancel; }
-    Answer AskYesNo(const std::string&, const std::string&) override { return Answer::No; }
-    bool ChooseFile(const FileDialogRequest&, std::string&) override { return false; }
-    bool ChooseFolder(const std::string&, const std::string&, std::string&) override { return false; }
-    int ShowTip(const std::string&, int flag) override { return flag; }
-    void SetWaitCursor(bool) override {}
-    void SetPointer(Pointer) override {}
-    bool OpenExternal(const std::string&) override { return false; }
-};
-
 // Reads a project or selection file; false (with the message on stderr) when it can't.
 bool Load(const std::string& path, ProjectData& data, Ui& ui)
 {
@@ -46,7 +29,7 @@ int Dump(const Args& args)
         std::fputs("usage: fieldwright-cli dump FILE\n", stderr);
         return 2;
     }
-    StderrUi ui;
+    ClosedUi ui(true);
     ProjectData data;
     if (!Load(args[0], data, ui))
         return 1;
@@ -61,7 +44,7 @@ int Resave(const Args& args)
         std::fputs("usage: fieldwright-cli resave IN OUT\n", stderr);
         return 2;
     }
-    StderrUi ui;
+    ClosedUi ui(true);
     ProjectData data;
     if (!Load(args[0], data, ui))
         return 1;

@@ -24,23 +24,6 @@ constexpr const char* kRenderUsage =
     "  --zoom    pixels per world unit (default 0.25, the zoom of an opened project)\n"
     "  --offset  the view's pan offset offX offY in world units (default 0 0)\n";
 
-// Messages go to stderr; every question is answered as a closed dialog would.
-class RenderUi : public Ui {
-public:
-    void Message(const std::string& text, MessageStyle, const std::string&) override
-    {
-        std::fprintf(stderr, "%s\n", text.c_str());
-    }
-    Answer AskYesNoCancel(const std::string&, const std::string&) override { return Answer::Cancel; }
-    Answer AskYesNo(const std::string&, const std::string&) override { return Answer::No; }
-    bool ChooseFile(const FileDialogRequest&, std::string&) override { return false; }
-    bool ChooseFolder(const std::string&, const std::string&, std::string&) override { return false; }
-    int ShowTip(const std::string&, int flag) override { return flag; }
-    void SetWaitCursor(bool) override {}
-    void SetPointer(Pointer) override {}
-    bool OpenExternal(const std::string&) override { return false; }
-};
-
 bool ParseInt(const std::string& text, long long lo, long long hi, long long& out)
 {
     char* end = nullptr;
@@ -122,7 +105,7 @@ int Render(const Args& args)
     if (!ParseOptions(args, o))
         return 2;
 
-    RenderUi ui;
+    ClosedUi ui(true);
     Session s;
     s.programFolder = ProgramFolder();
     s.ui = &ui;
