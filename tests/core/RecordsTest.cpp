@@ -67,47 +67,20 @@ TEST(ShapeDefaults, ResetTouchesOnlyNamedFields)
     EXPECT_EQ(s.cLighted, 1);
 }
 
-TEST(ObjectDefaults, EachTypeGetsItsTable)
+TEST(ObjectDefaults, RunwayIntensityAndMacroOutline)
 {
     ObjectRecord rwy;
     ResetObject(rwy, kRunway, "/opt/fw/");
-    EXPECT_EQ(rwy.Surface(), kSurfaceAsphalt);
-    EXPECT_EQ(rwy.Length(), 9000);
-    EXPECT_EQ(rwy.RwyWidth(), 150);
-    EXPECT_EQ(rwy.AprLN(), 2);
-    EXPECT_EQ(rwy.StrobesF(), 2);
-    EXPECT_EQ(rwy.IlsRangeF(), 32);
-    EXPECT_EQ(rwy.MarkerOuterN(), 1600);
-    EXPECT_EQ(rwy.MarkerInnerF(), 400);
-    EXPECT_DOUBLE_EQ(rwy.IlsFreqN(), 123.45);
-    EXPECT_EQ(rwy.IlsNameF(), "Enter_Name");
-    EXPECT_EQ(rwy.LightIntensityLow, 0);
     EXPECT_EQ(rwy.LightIntensityHigh, -1);
     EXPECT_EQ(rwy.flags[11], 0);
 
+    // The macro path follows the program folder; the outline is the default box with its diagonals.
     ObjectRecord api;
     ResetObject(api, kApi, "/opt/fw/");
     EXPECT_EQ(api.Path(), "/opt/fw/fwt_building1.api");
-    EXPECT_EQ(api.Range(), 5000);
-    EXPECT_EQ(api.Param9(), "fwt_build01.bmp");
     EXPECT_EQ(api.DesignLast, 12);
     EXPECT_EQ(api.DesignPoints[5], (Point{0, 50}));
     EXPECT_EQ(api.DesignPoints[12], (Point{-50, -50}));
-
-    ObjectRecord vor;
-    ResetObject(vor, kVor, "");
-    EXPECT_DOUBLE_EQ(vor.Frequency(), 108.0);
-    EXPECT_EQ(vor.DME(), 1);
-    EXPECT_EQ(vor.Range(), 45);
-
-    ObjectRecord excl;
-    ResetObject(excl, kExclude, "");
-    EXPECT_EQ(excl.ExclWidth(), 1000);
-    EXPECT_EQ(excl.ExcludeObjects(), 1);
-
-    ObjectRecord sign;
-    ResetObject(sign, kSign, "");
-    EXPECT_EQ(sign.Style(), "FlatLighted");
 }
 
 TEST(ProjectDefaults, NewProjectIsNamedNewAndKeepsImageScale)
@@ -126,13 +99,6 @@ TEST(ProjectDefaults, NewProjectIsNamedNewAndKeepsImageScale)
     EXPECT_EQ(f.BackImageLeft, 0);
     EXPECT_EQ(f.ShowBackPicture, 0);
     EXPECT_EQ(f.ShowForest, 1);
-}
-
-TEST(TypeNames, KnownAndUnknown)
-{
-    EXPECT_EQ(TypeName(kWideLine), "Line/Road");
-    EXPECT_EQ(TypeName(kApi), "3-D object (API macro)");
-    EXPECT_EQ(TypeName(14), "Unknown shape type");
 }
 
 TEST(Geometry, LimitsStartFromPointZero)

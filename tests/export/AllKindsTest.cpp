@@ -1,6 +1,6 @@
 // A project of every kind in one export, and what the structure check finds in the statements of
 // trees, signs, runways and objects.
-#include "Export2Support.h"
+#include "ExportTestSupport.h"
 
 #include <cstdio>
 #include <cstdlib>

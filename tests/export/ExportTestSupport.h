@@ -1,4 +1,5 @@
-// A project built in code, its export as text, the structure check and the golden comparison.
+// A project built in code, its export as text, the structure check and the golden comparison
+// (tests/fixtures/export, and export2 for trees, runways, navigation, objects and signs).
 #pragma once
 
 #include <gtest/gtest.h>
@@ -84,12 +85,12 @@ inline void ExpectWellFormed(const std::string& text)
     EXPECT_TRUE(problems.empty()) << FormatProblems(problems);
 }
 
-// Compares with tests/fixtures/export/<name>.txt byte for byte. FW_WRITE_GOLDEN=1 writes the file
-// instead, to be read line by line before it is committed.
-inline void ExpectGolden(const std::string& name, const std::string& text)
+// Compares with tests/fixtures/<folder>/<name>.txt byte for byte, after the structure check.
+// FW_WRITE_GOLDEN=1 writes the file instead, to be read line by line before it is committed.
+inline void ExpectGolden(const std::string& name, const std::string& text, const std::string& folder = "export")
 {
     ExpectWellFormed(text);
-    const std::string path = std::string(FW_FIXTURES) + "/export/" + name + ".txt";
+    const std::string path = std::string(FW_FIXTURES) + "/" + folder + "/" + name + ".txt";
     if (const char* w = std::getenv("FW_WRITE_GOLDEN"); w && std::string(w) == "1") {
         std::ofstream(path, std::ios::binary) << text;
         return;
@@ -102,6 +103,28 @@ inline void ExpectGolden(const std::string& name, const std::string& text)
 inline std::string ExportOf(const TestProject& t, const std::string& excludePrefix = {})
 {
     return Join(t.Lines(excludePrefix));
+}
+
+// The lines of an export, without their CR LF.
+inline std::vector<std::string> SplitLines(const std::string& text)
+{
+    std::vector<std::string> out;
+    std::size_t pos = 0;
+    while (pos < text.size()) {
+        const std::size_t end = text.find("\r\n", pos);
+        out.push_back(text.substr(pos, end - pos));
+        pos = end + 2;
+    }
+    return out;
+}
+
+inline std::size_t CountLines(const std::string& text, const std::string& part)
+{
+    std::size_t n = 0;
+    for (const auto& l : SplitLines(text))
+        if (l.find(part) != std::string::npos)
+            ++n;
+    return n;
 }
 
 } // namespace fw::test

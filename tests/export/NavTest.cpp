@@ -1,5 +1,5 @@
 // VOR, NDB, 3-D objects, initial locations, exclude areas and the flatten polygon.
-#include "Export2Support.h"
+#include "ExportTestSupport.h"
 
 #include <cstdio>
 
@@ -18,7 +18,7 @@ TEST(NavExport, VorWithAndWithoutDme)
     ObjectRecord& b = t.Object(kVor, -400, 600);
     b.DME() = 0;
     b.Range() = 120;
-    ExpectGolden2("vor", ExportOf(t));
+    ExpectGolden("vor", ExportOf(t), "export2");
 }
 
 TEST(NavExport, VorFrequencyTakesTheDecimalCommaAndNothingElseDoes)
@@ -31,7 +31,7 @@ TEST(NavExport, VorFrequencyTakesTheDecimalCommaAndNothingElseDoes)
     ObjectRecord& n = t.Object(kNdb, 0, 0);
     n.Frequency() = 385.5;
     const std::string text = ExportOf(t);
-    ExpectGolden2("vor_comma", text);
+    ExpectGolden("vor_comma", text, "export2");
     EXPECT_EQ(CountLines(text, "VOR( 108,5 45 81 -.5 ID"), 1u);
     EXPECT_EQ(CountLines(text, "NDB(  385.5 45  ID"), 1u);
 }
@@ -45,7 +45,7 @@ TEST(NavExport, Ndb)
     n.Range() = 25;
     n.ID() = "OBI";
     n.NavName() = "Obing";
-    ExpectGolden2("ndb", ExportOf(t));
+    ExpectGolden("ndb", ExportOf(t), "export2");
 }
 
 TEST(NavExport, ObjectWithEmptyAndLongParameters)
@@ -63,7 +63,7 @@ TEST(NavExport, ObjectWithEmptyAndLongParameters)
     o.Param16() = "exactly_15_char";
     o.Param17() = "sixteen_chars_xx";
     const std::string text = ExportOf(t);
-    ExpectGolden2("api", text);
+    ExpectGolden("api", text, "export2");
     EXPECT_EQ(CountLines(text, "\"0\"               ;User param7"), 1u);
     EXPECT_EQ(CountLines(text, "\"a_very_long_text ;User param9"), 1u);
 }
@@ -89,7 +89,7 @@ TEST(NavExport, InitialLocationUnderTheMenu)
     ObjectRecord& i = t.Object(kInit, 300, -200);
     i.Rotation = 263.5;
     i.InitName() = "Runway_26";
-    ExpectGolden2("init", ExportOf(t));
+    ExpectGolden("init", ExportOf(t), "export2");
 }
 
 void ThreeExcludeAreas(TestProject& t)
@@ -109,7 +109,7 @@ TEST(NavExport, ThreeExcludeAreasInATextExport)
 {
     TestProject t;
     ThreeExcludeAreas(t);
-    ExpectGolden2("exclude_text", ExportOf(t));
+    ExpectGolden("exclude_text", ExportOf(t), "export2");
 }
 
 TEST(NavExport, ThreeExcludeAreasInACompilerRun)
@@ -117,7 +117,7 @@ TEST(NavExport, ThreeExcludeAreasInACompilerRun)
     TestProject t;
     ThreeExcludeAreas(t);
     const std::string text = ExportOf(t, "C:\\scenery\\x.bgl");
-    ExpectGolden2("exclude_compile", text);
+    ExpectGolden("exclude_compile", text, "export2");
     EXPECT_EQ(CountLines(text, "GenExcl( \"C:\\scenery\\Excl_3.bgl\" 4"), 1u);
 }
 
@@ -148,7 +148,7 @@ TEST(NavExport, FlattenPolygonOfTenPointsUsesNine)
     ten[9] = {-200, 640}; // only the surface box sees the tenth point
     t.Shape(kFlatten, ten);
     const std::string text = ExportOf(t);
-    ExpectGolden2("flatten", text);
+    ExpectGolden("flatten", text, "export2");
     int corners = 0;
     for (const auto& l : SplitLines(text))
         if (l.rfind(std::string(15, ' ') + " 48.", 0) == 0)

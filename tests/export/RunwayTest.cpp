@@ -1,5 +1,5 @@
 // Runways in "RUNWAYS", and their ILS and marker blocks in "NAVIGATION".
-#include "Export2Support.h"
+#include "ExportTestSupport.h"
 
 namespace fw::test {
 namespace {
@@ -37,7 +37,7 @@ TEST(RunwayExport, LightsThresholdsExtensionsIlsAtEachEndAndMarkers)
     r.markerEnabledF() = 1;
     r.MarkerMiddleF() = 0;
     const std::string text = ExportOf(t);
-    ExpectGolden2("runway_full", text);
+    ExpectGolden("runway_full", text, "export2");
     EXPECT_EQ(CountLines(text, "RUNWAYS"), 1u);
     EXPECT_EQ(CountLines(text, "NAVIGATION"), 1u);
 }
@@ -52,7 +52,7 @@ TEST(RunwayExport, WithoutLightsIlsOrMarkersStaysOutOfNavigation)
     r.ShowBorderLine() = 0;
     r.Show150Markers() = 1;
     const std::string text = ExportOf(t);
-    ExpectGolden2("runway_plain", text);
+    ExpectGolden("runway_plain", text, "export2");
     EXPECT_EQ(CountLines(text, "NAVIGATION"), 0u);
     EXPECT_EQ(CountLines(text, "LIGHTS"), 0u);
     EXPECT_EQ(CountLines(text, "ThrOff"), 0u);
@@ -67,7 +67,7 @@ TEST(RunwayExport, FarHeadingThatWrapsLosesItsDecimals)
     r.RwyDesignator() = 3;
     r.IlsEnabledF() = 1;
     const std::string text = ExportOf(t);
-    ExpectGolden2("runway_heading_wrap", text);
+    ExpectGolden("runway_heading_wrap", text, "export2");
     const auto lines = SplitLines(text);
     int ils = 0;
     for (const auto& l : lines)

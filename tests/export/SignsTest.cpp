@@ -1,5 +1,5 @@
 // Taxiway signs: the caption's panels, their cells on the sheet, and three levels of detail.
-#include "Export2Support.h"
+#include "ExportTestSupport.h"
 
 namespace fw::test {
 namespace {
@@ -19,7 +19,7 @@ TEST(SignExport, LocationBLightedFacingNorth)
     TestProject t;
     Sign(t, "Location_B");
     const std::string text = ExportOf(t);
-    ExpectGolden2("sign_location_b", text);
+    ExpectGolden("sign_location_b", text, "export2");
     // The width ends at 45 with the gap, the middle is 22: corners from -22 to 14.
     EXPECT_EQ(CountLines(text, "    -22      46      0      ; 0"), 1u);
     EXPECT_EQ(CountLines(text, "     14      46      0      ; 1"), 1u);
@@ -34,7 +34,7 @@ TEST(SignExport, ThreeDimensionalStyleHasNoFootVerticesYetItsFeetBlocks)
     TestProject t;
     Sign(t, " Direction_ArrowLeft_a_17", "3D", 90, 200, -100);
     const std::string text = ExportOf(t);
-    ExpectGolden2("sign_3d", text);
+    ExpectGolden("sign_3d", text, "export2");
     EXPECT_EQ(CountLines(text, "MoveToPt(  0 )"), 4u); // two feet at two levels
     EXPECT_EQ(CountLines(text, "LoadBitmap( 0 5 EF"), 1u);
 }
@@ -43,7 +43,7 @@ TEST(SignExport, RunwayInstructionWithArrowsAndNumber33)
 {
     TestProject t;
     Sign(t, "RwyInstruction_ArrowLeft_33_ArrowRight Direction_H", "Flat", 30);
-    ExpectGolden2("sign_rwyinstruction", ExportOf(t));
+    ExpectGolden("sign_rwyinstruction", ExportOf(t), "export2");
 }
 
 TEST(SignExport, EmptyAndUnknownCaptionsWriteNothingAndTheCounterGoesOn)
@@ -53,7 +53,7 @@ TEST(SignExport, EmptyAndUnknownCaptionsWriteNothingAndTheCounterGoesOn)
     Sign(t, "Taxi_A Location");
     Sign(t, "Location_B");
     const std::string text = ExportOf(t);
-    ExpectGolden2("sign_skipped", text);
+    ExpectGolden("sign_skipped", text, "export2");
     EXPECT_EQ(CountLines(text, "TAXIWAY SIGNS"), 1u);
     EXPECT_EQ(CountLines(text, ":ObjEnd2"), 2u);
     EXPECT_EQ(CountLines(text, ":ObjEnd0"), 0u);

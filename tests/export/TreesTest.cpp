@@ -1,5 +1,5 @@
 // Tree lines and forests: one area each in "3-D OBJECTS", the wall and its caps, the forest's rings.
-#include "Export2Support.h"
+#include "ExportTestSupport.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -23,7 +23,7 @@ TEST(TreeExport, TwoPointsGiveTwoCapsAroundOneWallPiece)
     TestProject t;
     TreeLine(t, {{0, 0}, {200, 0}}, 8, 0, 20);
     const std::string text = ExportOf(t);
-    ExpectGolden2("tree_example", text);
+    ExpectGolden("tree_example", text, "export2");
     // V = (-58,0), (-50,0), (50,0), (58,0): eight vector lines.
     EXPECT_EQ(CountLines(text, "    0   32767   0 ;"), 8u);
     EXPECT_EQ(CountLines(text, "ShadedTexPoly( a"), 6u);
@@ -37,14 +37,14 @@ TEST(TreeExport, FourBandsWithSeveralPiecesFoldsThePastTwoFiftySix)
     s.vTime = 3;
     s.tLoadflag = {0, 1, 1, 0};
     s.vRange = 2500;
-    ExpectGolden2("tree_bands4", ExportOf(t));
+    ExpectGolden("tree_bands4", ExportOf(t), "export2");
 }
 
 TEST(TreeExport, EightBandsWithSeveralPieces)
 {
     TestProject t;
     TreeLine(t, {{-300, 100}, {-100, -100}, {100, 100}, {300, -100}, {500, 100}}, 8, 3, 12);
-    ExpectGolden2("tree_bands8", ExportOf(t));
+    ExpectGolden("tree_bands8", ExportOf(t), "export2");
 }
 
 TEST(TreeExport, LineOnOneLocalPointKeepsItsFrameOnly)
@@ -52,7 +52,7 @@ TEST(TreeExport, LineOnOneLocalPointKeepsItsFrameOnly)
     TestProject t;
     TreeLine(t, {{0, 0}, {1, 0}, {1, 1}}, 8, 0, 20);
     const std::string text = ExportOf(t);
-    ExpectGolden2("tree_one_point", text);
+    ExpectGolden("tree_one_point", text, "export2");
     EXPECT_EQ(CountLines(text, "VecPoints("), 0u);
     EXPECT_EQ(CountLines(text, "EndA"), 1u);
 }
@@ -95,7 +95,7 @@ TEST(ForestExport, ThreePointsGiveNinePointsAndTwoRingsOfThree)
     ExpectWellFormed(text);
     EXPECT_EQ(CountLines(text, "    0   32767   0 ;"), 12u);
     // Local metres (0,0), (200,0), (100,150) about the centre (100,75).
-    ExpectGolden2("forest_three", SettleFeet(text, {{-100, -75}, {100, -75}, {0, 75}}));
+    ExpectGolden("forest_three", SettleFeet(text, {{-100, -75}, {100, -75}, {0, 75}}), "export2");
 }
 
 TEST(ForestExport, SecondTypeTakesItsOwnTexturesAndConcaveIsWrittenAsConvex)

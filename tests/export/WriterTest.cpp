@@ -27,17 +27,6 @@ TEST(NumberForms, IntFixAndHex)
     EXPECT_EQ(Hex(-1), "FFFFFFFF");
 }
 
-TEST(NumberForms, RealHasNoZeroBeforeThePointAndNoComma)
-{
-    EXPECT_EQ(Real(0.5), " .5");
-    EXPECT_EQ(Real(-0.25), "-.25");
-    EXPECT_EQ(Real(1), " 1");
-    EXPECT_EQ(Real(0), " 0");
-    EXPECT_EQ(Real(-0.0), " 0");
-    EXPECT_EQ(LocalReal(108.5, ','), "108,5");
-    EXPECT_EQ(LocalReal(0.5, '.'), "0.5");
-}
-
 GeoFrame Frame(double lat, double lon, ScriptedUi* ui = nullptr)
 {
     GeoFrame f;

@@ -78,15 +78,6 @@ TEST_F(ClipFixture, SegmentThroughACornerRegionDrawsNothing)
     EXPECT_TRUE(c.calls.empty());
 }
 
-TEST_F(ClipFixture, EverySegmentIsOneMoveAndOneLine)
-{
-    ClipAndDrawLine(w, 0, 0, 10, 10, c, map);
-    ClipAndDrawLine(w, 10, 10, 20, 0, c, map);
-    ASSERT_EQ(c.calls.size(), 4u);
-    EXPECT_EQ(c.calls[0].op, "move");
-    EXPECT_EQ(c.calls[2].op, "move");
-}
-
 TEST_F(ClipFixture, PolygonsCloseAndLinesStayOpen)
 {
     ShapeRecord poly;

@@ -1,12 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <fstream>
 #include <random>
 
 #include "editor/ImageFrame.h"
-#include "platform/ScriptedUi.h"
 #include "render/Bitmap.h"
 #include "render/Paint.h"
 #include "render/RasterCanvas.h"
@@ -513,39 +510,6 @@ TEST(ReadBmp, DamagedHeadersNeverReadOutsideTheFile)
         if (DecodeBmp(bytes, 800, 600, w, h, px) == BmpResult::Ok)
             EXPECT_EQ(px.size(), static_cast<std::size_t>(w) * h);
     }
-}
-
-TEST(GetPicture, TooLargeIsRefusedAndTheOldImageStays)
-{
-    const std::string dir = ::testing::TempDir();
-    const std::string ok = dir + "fw_ok.bmp";
-    const std::string big = dir + "fw_big.bmp";
-    {
-        const auto b = Bmp24(800, 600, 0);
-        std::ofstream(ok, std::ios::binary).write(reinterpret_cast<const char*>(b.data()), b.size());
-        auto header = Bmp24(1, 1, 0);
-        header[18] = 0x21; // 801 wide, the rest of the file need not be there
-        header[19] = 0x03;
-        header[22] = 0x58;
-        header[23] = 0x02;
-        std::ofstream(big, std::ios::binary).write(reinterpret_cast<const char*>(header.data()), header.size());
-    }
-    CBitmapState st;
-    CBitmap b(st);
-    ScriptedUi ui;
-    ASSERT_TRUE(b.GetPicture(ok, &ui));
-    EXPECT_EQ(st.tilesX, 13);
-    EXPECT_EQ(st.tilesY, 10);
-    EXPECT_FALSE(b.GetPicture(big, &ui));
-    ASSERT_EQ(ui.Messages().size(), 1u);
-    EXPECT_EQ(ui.Messages()[0],
-              "Unable to open '" + big + "' !\n\nThe maximum background image size is 800x600...");
-    EXPECT_EQ(b.Width(), 800);
-    EXPECT_TRUE(b.isAvailable());
-    EXPECT_FALSE(b.GetPicture(dir + "fw_missing.bmp", &ui));
-    EXPECT_EQ(ui.Messages().back(), "Unable to load Bitmap!");
-    std::remove(ok.c_str());
-    std::remove(big.c_str());
 }
 
 } // namespace
