@@ -38,8 +38,6 @@ TEST(RunwayExport, LightsThresholdsExtensionsIlsAtEachEndAndMarkers)
     r.MarkerMiddleF() = 0;
     const std::string text = ExportOf(t);
     ExpectGolden("runway_full", text, "export2");
-    EXPECT_EQ(CountLines(text, "RUNWAYS"), 1u);
-    EXPECT_EQ(CountLines(text, "NAVIGATION"), 1u);
 }
 
 TEST(RunwayExport, WithoutLightsIlsOrMarkersStaysOutOfNavigation)
@@ -68,14 +66,6 @@ TEST(RunwayExport, FarHeadingThatWrapsLosesItsDecimals)
     r.IlsEnabledF() = 1;
     const std::string text = ExportOf(t);
     ExpectGolden("runway_heading_wrap", text, "export2");
-    const auto lines = SplitLines(text);
-    int ils = 0;
-    for (const auto& l : lines)
-        if (l.rfind("  ILS( ", 0) == 0) {
-            ++ils;
-            EXPECT_EQ(l.substr(l.size() - 3), " 90") << l;
-        }
-    EXPECT_EQ(ils, 1);
 }
 
 TEST(RunwayExport, ReciprocalWithoutWrapKeepsItsDecimals)
