@@ -231,8 +231,11 @@ bool RunCommand(Session& s, const std::string& name)
         PaintFrame(s);
     } else if (name == "MnuHhelp") {
         const std::string help = s.programFolder + "Fieldwright.htm";
-        if (!FileExists(help) || !UiOf(s).OpenExternal(help))
+        if (!FileExists(help))
             UiOf(s).Message("Unable to find 'Fieldwright.htm'!", MessageStyle::Exclamation);
+        else if (!UiOf(s).OpenExternal(help))
+            UiOf(s).Message("No browser could be started to show 'Fieldwright.htm'!",
+                            MessageStyle::Exclamation);
     } else if (name == "MnuHhomepage") {
         UiOf(s).OpenExternal(s.homePage);
     } else {

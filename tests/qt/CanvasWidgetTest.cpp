@@ -63,9 +63,10 @@ public:
     bool OpenExternal(const std::string& target) override
     {
         opened.push_back(target);
-        return true;
+        return browserStarts;
     }
 
+    bool browserStarts = true;
     int dialogs = 0;
     std::vector<std::string> tips;
     std::vector<std::string> messages;
@@ -486,8 +487,14 @@ TEST_F(MainWindowCommands, HelpOpensThePageOfTheProgramFolderAndTheHomePageOfThe
     ASSERT_TRUE(page.open(QIODevice::WriteOnly));
     page.write("<html></html>");
     page.close();
+    ui.browserStarts = false;
+    Trigger("MnuHhelp");
+    EXPECT_EQ(ui.messages.back(), "No browser could be started to show 'Fieldwright.htm'!");
+    ui.browserStarts = true;
+    ui.opened.clear();
     Trigger("MnuHhelp");
     Trigger("MnuHhomepage");
+    EXPECT_EQ(ui.messages.size(), 2u);
     ASSERT_EQ(ui.opened.size(), 2u);
     EXPECT_EQ(ui.opened[0], session.programFolder + "Fieldwright.htm");
     EXPECT_EQ(ui.opened[1], HomePage());

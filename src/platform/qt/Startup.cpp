@@ -27,8 +27,9 @@ std::optional<char> CheckDecimalSeparator(const QString& separator, Ui& ui)
     return static_cast<char>(text.at(0).unicode());
 }
 
+// The address is the build's configuration (CMake cache entry FW_HOME_PAGE).
 #ifndef FW_HOME_PAGE
-#define FW_HOME_PAGE "https://fieldwright.example.org/"
+#error "FW_HOME_PAGE must be defined by the build"
 #endif
 
 std::string HomePage() { return FW_HOME_PAGE; }
