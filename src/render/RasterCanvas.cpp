@@ -10,9 +10,6 @@ namespace fw {
 
 namespace {
 constexpr std::uint32_t kWhiteRgb = 0xFFFFFF;
-// The dotted pen: three pixels on, three off.
-constexpr int kDotOn = 3;
-constexpr int kDotPeriod = 6;
 } // namespace
 
 RasterCanvas::RasterCanvas(int width, int height)
@@ -26,34 +23,6 @@ std::uint32_t RasterCanvas::Pixel(int x, int y) const
     if (x < 0 || y < 0 || x >= width_ || y >= height_)
         return 0;
     return pixels_[static_cast<std::size_t>(y) * width_ + x];
-}
-
-Pen RasterCanvas::SelectPen(const Pen& pen)
-{
-    const Pen old = pen_;
-    pen_ = pen;
-    return old;
-}
-
-Brush RasterCanvas::SelectBrush(const Brush& brush)
-{
-    const Brush old = brush_;
-    brush_ = brush;
-    return old;
-}
-
-RasterOp RasterCanvas::SetROP2(RasterOp op)
-{
-    const RasterOp old = rop_;
-    rop_ = op;
-    return old;
-}
-
-BkMode RasterCanvas::SetBkMode(BkMode mode)
-{
-    const BkMode old = bkMode_;
-    bkMode_ = mode;
-    return old;
 }
 
 void RasterCanvas::Plot(int x, int y, std::uint32_t rgb)
@@ -84,75 +53,20 @@ void RasterCanvas::PenPixel(int x, int y, bool on)
 
 void RasterCanvas::Line(int x0, int y0, int x1, int y1)
 {
-    const std::int64_t dx = static_cast<std::int64_t>(x1) - x0;
-    const std::int64_t dy = static_cast<std::int64_t>(y1) - y0;
-    const std::int64_t adx = std::llabs(dx);
-    const std::int64_t ady = std::llabs(dy);
-    const bool xMajor = adx >= ady;
-    const std::int64_t steps = xMajor ? adx : ady; // the last pixel is left out
-    if (steps == 0)
-        return;
-    const std::int64_t major0 = xMajor ? x0 : y0;
-    const std::int64_t minor0 = xMajor ? y0 : x0;
-    const int majorDir = (xMajor ? dx : dy) < 0 ? -1 : 1;
-    const std::int64_t minorDelta = xMajor ? dy : dx;
-    const std::int64_t minorAbs = xMajor ? ady : adx;
-    const std::int64_t majorLimit = xMajor ? width_ : height_;
-    const std::int64_t minorLimit = xMajor ? height_ : width_;
-    const bool styled = pen_.style == PenStyle::Dot && pen_.width <= 1;
+    LineWalk walk(x0, y0, x1, y1, width_, height_);
+    const bool styled = Dotted();
     const int styleStart = styleStep_;
-    // Only the steps whose major coordinate falls on the surface are walked.
-    const std::int64_t lo = majorDir > 0 ? -1 - major0 : major0 - majorLimit;
-    const std::int64_t hi = majorDir > 0 ? majorLimit - major0 : major0 + 1;
-    const std::int64_t first = std::max<std::int64_t>(0, lo);
-    const std::int64_t last = std::min<std::int64_t>(steps - 1, hi);
-    if (first <= last) {
-        // The minor coordinate is floor((2 i m + steps) / (2 steps)): it rounds half away from
-        // the start. The quotient is found once and then carried along with its remainder.
-        const std::int64_t twoSteps = 2 * steps;
-        const __int128 n0 = static_cast<__int128>(2) * first * minorAbs + steps;
-        std::int64_t off = static_cast<std::int64_t>(n0 / twoSteps);
-        std::int64_t rem = static_cast<std::int64_t>(n0 % twoSteps);
-        const std::int64_t twoM = 2 * minorAbs;
-        const int minorDir = minorDelta < 0 ? -1 : 1;
-        const bool plain = !styled && pen_.width <= 1 && pen_.style != PenStyle::Null && rop_ == RasterOp::CopyPen;
-        const std::uint32_t rgb = ToRgb(pen_.color);
-        for (std::int64_t i = first; i <= last; ++i) {
-            const std::int64_t minor = minor0 + minorDir * off;
-            rem += twoM;
-            if (rem >= twoSteps) {
-                rem -= twoSteps;
-                ++off;
-            }
-            if (minor < -1 || minor > minorLimit)
-                continue;
-            const std::int64_t major = major0 + majorDir * i;
-            const int px = static_cast<int>(xMajor ? major : minor);
-            const int py = static_cast<int>(xMajor ? minor : major);
-            if (plain) {
-                if (px >= 0 && py >= 0 && px < width_ && py < height_)
-                    pixels_[static_cast<std::size_t>(py) * width_ + px] = rgb;
-                continue;
-            }
-            PenPixel(px, py, !styled || (styleStart + i) % kDotPeriod < kDotOn);
+    const bool plain = !styled && pen_.width <= 1 && pen_.style != PenStyle::Null && rop_ == RasterOp::CopyPen;
+    const std::uint32_t rgb = ToRgb(pen_.color);
+    for (std::int64_t i = walk.first; i <= walk.last; ++i, walk.Next()) {
+        if (plain) {
+            if (walk.x >= 0 && walk.y >= 0 && walk.x < width_ && walk.y < height_)
+                pixels_[static_cast<std::size_t>(walk.y) * width_ + walk.x] = rgb;
+            continue;
         }
+        PenPixel(walk.x, walk.y, !styled || (styleStart + i) % kDotPeriod < kDotOn);
     }
-    // The pattern runs on along a polyline.
-    styleStep_ = static_cast<int>((styleStart + steps) % kDotPeriod);
-}
-
-void RasterCanvas::MoveToEx(int x, int y)
-{
-    curX_ = x;
-    curY_ = y;
-    styleStep_ = 0;
-}
-
-void RasterCanvas::LineTo(int x, int y)
-{
-    Line(curX_, curY_, x, y);
-    curX_ = x;
-    curY_ = y;
+    styleStep_ = static_cast<int>((styleStart + walk.steps) % kDotPeriod);
 }
 
 void RasterCanvas::FillSpan(int y, int x0, int x1)

@@ -6,22 +6,16 @@
 #include <string>
 #include <vector>
 
-#include "platform/Canvas.h"
+#include "render/GdiCanvas.h"
 
 namespace fw {
 
-class RasterCanvas : public Canvas {
+class RasterCanvas : public GdiCanvas {
 public:
     RasterCanvas(int width, int height);
 
     int Width() const override { return width_; }
     int Height() const override { return height_; }
-    Pen SelectPen(const Pen& pen) override;
-    Brush SelectBrush(const Brush& brush) override;
-    RasterOp SetROP2(RasterOp op) override;
-    BkMode SetBkMode(BkMode mode) override;
-    void MoveToEx(int x, int y) override;
-    void LineTo(int x, int y) override;
     void Polygon(const std::vector<PixelPoint>& points) override;
     void Rectangle(int left, int top, int right, int bottom) override;
     void BlitPixels(int x, int y, int width, int height, const std::vector<std::uint32_t>& pixels) override;
@@ -37,19 +31,12 @@ public:
 private:
     void Plot(int x, int y, std::uint32_t rgb);
     void PenPixel(int x, int y, bool on);
-    void Line(int x0, int y0, int x1, int y1);
+    void Line(int x0, int y0, int x1, int y1) override;
     void FillSpan(int y, int x0, int x1);
 
     int width_;
     int height_;
     std::vector<std::uint32_t> pixels_;
-    Pen pen_;
-    Brush brush_{Brush::Kind::Solid, 0xFFFFFF};
-    RasterOp rop_ = RasterOp::CopyPen;
-    BkMode bkMode_ = BkMode::Opaque;
-    int curX_ = 0;
-    int curY_ = 0;
-    int styleStep_ = 0; // position in the dotted pen's pattern, carried along a polyline
     // The polygon fill's working lists, kept so that a frame does not allocate per polygon.
     struct Edge {
         double top, bottom, x0, slope;
@@ -58,13 +45,6 @@ private:
     std::vector<const Edge*> active_;
     std::vector<double> xs_;
 };
-
-// 0x00BBGGRR to 0x00RRGGBB.
-constexpr std::uint32_t ToRgb(std::int32_t colorRef)
-{
-    const auto c = static_cast<std::uint32_t>(colorRef);
-    return ((c & 0xFF) << 16) | (c & 0xFF00) | ((c >> 16) & 0xFF);
-}
 
 // Writes 8-bit RGB as PNG (stored deflate blocks); false when the file can't be written.
 bool WritePng(const std::string& path, int width, int height, const std::vector<std::uint32_t>& pixels);

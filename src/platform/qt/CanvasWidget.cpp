@@ -200,7 +200,7 @@ void CanvasWidget::Run(const std::function<void()>& work)
     }
 }
 
-void CanvasWidget::mousePressEvent(QMouseEvent* event)
+void CanvasWidget::ButtonEvent(QMouseEvent* event, bool down)
 {
     MouseButton button;
     if (!ButtonOf(event->button(), button)) {
@@ -210,9 +210,15 @@ void CanvasWidget::mousePressEvent(QMouseEvent* event)
     const int shift = ShiftState(event->modifiers());
     const double x = AreaX(event);
     const double y = AreaY(event);
-    Run([&] { CanvasMouseDown(session_, button, shift, x, y); });
+    if (down)
+        Run([&] { CanvasMouseDown(session_, button, shift, x, y); });
+    else
+        Run([&] { CanvasMouseUp(session_, button, shift, x, y); });
     emit eventHandled();
 }
+
+void CanvasWidget::mousePressEvent(QMouseEvent* event) { ButtonEvent(event, true); }
+void CanvasWidget::mouseReleaseEvent(QMouseEvent* event) { ButtonEvent(event, false); }
 
 void CanvasWidget::mouseMoveEvent(QMouseEvent* event)
 {
@@ -221,20 +227,6 @@ void CanvasWidget::mouseMoveEvent(QMouseEvent* event)
     const double y = AreaY(event);
     Run([&] { CanvasMouseMove(session_, shift, x, y); });
     emit positionChanged();
-}
-
-void CanvasWidget::mouseReleaseEvent(QMouseEvent* event)
-{
-    MouseButton button;
-    if (!ButtonOf(event->button(), button)) {
-        event->ignore();
-        return;
-    }
-    const int shift = ShiftState(event->modifiers());
-    const double x = AreaX(event);
-    const double y = AreaY(event);
-    Run([&] { CanvasMouseUp(session_, button, shift, x, y); });
-    emit eventHandled();
 }
 
 void CanvasWidget::mouseDoubleClickEvent(QMouseEvent* event)

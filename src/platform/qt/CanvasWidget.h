@@ -59,6 +59,8 @@ private:
     void MakeBuffers();
     // PaintFrame onto the buffers; false before the main window has finished loading.
     bool Compose();
+    // A press (down) or release of a button the editor knows; other buttons pass on.
+    void ButtonEvent(QMouseEvent* event, bool down);
     void Run(const std::function<void()>& work);
     // The position in the drawable area's pixels, single precision as the editor is given it.
     static double AreaX(const QMouseEvent* event);

@@ -9,9 +9,6 @@ namespace fw::qt {
 
 namespace {
 
-constexpr int kDotOn = 3;
-constexpr int kDotPeriod = 6;
-
 QColor ColorOf(std::int32_t colorRef)
 {
     return QColor(colorRef & 0xFF, (colorRef >> 8) & 0xFF, (colorRef >> 16) & 0xFF);
@@ -55,34 +52,6 @@ std::uint32_t QtCanvas::Pixel(int x, int y) const
     if (x < 0 || y < 0 || x >= image_.width() || y >= image_.height())
         return 0;
     return image_.pixel(x, y) & 0xFFFFFF;
-}
-
-Pen QtCanvas::SelectPen(const Pen& pen)
-{
-    const Pen old = pen_;
-    pen_ = pen;
-    return old;
-}
-
-Brush QtCanvas::SelectBrush(const Brush& brush)
-{
-    const Brush old = brush_;
-    brush_ = brush;
-    return old;
-}
-
-RasterOp QtCanvas::SetROP2(RasterOp op)
-{
-    const RasterOp old = rop_;
-    rop_ = op;
-    return old;
-}
-
-BkMode QtCanvas::SetBkMode(BkMode mode)
-{
-    const BkMode old = bkMode_;
-    bkMode_ = mode;
-    return old;
 }
 
 void QtCanvas::SetMode(QPainter::CompositionMode mode) const
@@ -131,125 +100,69 @@ void QtCanvas::Queue(QRgb color, const QLine& line)
 
 // A one-pixel line from (x0, y0) that leaves out (x1, y1). Qt's cosmetic pen draws both ends, so
 // the line is drawn to the pixel before the end: the last pixel of the same walk.
-void QtCanvas::StrokeLine(int x0, int y0, int x1, int y1)
+void QtCanvas::Line(int x0, int y0, int x1, int y1)
 {
-    const std::int64_t dx = static_cast<std::int64_t>(x1) - x0;
-    const std::int64_t dy = static_cast<std::int64_t>(y1) - y0;
-    const std::int64_t steps = std::max(std::llabs(dx), std::llabs(dy));
-    if (steps == 0)
+    if (pen_.style == PenStyle::Null)
         return;
-    const QColor color = ColorOf(pen_.color);
-    const bool styled = pen_.style == PenStyle::Dot && pen_.width <= 1;
+    LineWalk walk(x0, y0, x1, y1, image_.width(), image_.height());
+    const int start = styleStep_;
+    styleStep_ = static_cast<int>((start + walk.steps) % kDotPeriod);
+    if (walk.first > walk.last)
+        return;
+    const QRgb color = 0xFF000000u | ToRgb(pen_.color);
+    const bool styled = Dotted();
     const int offsets = pen_.width >= 2 ? 4 : 1;
-    auto at = [&](std::int64_t i) {
-        // Same walk as the raster canvas: the minor axis rounds half away from the start.
-        const bool xMajor = std::llabs(dx) >= std::llabs(dy);
-        const std::int64_t minorDelta = xMajor ? dy : dx;
-        const __int128 num = static_cast<__int128>(2) * i * std::llabs(minorDelta) + steps;
-        const std::int64_t off = static_cast<std::int64_t>(num / (2 * static_cast<__int128>(steps)));
-        const std::int64_t minor = (xMajor ? y0 : x0) + (minorDelta < 0 ? -off : off);
-        const std::int64_t major = (xMajor ? x0 : y0) + ((xMajor ? dx : dy) < 0 ? -i : i);
-        return xMajor ? QPoint(static_cast<int>(major), static_cast<int>(minor))
-                      : QPoint(static_cast<int>(minor), static_cast<int>(major));
-    };
-    // Only the steps whose major coordinate falls on the image are walked.
-    const bool xMajorAxis = std::llabs(dx) >= std::llabs(dy);
-    const std::int64_t major0 = xMajorAxis ? x0 : y0;
-    const std::int64_t majorLimit = xMajorAxis ? image_.width() : image_.height();
-    const bool forward = (xMajorAxis ? dx : dy) >= 0;
-    const std::int64_t first = std::max<std::int64_t>(0, forward ? -1 - major0 : major0 - majorLimit);
-    const std::int64_t last = std::min<std::int64_t>(steps - 1, forward ? majorLimit - major0 : major0 + 1);
     // Level, upright and 45-degree lines go to QPainter whole; on any other slope its walk would
     // settle the half-way pixels its own way, so the walk's own pixels are set instead.
-    const bool straight = dx == 0 || dy == 0 || std::llabs(dx) == std::llabs(dy);
-    if (!styled && straight) {
-        if (last < first)
-            return;
-        const QPoint a = at(first);
-        const QPoint b = at(last);
+    if (!styled && walk.straight) {
+        const QPoint a(walk.x, walk.y);
+        const std::int64_t n = walk.last - walk.first;
+        const QPoint b(a.x() + static_cast<int>(n * ((x1 > x0) - (x1 < x0))),
+                       a.y() + static_cast<int>(n * ((y1 > y0) - (y1 < y0))));
         for (int k = 0; k < offsets; ++k) {
             const QPoint d(k & 1, k >> 1);
-            Queue(color.rgb(), QLine(a + d, b + d));
+            Queue(color, QLine(a + d, b + d));
         }
         return;
     }
-    // The walk from step `first` on, its rounding carried with a remainder.
-    const std::int64_t minorAbs = xMajorAxis ? std::llabs(dy) : std::llabs(dx);
-    const std::int64_t twoSteps = 2 * steps;
-    const __int128 n0 = static_cast<__int128>(2) * first * minorAbs + steps;
-    std::int64_t rem = static_cast<std::int64_t>(n0 % twoSteps);
-    QPoint p = at(first);
-    const QPoint majorStep = xMajorAxis ? QPoint(forward ? 1 : -1, 0) : QPoint(0, forward ? 1 : -1);
-    const QPoint minorStep = xMajorAxis ? QPoint(0, dy < 0 ? -1 : 1) : QPoint(dx < 0 ? -1 : 1, 0);
-    auto advance = [&] {
-        p += majorStep;
-        rem += 2 * minorAbs;
-        if (rem >= twoSteps) {
-            rem -= twoSteps;
-            p += minorStep;
-        }
-    };
     if (!styled) {
         // The walk's pixels go straight into the image the painter works on, after the lines
         // still queued, so that the order of painting holds. Queued lines of this same colour
         // and mode may wait: writing a colour, or masking with it, gives the same pixels in
         // either order.
-        const QRgb rgb = 0xFF000000u | (color.rgb() & 0xFFFFFFu);
         const bool mask = rop_ == RasterOp::MaskPen;
-        if (pending_.isEmpty() || pendingColor_ != color.rgb() || pendingMode_ != PenMode())
+        if (pending_.isEmpty() || pendingColor_ != color || pendingMode_ != PenMode())
             Flush();
         const int w = image_.width();
         const int h = image_.height();
-        for (std::int64_t i = first; i <= last; ++i, advance())
+        for (std::int64_t i = walk.first; i <= walk.last; ++i, walk.Next())
             for (int k = 0; k < offsets; ++k) {
-                const int x = p.x() + (k & 1);
-                const int y = p.y() + (k >> 1);
+                const int x = walk.x + (k & 1);
+                const int y = walk.y + (k >> 1);
                 if (x < 0 || y < 0 || x >= w || y >= h)
                     continue;
                 QRgb& px = bits_[static_cast<std::size_t>(y) * stride_ + x];
-                px = mask ? (px & rgb) : rgb;
+                px = mask ? (px & color) : color;
             }
         return;
     }
     // The dotted pen: the pattern runs on from the previous segment of the polyline.
     const QRect bounds = image_.rect().adjusted(-1, -1, 1, 1);
-    const int start = styleStep_;
     QPolygon on;
     QPolygon off;
-    for (std::int64_t i = first; i <= last; ++i, advance()) {
+    for (std::int64_t i = walk.first; i <= walk.last; ++i, walk.Next()) {
+        const QPoint p(walk.x, walk.y);
         if (bounds.contains(p))
             ((start + i) % kDotPeriod < kDotOn ? on : off) << p;
     }
-    styleStep_ = static_cast<int>((start + steps) % kDotPeriod);
     Flush();
     SetMode(PenMode());
-    SetQtPen(color.rgb());
+    SetQtPen(color);
     painter_->drawPoints(on);
     if (bkMode_ == BkMode::Opaque) {
         SetQtPen(QColor(Qt::white).rgb());
         painter_->drawPoints(off);
     }
-}
-
-void QtCanvas::Line(int x0, int y0, int x1, int y1)
-{
-    if (pen_.style == PenStyle::Null)
-        return;
-    StrokeLine(x0, y0, x1, y1);
-}
-
-void QtCanvas::MoveToEx(int x, int y)
-{
-    curX_ = x;
-    curY_ = y;
-    styleStep_ = 0;
-}
-
-void QtCanvas::LineTo(int x, int y)
-{
-    Line(curX_, curY_, x, y);
-    curX_ = x;
-    curY_ = y;
 }
 
 void QtCanvas::FillPath(const QPainterPath& path)

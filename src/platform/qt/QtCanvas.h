@@ -11,11 +11,11 @@
 
 #include <memory>
 
-#include "platform/Canvas.h"
+#include "render/GdiCanvas.h"
 
 namespace fw::qt {
 
-class QtCanvas : public Canvas {
+class QtCanvas : public GdiCanvas {
 public:
     QtCanvas(int width, int height);
     ~QtCanvas() override;
@@ -24,12 +24,6 @@ public:
 
     int Width() const override { return image_.width(); }
     int Height() const override { return image_.height(); }
-    Pen SelectPen(const Pen& pen) override;
-    Brush SelectBrush(const Brush& brush) override;
-    RasterOp SetROP2(RasterOp op) override;
-    BkMode SetBkMode(BkMode mode) override;
-    void MoveToEx(int x, int y) override;
-    void LineTo(int x, int y) override;
     void Polygon(const std::vector<PixelPoint>& points) override;
     void Rectangle(int left, int top, int right, int bottom) override;
     void BlitPixels(int x, int y, int width, int height, const std::vector<std::uint32_t>& pixels) override;
@@ -48,8 +42,7 @@ public:
     std::uint32_t Pixel(int x, int y) const;
 
 private:
-    void Line(int x0, int y0, int x1, int y1);
-    void StrokeLine(int x0, int y0, int x1, int y1);
+    void Line(int x0, int y0, int x1, int y1) override;
     // Lines of one colour and mode are gathered and drawn in one call; anything else that
     // touches the image draws them first.
     void Queue(QRgb color, const QLine& line);
@@ -65,13 +58,6 @@ private:
     QRgb* bits_ = nullptr;
     std::size_t stride_ = 0;
     std::unique_ptr<QPainter> painter_;
-    Pen pen_;
-    Brush brush_{Brush::Kind::Solid, 0xFFFFFF};
-    RasterOp rop_ = RasterOp::CopyPen;
-    BkMode bkMode_ = BkMode::Opaque;
-    int curX_ = 0;
-    int curY_ = 0;
-    int styleStep_ = 0;
     mutable QPainter::CompositionMode mode_ = QPainter::CompositionMode_SourceOver;
     mutable QRgb penColor_ = 0;
     mutable bool penSet_ = false;
