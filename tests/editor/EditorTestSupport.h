@@ -1,12 +1,15 @@
 // Sessions built in code for the editor's tests: a scripted Ui, a canvas, records placed directly.
 #pragma once
 
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
+
+#include <unistd.h>
 
 #include "core/Session.h"
 #include "editor/Replay.h"
@@ -93,5 +96,30 @@ inline std::string Px(int worldX, int worldY)
 {
     return std::to_string(worldX + 400) + " " + std::to_string(worldY + 300);
 }
+
+// Runs a fixture script in a folder of its own (scripts write beside themselves) and keeps the
+// session for the checks.
+struct Scenario {
+    explicit Scenario(const std::string& script)
+        : dir(std::filesystem::temp_directory_path() /
+              ("fw_editor_scenario_" + std::to_string(::getpid()) + "_" + script)),
+          path((dir / script).string())
+    {
+        std::filesystem::remove_all(dir);
+        std::filesystem::create_directories(dir);
+        std::filesystem::copy_file(std::filesystem::path(FW_FIXTURES) / "editor" / script, path);
+        replay = std::make_unique<ReplaySession>(FW_PROGRAM_DIR, dir.string());
+        std::ostringstream err;
+        code = replay->RunFile(path, err);
+        errors = err.str();
+    }
+    ~Scenario() { std::filesystem::remove_all(dir); }
+    const Session& s() const { return replay->session; }
+    std::filesystem::path dir;
+    std::string path;
+    std::unique_ptr<ReplaySession> replay;
+    int code = -1;
+    std::string errors;
+};
 
 } // namespace fw::test

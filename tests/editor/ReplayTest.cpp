@@ -2,11 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-
-#include <unistd.h>
 
 #include "EditorTestSupport.h"
 #include "files/ProjectFile.h"
@@ -14,51 +9,25 @@
 namespace fw::test {
 namespace {
 
-namespace fs = std::filesystem;
-
-std::string ReadAll(const fs::path& p)
-{
-    std::ifstream in(p, std::ios::binary);
-    std::ostringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
-
-// Each scenario runs in a folder of its own, since the scripts write beside themselves.
-struct ScriptFolder {
-    explicit ScriptFolder(const std::string& script)
-    {
-        dir = fs::temp_directory_path() / ("fw_editor_replay_" + std::to_string(::getpid()) + "_" + script);
-        fs::remove_all(dir);
-        fs::create_directories(dir);
-        fs::copy_file(fs::path(FW_FIXTURES) / "editor" / script, dir / script);
-        path = (dir / script).string();
-    }
-    ~ScriptFolder() { fs::remove_all(dir); }
-    fs::path dir;
-    std::string path;
-};
+const std::string kDrawnState = ReadFileText(std::string(FW_FIXTURES) + "/editor/draw_drag_undo.state.json");
 
 TEST(Replay, DrawDragUndoSave)
 {
-    ScriptFolder folder("draw_drag_undo.txt");
-    ReplaySession r(FW_PROGRAM_DIR, folder.dir.string());
-    std::ostringstream err;
-    ASSERT_EQ(r.RunFile(folder.path, err), 0) << err.str();
-    EXPECT_EQ(ReadAll(folder.dir / "drawn.json"), ReadAll(fs::path(FW_FIXTURES) / "editor" / "draw_drag_undo.state.json"));
+    Scenario sc("draw_drag_undo.txt");
+    ASSERT_EQ(sc.code, 0) << sc.errors;
+    EXPECT_EQ(ReadFileText((sc.dir / "drawn.json").string()), kDrawnState);
     // The saved project holds the shape as it stood after the undo.
     ProjectData data;
-    ASSERT_TRUE(ReadProjectFile((folder.dir / "drawn.fwt").string(), data, nullptr, FW_PROGRAM_DIR));
+    ASSERT_TRUE(ReadProjectFile((sc.dir / "drawn.fwt").string(), data, nullptr, FW_PROGRAM_DIR));
     ASSERT_EQ(data.points.size(), 1u);
     EXPECT_EQ(data.points[0], (PointList{{0, 0}, {100, 0}, {100, 100}}));
 }
 
 TEST(Replay, OpenSelectsTheFirstShapeAndClearsUndo)
 {
-    ScriptFolder folder("draw_drag_undo.txt");
-    ReplaySession r(FW_PROGRAM_DIR, folder.dir.string());
-    std::ostringstream err;
-    ASSERT_EQ(r.RunFile(folder.path, err), 0) << err.str();
+    Scenario sc("draw_drag_undo.txt");
+    ASSERT_EQ(sc.code, 0) << sc.errors;
+    ReplaySession& r = *sc.replay;
     std::string error;
     ASSERT_TRUE(r.Run("command MnuC250", error)) << error;
     ASSERT_TRUE(r.Run("open drawn.fwt", error)) << error;
@@ -73,10 +42,9 @@ TEST(Replay, OpenSelectsTheFirstShapeAndClearsUndo)
 
 TEST(Replay, PointsAndTip)
 {
-    ScriptFolder folder("points_and_tip.txt");
-    ReplaySession r(FW_PROGRAM_DIR, folder.dir.string());
-    std::ostringstream err;
-    ASSERT_EQ(r.RunFile(folder.path, err), 0) << err.str();
+    Scenario sc("points_and_tip.txt");
+    ASSERT_EQ(sc.code, 0) << sc.errors;
+    ReplaySession& r = *sc.replay;
     const Session& s = r.session;
     EXPECT_EQ(s.stores.PointStore.at(0), (PointList{{0, 0}, {100, 0}, {100, 100}, {50, 50}}));
     EXPECT_EQ(s.editor.selection.SelPoints(), (std::vector<std::uint16_t>{3}));
@@ -88,10 +56,9 @@ TEST(Replay, PointsAndTip)
 
 TEST(Replay, ObjectsPasteArrange)
 {
-    ScriptFolder folder("objects_paste_arrange.txt");
-    ReplaySession r(FW_PROGRAM_DIR, folder.dir.string());
-    std::ostringstream err;
-    ASSERT_EQ(r.RunFile(folder.path, err), 0) << err.str();
+    Scenario sc("objects_paste_arrange.txt");
+    ASSERT_EQ(sc.code, 0) << sc.errors;
+    ReplaySession& r = *sc.replay;
     const Session& s = r.session;
     ASSERT_EQ(s.stores.ObjectCount(), 4);
     EXPECT_EQ(s.stores.ObjectStore[2].PosX, -1260); // pixel (5,5) at 25 % on 640 by 480
@@ -99,7 +66,7 @@ TEST(Replay, ObjectsPasteArrange)
     EXPECT_EQ(s.editor.selection.SelObjects(), (std::vector<std::uint16_t>{2, 3}));
     EXPECT_EQ(r.ui.Popups(), std::vector<std::string>{"MnuSelection"});
     EXPECT_EQ(s.view.mMode(), 0);
-    EXPECT_TRUE(fs::exists(folder.dir / "objects.json"));
+    EXPECT_TRUE(std::filesystem::exists(sc.dir / "objects.json"));
 }
 
 TEST(Replay, BadLinesStopWithTheirNumber)
@@ -123,10 +90,11 @@ TEST(Replay, BadLinesStopWithTheirNumber)
 
 TEST(Replay, CommandLineRunsAScript)
 {
-    ScriptFolder folder("draw_drag_undo.txt");
-    const std::string cmd = std::string(FW_CLI) + " replay '" + folder.path + "'";
+    Scenario sc("draw_drag_undo.txt");
+    std::filesystem::remove(sc.dir / "drawn.json");
+    const std::string cmd = std::string(FW_CLI) + " replay '" + sc.path + "'";
     ASSERT_EQ(std::system(cmd.c_str()), 0);
-    EXPECT_EQ(ReadAll(folder.dir / "drawn.json"), ReadAll(fs::path(FW_FIXTURES) / "editor" / "draw_drag_undo.state.json"));
+    EXPECT_EQ(ReadFileText((sc.dir / "drawn.json").string()), kDrawnState);
     const std::string bad = std::string(FW_CLI) + " replay /nonexistent/script.txt 2>/dev/null";
     EXPECT_NE(std::system(bad.c_str()), 0);
 }

@@ -1,39 +1,10 @@
 // Edge cases of the canvas, played from scripts as a user would play them.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <sstream>
-
-#include <unistd.h>
-
 #include "EditorTestSupport.h"
 
 namespace fw::test {
 namespace {
-
-namespace fs = std::filesystem;
-
-// Runs a fixture script in a folder of its own and keeps the session for the checks.
-struct Scenario {
-    explicit Scenario(const std::string& script)
-    {
-        dir = fs::temp_directory_path() / ("fw_editor_scenario_" + std::to_string(::getpid()) + "_" + script);
-        fs::remove_all(dir);
-        fs::create_directories(dir);
-        fs::copy_file(fs::path(FW_FIXTURES) / "editor" / script, dir / script);
-        replay = std::make_unique<ReplaySession>(FW_PROGRAM_DIR, dir.string());
-        std::ostringstream err;
-        code = replay->RunFile((dir / script).string(), err);
-        errors = err.str();
-    }
-    ~Scenario() { fs::remove_all(dir); }
-    const Session& s() const { return replay->session; }
-    fs::path dir;
-    std::unique_ptr<ReplaySession> replay;
-    int code = -1;
-    std::string errors;
-};
 
 TEST(Scenario, TexPolyFourthClick)
 {
