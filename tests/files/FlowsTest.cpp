@@ -60,16 +60,6 @@ protected:
     FlowHooks hooks;
 };
 
-TEST_F(Flows, FreshStartIsAnUnsavedDocument)
-{
-    EXPECT_EQ(Title(s), "Fieldwright - [Unsaved document]");
-    EXPECT_EQ(s.hasName, 0);
-    EXPECT_EQ(s.dirty, 0);
-    EXPECT_EQ(s.projectPath, "New project.fwt");
-    EXPECT_TRUE(FileExists(dir.path("Fieldwright.cfg"))); // created at the first start
-    EXPECT_EQ(s.config.WinWidth, 640);
-}
-
 TEST_F(Flows, OpenLoadsSelectsAndNamesTheProject)
 {
     const std::string path = SampleFile("Kleinfeld.fwt");
@@ -255,7 +245,7 @@ TEST_F(Flows, AFailedSaveLosesNothing)
     const std::string old = test::ReadText(dir.path("keep.fwt"));
     Edit();
     std::filesystem::create_directory(dir.path("folder.fwt"));
-    for (const std::string target :
+    for (const std::string& target :
          {dir.path("no folder/x.fwt"), std::string("/proc/fw-test.fwt"), dir.path("folder.fwt")}) {
         SCOPED_TRACE(target);
         ui.calls.clear();
