@@ -193,20 +193,6 @@ TEST_F(MainWindowFrame, StatusPanelsAfterStartAndTheZoomText)
     EXPECT_EQ(w.panel(1)->text(), "Ready");
 }
 
-TEST_F(MainWindowFrame, CanvasKeepsTheViewSizeFourPixelsSmaller)
-{
-    MainWindow w(session, ui);
-    w.Load();
-    w.canvas()->resize(404, 304);
-    EXPECT_EQ(session.view.sWidth(), 400);
-    EXPECT_EQ(session.view.sHeight(), 300);
-    EXPECT_EQ(session.view.centX(), 200);
-    EXPECT_EQ(session.view.centY(), 150);
-    w.canvas()->resize(4, 4);
-    EXPECT_EQ(session.view.sWidth(), 0);
-    EXPECT_EQ(session.view.sHeight(), 0);
-}
-
 struct Exit : Fixture {
     Exit()
     {
