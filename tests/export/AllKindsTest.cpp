@@ -179,19 +179,5 @@ TEST(EveryKindExport, CheckerFindsFaultsInTreeAndSignStatements)
     EXPECT_NE(names.find("line 5: unknown statement \"Perspektive\""), std::string::npos) << names;
 }
 
-TEST(EveryKindExport, CheckerTakesCutParametersAndTheTwoLocaleNumbers)
-{
-    // A quoted parameter cut at its column leaves its quote open: the line still ends there.
-    const std::string ok = Problems({"macro( \"/opt/x.api\"", "        48.5  11.25", "       6,5               ;Range (km)",
-                                     "       \"a_very_long_text ;User param9", "       \"0\"               ;User param7",
-                                     "      )", "VOR( 108,5 45 81  0 ID Name  48.5  11.25 0 0 )"});
-    EXPECT_EQ(ok, "");
-    // Anywhere else a decimal comma is a fault, the VOR's other numbers included.
-    const std::string bad = Problems({"VOR( 108,5 45 81  0,5 ID Name  48.5  11.25 0 0 )",
-                                      "NDB(  385,5 45  ID Name  48.5  11.25  0 )"});
-    EXPECT_NE(bad.find("line 1: decimal comma"), std::string::npos) << bad;
-    EXPECT_NE(bad.find("line 2: decimal comma"), std::string::npos) << bad;
-}
-
 } // namespace
 } // namespace fw::test

@@ -9,15 +9,6 @@ namespace {
 
 std::vector<ScasmProblem> Check(const std::vector<std::string>& lines) { return CheckScasm(lines); }
 
-TEST(ScasmChecker, AcceptsAWellFormedArea)
-{
-    EXPECT_TRUE(Check({"Area( 5  48.5  11.25 6 )", "  LayerCall( :LayerStart 16 )", "  Jump( : )",
-                       "    :LayerStart", "  RefPoint( rel  :RefEnd0  1  48.5  11.25 v1= 1 v2= 2 )",
-                       "  Points( 0", "  -50    0 50     ;0", "  50     0 50     ;1", "  0      0 -50    ;2", "  )",
-                       "  Poly( au 0 1 2 )", "  TexPoly( au", "  2   0      256   ", "  )", "  :RefEnd0", "EndA"})
-                    .empty());
-}
-
 TEST(ScasmChecker, ReportsEachFaultWithItsLine)
 {
     // An area without EndA, and an EndA without area.
@@ -58,6 +49,11 @@ TEST(ScasmChecker, DecimalCommaOnlyInItsTwoPlaces)
     EXPECT_EQ(Check({"macro( \"x.api\"", "         1,5           ;Scale", "      )"}).size(), 1u);
     EXPECT_EQ(Check({"Area( 6  48,5  11.25 40 )", "EndA"}).size(), 1u);
     EXPECT_TRUE(Check({"  ;Your comment: 1,5 m", "CopyRight( \"1,5\" )"}).empty());
+    EXPECT_EQ(Check({"NDB(  385,5 45  ID Name  48.5  11.25  0 )"}).size(), 1u);
+    // A quoted parameter cut at its column leaves its quote open: the line still ends there.
+    EXPECT_TRUE(Check({"macro( \"/opt/x.api\"", "       \"a_very_long_text ;User param9",
+                       "       \"0\"               ;User param7", "      )"})
+                    .empty());
 }
 
 // Projects of every kind with random settings; each export must pass the checker.
