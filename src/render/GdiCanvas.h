@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <utility>
+#include <vector>
 
 #include "platform/Canvas.h"
 
@@ -45,6 +46,33 @@ protected:
     // One line from (x0, y0) that leaves out (x1, y1), with the pen selected.
     virtual void Line(int x0, int y0, int x1, int y1) = 0;
     bool Dotted() const { return pen_.style == PenStyle::Dot && pen_.width <= 1; }
+    // The closed outline of a polygon with the pen; the current position stays where it was.
+    void Outline(const std::vector<PixelPoint>& points)
+    {
+        const int keepX = curX_;
+        const int keepY = curY_;
+        MoveToEx(points[0].x, points[0].y);
+        for (std::size_t i = 1; i < points.size(); ++i)
+            LineTo(points[i].x, points[i].y);
+        LineTo(points[0].x, points[0].y);
+        curX_ = keepX;
+        curY_ = keepY;
+    }
+    // A rectangle's corners in order and held well inside 32 bits (nothing beyond can show, and
+    // its edges subtract one); false when it has no inside.
+    static bool OrderRectangle(int& left, int& top, int& right, int& bottom)
+    {
+        if (left > right)
+            std::swap(left, right);
+        if (top > bottom)
+            std::swap(top, bottom);
+        constexpr int kLimit = 1 << 30;
+        left = std::clamp(left, -kLimit, kLimit);
+        right = std::clamp(right, -kLimit, kLimit);
+        top = std::clamp(top, -kLimit, kLimit);
+        bottom = std::clamp(bottom, -kLimit, kLimit);
+        return right - left >= 1 && bottom - top >= 1;
+    }
 
     Pen pen_;
     Brush brush_{Brush::Kind::Solid, 0xFFFFFF}; // a fresh surface's brush is white

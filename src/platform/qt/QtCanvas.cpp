@@ -203,29 +203,12 @@ void QtCanvas::Polygon(const std::vector<PixelPoint>& points)
         path.closeSubpath();
         FillPath(path);
     }
-    const int keepX = curX_;
-    const int keepY = curY_;
-    MoveToEx(points[0].x, points[0].y);
-    for (std::size_t i = 1; i < points.size(); ++i)
-        LineTo(points[i].x, points[i].y);
-    LineTo(points[0].x, points[0].y);
-    curX_ = keepX;
-    curY_ = keepY;
+    Outline(points);
 }
 
 void QtCanvas::Rectangle(int left, int top, int right, int bottom)
 {
-    if (left > right)
-        std::swap(left, right);
-    if (top > bottom)
-        std::swap(top, bottom);
-    // Held well inside 32 bits: nothing beyond can show, and the edges below subtract one.
-    constexpr int kLimit = 1 << 30;
-    left = std::clamp(left, -kLimit, kLimit);
-    right = std::clamp(right, -kLimit, kLimit);
-    top = std::clamp(top, -kLimit, kLimit);
-    bottom = std::clamp(bottom, -kLimit, kLimit);
-    if (right - left < 1 || bottom - top < 1)
+    if (!OrderRectangle(left, top, right, bottom))
         return;
     const QRect area = QRect(left, top, right - left, bottom - top).intersected(image_.rect().adjusted(-2, -2, 2, 2));
     if (area.isEmpty())
