@@ -64,9 +64,9 @@ void BM_BuildExportText(benchmark::State& state)
     ExportBuffer buffer;
     for (auto _ : state) {
         BuildExportText(p.Input(), {}, buffer);
-        benchmark::DoNotOptimize(buffer.lines().data());
+        benchmark::DoNotOptimize(buffer.text().data());
     }
-    state.counters["lines"] = static_cast<double>(buffer.lines().size());
+    state.counters["lines"] = buffer.count();
 }
 BENCHMARK(BM_BuildExportText)->Unit(benchmark::kMillisecond);
 
@@ -76,9 +76,9 @@ void BM_BuildExportTextPolygonsAndLines(benchmark::State& state)
     ExportBuffer buffer;
     for (auto _ : state) {
         BuildExportText(p.Input(), {}, buffer);
-        benchmark::DoNotOptimize(buffer.lines().data());
+        benchmark::DoNotOptimize(buffer.text().data());
     }
-    state.counters["lines"] = static_cast<double>(buffer.lines().size());
+    state.counters["lines"] = buffer.count();
 }
 BENCHMARK(BM_BuildExportTextPolygonsAndLines)->Unit(benchmark::kMillisecond);
 

@@ -1,6 +1,10 @@
 // What every item exporter receives: the project, the scale factors and the text being built.
 #pragma once
 
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <new>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,8 +17,102 @@
 
 namespace fw {
 
-// The exporter's own line buffer: nothing reaches the disk before the text is complete.
-using ExportBuffer = CBufferS;
+// The exporter's own line buffer: nothing reaches the disk before the text is complete. The lines
+// stand in one block, each ended by CR LF, so the finished text is the file's bytes as they are.
+class ExportBuffer {
+public:
+    ExportBuffer() = default;
+    ExportBuffer(const ExportBuffer&) = delete;
+    ExportBuffer& operator=(const ExportBuffer&) = delete;
+    ~ExportBuffer() { std::free(data_); }
+
+    // The block's memory is kept for the next text built in this buffer.
+    void reset()
+    {
+        size_ = 0;
+        count_ = 0;
+    }
+    void addLine(std::string_view line)
+    {
+        append(line);
+        endLine();
+    }
+    // Pieces appended to the open line, then endLine.
+    void append(std::string_view piece)
+    {
+        const std::size_t n = piece.size();
+        if (capacity_ - size_ < n)
+            grow(n);
+        CopyPiece(data_ + size_, piece.data(), n);
+        size_ += n;
+    }
+    void endLine()
+    {
+        if (capacity_ - size_ < 2)
+            grow(2);
+        data_[size_] = '\r';
+        data_[size_ + 1] = '\n';
+        size_ += 2;
+        ++count_;
+    }
+    // Appends again the whole lines that stand from byte from to byte to.
+    void repeat(std::size_t from, std::size_t to)
+    {
+        const std::size_t n = to - from;
+        if (n == 0)
+            return;
+        if (capacity_ - size_ < n)
+            grow(n);
+        std::memcpy(data_ + size_, data_ + from, n);
+        count_ += static_cast<std::size_t>(std::count(data_ + from, data_ + to, '\n'));
+        size_ += n;
+    }
+    std::size_t size() const { return size_; }
+    std::string_view text() const { return {data_, size_}; }
+    int count() const { return static_cast<int>(count_); }
+    // The lines without their ends, as separate strings.
+    std::vector<std::string> lines() const
+    {
+        std::vector<std::string> out;
+        out.reserve(count_);
+        ForEachLine(text(), [&](std::string_view line) { out.emplace_back(line); });
+        return out;
+    }
+
+private:
+    // Most pieces are a few characters: fixed-size copies of overlapping halves beat a call.
+    static void CopyPiece(char* to, const char* from, std::size_t n)
+    {
+        if (n > 16) {
+            std::memcpy(to, from, n);
+        } else if (n >= 8) {
+            std::memcpy(to, from, 8);
+            std::memcpy(to + n - 8, from + n - 8, 8);
+        } else if (n >= 4) {
+            std::memcpy(to, from, 4);
+            std::memcpy(to + n - 4, from + n - 4, 4);
+        } else if (n > 0) {
+            to[0] = from[0];
+            to[n / 2] = from[n / 2];
+            to[n - 1] = from[n - 1];
+        }
+    }
+    // The block at least doubles; realloc can move a large one without copying it.
+    void grow(std::size_t more)
+    {
+        const std::size_t wanted = std::max({capacity_ * 2, size_ + more, std::size_t{65536}});
+        char* moved = static_cast<char*>(std::realloc(data_, wanted));
+        if (!moved)
+            throw std::bad_alloc();
+        data_ = moved;
+        capacity_ = wanted;
+    }
+
+    char* data_ = nullptr;
+    std::size_t size_ = 0;
+    std::size_t capacity_ = 0;
+    std::size_t count_ = 0;
+};
 
 struct ExportContext {
     const ProjectRecord& project;
@@ -26,19 +124,13 @@ struct ExportContext {
     // The session's generator: forests draw from it, and it is never reset between exports.
     RandomSource* random = nullptr;
 
-    void add(std::string text) { lines.addLine(std::move(text)); }
-    // One line from its pieces, built in place without temporaries: the rows of the big shapes.
+    void add(std::string_view text) { lines.addLine(text); }
+    // One line from its pieces, appended in place without temporaries: the rows of the big shapes.
     template <class... Parts>
     void addJoined(const Parts&... parts)
     {
-        const std::string_view views[] = {std::string_view(parts)...};
-        std::size_t size = 0;
-        for (std::string_view v : views)
-            size += v.size();
-        std::string& text = lines.newLine();
-        text.reserve(size);
-        for (std::string_view v : views)
-            text += v;
+        (lines.append(std::string_view(parts)), ...);
+        lines.endLine();
     }
     // Without a generator the middle of the range: nothing is shaken.
     double nextRandom() { return random ? random->Next() : 0.5; }

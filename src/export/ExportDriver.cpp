@@ -259,8 +259,9 @@ bool ExportTextFile(const ExportInput& in, const std::string& path, int exportMo
             in.ui->Message(std::string(e.what()) + "\r\n\r\nNo file was written.", MessageStyle::Critical);
         return false;
     }
-    // The bytes go out as they stand (Windows-1252), each line ended by CR LF.
-    if (!WriteLinesReplacing(path, buffer.lines())) {
+    // The bytes go out as they stand (Windows-1252), each line ended by CR LF. The text is made
+    // again from its project at any time, so the command doesn't wait for the disk.
+    if (!WriteTextReplacing(path, buffer.text(), false)) {
         if (in.ui)
             in.ui->Message(kWriteFailed, MessageStyle::Critical);
         return false;

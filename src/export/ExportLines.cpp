@@ -27,7 +27,8 @@ void WriteRoad(ExportContext& ctx, const ShapeRecord& shape, const ShapeGeometry
     if (!(half >= 1.0))
         half = 1.0;
     // A Road has a positive half-width, a Line or centre line a negative one.
-    const std::string halfText = (shape.gLineType != 1 ? "-" : "") + Int(ExportRound(half, "a line's half-width"));
+    std::string halfText = shape.gLineType != 1 ? "-" : "";
+    halfText += IntText(ExportRound(half, "a line's half-width"));
     WriteRRStart(ctx, kind, halfText, g.local[list[0]], indent);
     for (std::size_t i = 1; i < list.size(); ++i)
         WriteRoadCont(ctx, g.local[list[i]], indent);
@@ -44,20 +45,20 @@ void WriteDotLines(ExportContext& ctx, const PointList& pts, double spacing, dou
         const double dx = static_cast<double>(q.X) - p.X;
         const double dy = static_cast<double>(q.Y) - p.Y;
         double c = std::sqrt(dx * dx + dy * dy) / step;
-        const std::string qx = Fix6(q.X), qy = Fix6(-static_cast<std::int64_t>(q.Y));
+        const NumberText qx = Fix6Text(q.X), qy = Fix6Text(-static_cast<std::int64_t>(q.Y));
         if (i == 0) {
             if (c < 1.0)
                 c = 1.0;
-            ctx.addJoined(indent, "DotLine( ", Fix6(p.X), " 0 ", Fix6(-static_cast<std::int64_t>(p.Y)), "  ", qx,
-                          " 0 ", qy, " ", Int(ExportRound(c, "a dot count")), " )");
+            ctx.addJoined(indent, "DotLine( ", Fix6Text(p.X), " 0 ", Fix6Text(-static_cast<std::int64_t>(p.Y)), "  ",
+                          qx, " 0 ", qy, " ", IntText(ExportRound(c, "a dot count")), " )");
         } else if (c < 1.0) {
             ctx.addJoined(indent, "Dot( ", qx, " 0 ", qy, " )");
         } else {
             // Start one step along the segment so the joint isn't lit twice.
             const std::int32_t sx = ExportRound(p.X + dx / c, "a dotted line's start");
             const std::int32_t sy = ExportRound(-(p.Y + dy / c), "a dotted line's start");
-            ctx.addJoined(indent, "DotLine( ", Fix6(sx), " 0 ", Fix6(sy), "  ", qx, " 0 ", qy, " ",
-                          Int(ExportRound(c, "a dot count")), " )");
+            ctx.addJoined(indent, "DotLine( ", Fix6Text(sx), " 0 ", Fix6Text(sy), "  ", qx, " 0 ", qy, " ",
+                          IntText(ExportRound(c, "a dot count")), " )");
         }
     }
 }
@@ -66,8 +67,8 @@ void WriteDots(ExportContext& ctx, const PointList& pts, const std::string& inde
 {
     // The last point gets no dot.
     for (std::size_t i = 0; i + 1 < pts.size(); ++i)
-        ctx.addJoined(indent, "Dot( ", Fix6(pts[i].X), " 0 ", Fix6(-static_cast<std::int64_t>(pts[i].Y)), " ) ;",
-                      Int(static_cast<std::int64_t>(i)));
+        ctx.addJoined(indent, "Dot( ", Fix6Text(pts[i].X), " 0 ", Fix6Text(-static_cast<std::int64_t>(pts[i].Y)),
+                      " ) ;", IntText(static_cast<std::int64_t>(i)));
 }
 
 } // namespace

@@ -80,18 +80,20 @@ struct WallStep {
 std::string Fix4(std::int64_t v) { return FixN(Int(v), 4); }
 
 struct Entry {
-    std::string a, b, c;
+    std::string_view a, b, c;
 };
 
-// One face in both windings, so it shows from either side.
+// One face in both windings, so it shows from either side: the same rows under both heads.
 void TwoSided(ExportContext& ctx, const std::string& J, const Entry (&e)[4])
 {
-    for (const char* head : {"ShadedTexPoly( a", "ShadedTexPoly( ai"}) {
-        ctx.addJoined(J, head);
-        for (const Entry& x : e)
-            ctx.addJoined(J, x.a, " ", x.b, " ", x.c);
-        ctx.addJoined(J, ")");
-    }
+    ctx.addJoined(J, "ShadedTexPoly( a");
+    const std::size_t rows = ctx.lines.size();
+    for (const Entry& x : e)
+        ctx.addJoined(J, x.a, " ", x.b, " ", x.c);
+    ctx.addJoined(J, ")");
+    const std::size_t end = ctx.lines.size();
+    ctx.addJoined(J, "ShadedTexPoly( ai");
+    ctx.lines.repeat(rows, end);
 }
 
 // The head of the one area of a tree line or forest, down to its reference point.
@@ -147,9 +149,9 @@ void WriteWall(ExportContext& ctx, const ShapeRecord& shape, const PointList& po
     ctx.add(J + "VecPoints( 0");
     for (std::size_t i = 0; i <= m; ++i) {
         const auto number = static_cast<std::int64_t>(2 * i);
-        const std::string x = Fix6(V[i].X), y = Fix6(V[i].Y);
-        ctx.addJoined(J, x, " 0    ", y, kVector, Int(number));
-        ctx.addJoined(J, x, " ", H4, " ", y, kVector, Int(number + 1));
+        const NumberText x = Fix6Text(V[i].X), y = Fix6Text(V[i].Y);
+        ctx.addJoined(J, x, " 0    ", y, kVector, IntText(number));
+        ctx.addJoined(J, x, " ", H4, " ", y, kVector, IntText(number + 1));
     }
     ctx.add(J + ")");
     ctx.add(J);
@@ -163,14 +165,15 @@ void WriteWall(ExportContext& ctx, const ShapeRecord& shape, const PointList& po
     for (std::size_t i = 1; i + 2 <= m; ++i) {
         u.piece(band.stripSize, shape.mBandHeight, LengthAlong(V[i], V[i + 1]));
         const auto k = static_cast<std::int64_t>(2 * i);
-        TwoSided(ctx, J, {{Fix3(k), Fix6(u.u0), band.lo3}, {Fix3(k + 2), Fix6(u.u1), band.lo3},
-                          {Fix3(k + 3), Fix6(u.u1), band.hi3}, {Fix3(k + 1), Fix6(u.u0), band.hi3}});
+        const NumberText u0 = Fix6Text(u.u0), u1 = Fix6Text(u.u1);
+        TwoSided(ctx, J, {{Fix3Text(k), u0, band.lo3}, {Fix3Text(k + 2), u1, band.lo3},
+                          {Fix3Text(k + 3), u1, band.hi3}, {Fix3Text(k + 1), u0, band.hi3}});
     }
 
     const auto mm = static_cast<std::int64_t>(2 * m);
     const auto kk = static_cast<std::int64_t>(2 * (m - 1));
-    TwoSided(ctx, J, {{Fix3(mm), band.capLo, cap0}, {Fix3(kk), band.capLo, cap12}, {Fix3(kk + 1), band.capHi, cap12},
-                      {Fix3(mm + 1), band.capHi, cap0}});
+    TwoSided(ctx, J, {{Fix3Text(mm), band.capLo, cap0}, {Fix3Text(kk), band.capLo, cap12},
+                      {Fix3Text(kk + 1), band.capHi, cap12}, {Fix3Text(mm + 1), band.capHi, cap0}});
 }
 
 // Closed wall along the outline, an outer ring of caps, and three canopies stacked at 70, 85 and 100%.
@@ -191,10 +194,10 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
     ctx.add(J + "Points( 0");
     for (std::size_t i = 0; i <= n; ++i) {
         const auto number = static_cast<std::int64_t>(3 * i);
-        const std::string x = Fix6(P[i].X), y = Fix6(neg(P[i].Y));
-        ctx.addJoined(J, x, " ", H70_4, " ", y, " ;", Int(number));
-        ctx.addJoined(J, x, " ", H85_4, " ", y, " ;", Int(number + 1));
-        ctx.addJoined(J, x, " ", H4, " ", y, " ;", Int(number + 2));
+        const NumberText x = Fix6Text(P[i].X), y = Fix6Text(neg(P[i].Y));
+        ctx.addJoined(J, x, " ", H70_4, " ", y, " ;", IntText(number));
+        ctx.addJoined(J, x, " ", H85_4, " ", y, " ;", IntText(number + 1));
+        ctx.addJoined(J, x, " ", H4, " ", y, " ;", IntText(number + 2));
     }
     ctx.add(J + ")");
     ctx.add(J);
@@ -205,9 +208,9 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
         ctx.add(J);
         ctx.add(J + "TexPoly( au");
         for (std::size_t i = 0; i <= n; ++i)
-            ctx.addJoined(J, Int(static_cast<std::int64_t>(3 * i) + c), " ",
-                          Fix6(ExportRound(P[i].X / 4.0, "a canopy texture point")), " ",
-                          Fix6(ExportRound(P[i].Y / 4.0, "a canopy texture point")));
+            ctx.addJoined(J, IntText(static_cast<std::int64_t>(3 * i) + c), " ",
+                          Fix6Text(ExportRound(P[i].X / 4.0, "a canopy texture point")), " ",
+                          Fix6Text(ExportRound(P[i].Y / 4.0, "a canopy texture point")));
         ctx.add(J + ")");
         ctx.add(J);
     }
@@ -220,8 +223,8 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
         const double b = ctx.nextRandom();
         const std::int32_t fx = ExportRound((a - 0.5) * 3.0 + P[i].X, "a forest wall point");
         const std::int32_t fy = ExportRound(((b - 0.5) * 3.0 + P[i].Y) * -1.0, "a forest wall point");
-        ctx.addJoined(J, Fix6(fx), " 0    ", Fix6(fy), kVector, Int(number));
-        ctx.addJoined(J, Fix6(P[i].X), " ", H4, " ", Fix6(neg(P[i].Y)), kVector, Int(number + 1));
+        ctx.addJoined(J, Fix6Text(fx), " 0    ", Fix6Text(fy), kVector, IntText(number));
+        ctx.addJoined(J, Fix6Text(P[i].X), " ", H4, " ", Fix6Text(neg(P[i].Y)), kVector, IntText(number + 1));
         number += 2;
     }
     for (std::size_t i = 0; i <= n; ++i) {
@@ -229,9 +232,9 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
         if (P[i] == Point{0, 0})
             throw OperationFault("Division by zero: a forest point lies on the centre of its box.");
         const Point q = PointAlong(P[i], Point{0, 0}, capLen);
-        const std::string x = Fix6(q.X), y = Fix6(neg(q.Y));
-        ctx.addJoined(J, x, " 0    ", y, kVector, Int(number));
-        ctx.addJoined(J, x, " ", H4, " ", y, kVector, Int(number + 1));
+        const NumberText x = Fix6Text(q.X), y = Fix6Text(neg(q.Y));
+        ctx.addJoined(J, x, " 0    ", y, kVector, IntText(number));
+        ctx.addJoined(J, x, " ", H4, " ", y, kVector, IntText(number + 1));
         number += 2;
     }
     ctx.add(J + ")");
@@ -248,11 +251,13 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
         u.piece(band.stripSize, shape.mBandHeight, LengthAlong(P[i], P[next]));
         const auto k = static_cast<std::int64_t>(2 * i);
         const auto kn = static_cast<std::int64_t>(2 * next);
-        TwoSided(ctx, J, {{Fix3(k), Fix6(u.u0), band.lo3}, {Fix3(kn), Fix6(u.u1), band.lo3},
-                          {Fix3(kn + 1), Fix6(u.u1), band.hi3}, {Fix3(k + 1), Fix6(u.u0), band.hi3}});
+        const NumberText k3 = Fix3Text(k), k13 = Fix3Text(k + 1);
+        const NumberText u0 = Fix6Text(u.u0), u1 = Fix6Text(u.u1);
+        TwoSided(ctx, J, {{k3, u0, band.lo3}, {Fix3Text(kn), u1, band.lo3}, {Fix3Text(kn + 1), u1, band.hi3},
+                          {k13, u0, band.hi3}});
         const auto o = static_cast<std::int64_t>(2 * n + 2 + 2 * i);
-        TwoSided(ctx, J, {{Fix3(k), band.capLo, cap12}, {Fix3(o), band.capLo, cap0}, {Fix3(o + 1), band.capHi, cap0},
-                          {Fix3(k + 1), band.capHi, cap12}});
+        TwoSided(ctx, J, {{k3, band.capLo, cap12}, {Fix3Text(o), band.capLo, cap0},
+                          {Fix3Text(o + 1), band.capHi, cap0}, {k13, band.capHi, cap12}});
     }
 }
 

@@ -6,12 +6,7 @@
 
 namespace fw {
 
-std::string Int(std::int64_t v)
-{
-    char buf[24];
-    const auto r = std::to_chars(buf, buf + sizeof buf, v);
-    return std::string(buf, r.ptr);
-}
+std::string Int(std::int64_t v) { return std::string(IntText(v)); }
 
 std::string FixN(const std::string& text, std::size_t width)
 {
@@ -20,21 +15,8 @@ std::string FixN(const std::string& text, std::size_t width)
     return out;
 }
 
-namespace {
-// An integer padded or cut to a width, without a detour through a longer string.
-std::string FixInt(std::int64_t v, std::size_t width)
-{
-    char buf[24];
-    const auto r = std::to_chars(buf, buf + sizeof buf, v);
-    const std::size_t n = std::min(width, static_cast<std::size_t>(r.ptr - buf));
-    std::string out(buf, n);
-    out.append(width - n, ' ');
-    return out;
-}
-} // namespace
-
-std::string Fix6(std::int64_t v) { return FixInt(v, 6); }
-std::string Fix3(std::int64_t v) { return FixInt(v, 3); }
+std::string Fix6(std::int64_t v) { return std::string(Fix6Text(v)); }
+std::string Fix3(std::int64_t v) { return std::string(Fix3Text(v)); }
 std::string Fix12(const std::string& text) { return FixN(text, 12); }
 std::string Fix20(const std::string& text) { return FixN(text, 20); }
 

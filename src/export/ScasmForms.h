@@ -1,15 +1,43 @@
 // The number forms of SCASM text and the conversion of plan coordinates to latitude and longitude.
 #pragma once
 
+#include <algorithm>
+#include <charconv>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "core/Helpers.h"
 #include "core/Numbers.h"
 
 namespace fw {
 
+// A number form held in place, for lines joined from pieces: no string of its own is made.
+struct NumberText {
+    char text[24];
+    std::uint8_t size = 0;
+    operator std::string_view() const { return {text, size}; }
+};
+
 // Decimal integer, "-" for a negative, no padding.
+inline NumberText IntText(std::int64_t v)
+{
+    NumberText out;
+    out.size = static_cast<std::uint8_t>(std::to_chars(out.text, out.text + sizeof out.text, v).ptr - out.text);
+    return out;
+}
+// The integer padded with blanks on the right to width, or cut to it.
+inline NumberText FixedText(std::int64_t v, std::uint8_t width)
+{
+    NumberText out = IntText(v);
+    out.size = std::min(out.size, width);
+    std::fill(out.text + out.size, out.text + width, ' ');
+    out.size = width;
+    return out;
+}
+inline NumberText Fix6Text(std::int64_t v) { return FixedText(v, 6); }
+inline NumberText Fix3Text(std::int64_t v) { return FixedText(v, 3); }
+
 std::string Int(std::int64_t v);
 // Any text forced to a width: padded with blanks on the right, cut when longer.
 std::string FixN(const std::string& text, std::size_t width);

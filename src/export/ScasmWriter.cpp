@@ -19,13 +19,9 @@ int Red(std::int32_t c) { return c & 0xFF; }
 int Green(std::int32_t c) { return (c >> 8) & 0xFF; }
 int Blue(std::int32_t c) { return (c >> 16) & 0xFF; }
 
-std::string XY(const Point& p)
-{
-    std::string out = Fix6(p.X);
-    out += " 0 ";
-    out += Fix6(-static_cast<std::int64_t>(p.Y));
-    return out;
-}
+// "x 0 -y" of a point: the three pieces of its coordinates.
+NumberText X6(const Point& p) { return Fix6Text(p.X); }
+NumberText Y6(const Point& p) { return Fix6Text(-static_cast<std::int64_t>(p.Y)); }
 } // namespace
 
 void WriteFileHead(ExportContext& ctx, int type, int buf, int areamx)
@@ -137,19 +133,19 @@ void WritePoints(ExportContext& ctx, const PointList& local, const std::string& 
 {
     ctx.add(indent + "Points( 0");
     for (std::size_t i = 0; i < local.size(); ++i)
-        ctx.addJoined(indent, XY(local[i]), " ;", Int(static_cast<std::int64_t>(i)));
+        ctx.addJoined(indent, X6(local[i]), " 0 ", Y6(local[i]), " ;", IntText(static_cast<std::int64_t>(i)));
     ctx.add(indent + ")");
 }
 
 void WriteRRStart(ExportContext& ctx, const std::string& kind, const std::string& half, const Point& p,
                   const std::string& indent)
 {
-    ctx.addJoined(indent, "RRStart( ", kind, " ", half, " ", XY(p), " )");
+    ctx.addJoined(indent, "RRStart( ", kind, " ", half, " ", X6(p), " 0 ", Y6(p), " )");
 }
 
 void WriteRoadCont(ExportContext& ctx, const Point& p, const std::string& indent)
 {
-    ctx.addJoined(indent, "RoadCont( ", XY(p), " )");
+    ctx.addJoined(indent, "RoadCont( ", X6(p), " 0 ", Y6(p), " )");
 }
 
 std::string LoadBitmapFlags(const std::array<std::uint8_t, 4>& loadflag)
@@ -194,7 +190,7 @@ void WritePolyStatement(ExportContext& ctx, const std::vector<std::uint8_t>& ind
             line = indent;
             line.reserve(indent.size() + 72);
         }
-        line += Int(index);
+        line += IntText(index);
         line += ' ';
     }
     line += ')';
@@ -208,8 +204,8 @@ void WriteTexPolyStatement(ExportContext& ctx, const std::vector<std::uint8_t>& 
         ctx.add(indent + "ConcavePoly");
     ctx.add(indent + (shaded == 1 ? "ShadedTexPoly( au" : "TexPoly( au"));
     for (std::size_t i = 0; i < indices.size() && i < uv.size(); ++i)
-        ctx.addJoined(indent, Fix3(indices[i]), " ", Fix6(uv[i].U), " ",
-                      Fix6(256 - static_cast<std::int64_t>(uv[i].V)));
+        ctx.addJoined(indent, Fix3Text(indices[i]), " ", Fix6Text(uv[i].U), " ",
+                      Fix6Text(256 - static_cast<std::int64_t>(uv[i].V)));
     ctx.add(indent + ")");
 }
 

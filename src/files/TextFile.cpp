@@ -85,7 +85,7 @@ std::string JoinLines(const std::vector<std::string>& lines)
     return text;
 }
 
-bool WriteTextReplacing(const std::string& path, const std::string& text)
+bool WriteTextReplacing(const std::string& path, std::string_view text, bool flushed)
 {
     if (path.empty())
         return false;
@@ -125,7 +125,8 @@ bool WriteTextReplacing(const std::string& path, const std::string& text)
             ::umask(mask);
             ::fchmod(fd, 0666 & ~mask);
         }
-        ok = ::fsync(fd) == 0;
+        if (flushed)
+            ok = ::fsync(fd) == 0;
     }
     if (::close(fd) != 0)
         ok = false;

@@ -86,7 +86,9 @@ bool ReadWholeFile(const std::string& path, std::string& out);
 // Writes every line with CR LF into a temporary file beside path and renames it over path, so
 // that a failed write leaves the old file as it was. False on any failure.
 bool WriteLinesReplacing(const std::string& path, const std::vector<std::string>& lines);
-bool WriteTextReplacing(const std::string& path, const std::string& text);
+// flushed: the bytes are on the disk before the rename. A file that can be made again at any time
+// (an export) may skip the wait; the rename still keeps a failed write from touching the old file.
+bool WriteTextReplacing(const std::string& path, std::string_view text, bool flushed = true);
 
 // The same text joined with CR LF.
 std::string JoinLines(const std::vector<std::string>& lines);
