@@ -45,5 +45,22 @@ void CutAtCharacter(std::string& text, char c);
 // Splits at any separator outside quotes; no empty pieces. Returns 0 for an empty text.
 int SplitString(const std::string& text, const std::string& separators, const std::string& openQuotes,
                 const std::string& closeQuotes, std::vector<std::string>& out);
+// The words of a text between separators; no empty words, so an empty text has none.
+inline std::vector<std::string> SplitWords(const std::string& text, char separator)
+{
+    std::vector<std::string> out;
+    std::string word;
+    for (char c : text) {
+        if (c != separator) {
+            word += c;
+        } else if (!word.empty()) {
+            out.push_back(std::move(word));
+            word.clear();
+        }
+    }
+    if (!word.empty())
+        out.push_back(std::move(word));
+    return out;
+}
 
 } // namespace fw

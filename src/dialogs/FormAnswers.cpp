@@ -47,14 +47,30 @@ bool Apply(const Parsed& p, FormValues& values, std::string& problem)
     return true;
 }
 
+// Cancel ends without the checks; OK stores only when they all pass.
+template <class OkFn>
+FormAnswerResult Close(const Parsed& p, OkFn ok)
+{
+    if (!p.ok)
+        return FormAnswerResult::Cancelled;
+    return ok() == OkResult::Stored ? FormAnswerResult::Stored : FormAnswerResult::Refused;
+}
+
 template <class Form, class Record>
 FormAnswerResult Answer(const Parsed& p, Form& form, Record& record, const ValueContext& ctx, std::string& problem)
 {
     if (!Apply(p, form.values, problem))
         return FormAnswerResult::Refused;
-    if (!p.ok)
-        return FormAnswerResult::Cancelled;
-    return form.Ok(ctx, record) == OkResult::Stored ? FormAnswerResult::Stored : FormAnswerResult::Refused;
+    return Close(p, [&] { return form.Ok(ctx, record); });
+}
+
+// The dialogs that show an object and need nothing else.
+template <class Form>
+FormAnswerResult AnswerObject(const Parsed& p, ObjectRecord& object, const ValueContext& ctx, std::string& problem)
+{
+    Form form;
+    form.Show_(object, ctx.decimalSeparator);
+    return Answer(p, form, object, ctx, problem);
 }
 
 bool Expect(const Parsed& p, const std::string& name, std::string& problem)
@@ -102,36 +118,15 @@ FormAnswerResult AnswerObjectForm(const std::vector<std::string>& words, ObjectR
     Parsed p;
     if (!Parse(words, p, problem) || !Expect(p, ObjectFormName(object.oType), problem))
         return FormAnswerResult::Refused;
-    const char sep = ctx.decimalSeparator;
     switch (object.oType) {
-    case kRunway: {
-        FormRunway f;
-        f.Show_(object, sep);
-        return Answer(p, f, object, ctx, problem);
-    }
-    case kVor: {
-        FormOvor f;
-        f.Show_(object, sep);
-        return Answer(p, f, object, ctx, problem);
-    }
-    case kNdb: {
-        FormOndb f;
-        f.Show_(object, sep);
-        return Answer(p, f, object, ctx, problem);
-    }
-    case kInit: {
-        FormInit f;
-        f.Show_(object, sep);
-        return Answer(p, f, object, ctx, problem);
-    }
-    case kExclude: {
-        FormOexclude f;
-        f.Show_(object, sep);
-        return Answer(p, f, object, ctx, problem);
-    }
+    case kRunway: return AnswerObject<FormRunway>(p, object, ctx, problem);
+    case kVor: return AnswerObject<FormOvor>(p, object, ctx, problem);
+    case kNdb: return AnswerObject<FormOndb>(p, object, ctx, problem);
+    case kInit: return AnswerObject<FormInit>(p, object, ctx, problem);
+    case kExclude: return AnswerObject<FormOexclude>(p, object, ctx, problem);
     case kSign: {
         FormSign f;
-        f.Show_(object, sep);
+        f.Show_(object, ctx.decimalSeparator);
         // Panels by their type option and the Caption's items.
         for (const auto& [name, value] : p.fields)
             if (name.size() == 5 && name.compare(0, 4, "Type") == 0)
@@ -141,21 +136,19 @@ FormAnswerResult AnswerObjectForm(const std::vector<std::string>& words, ObjectR
         for (const auto& [name, value] : p.fields)
             if (name == "Caption")
                 f.buffer = ParseSignCaption(value);
-        if (!p.ok)
-            return FormAnswerResult::Cancelled;
-        return f.Ok(ctx, object) == OkResult::Stored ? FormAnswerResult::Stored : FormAnswerResult::Refused;
+        return Close(p, [&] { return f.Ok(ctx, object); });
     }
     case kApi: {
         FormOapi f;
-        f.Show_(object, config, programFolder, sep);
+        f.Show_(object, config, programFolder, ctx.decimalSeparator);
         for (const auto& [name, value] : p.fields)
             if (name == "Combo1")
                 f.ChooseMacro(std::atoi(value.c_str()));
         if (!Apply(p, f.values, problem))
             return FormAnswerResult::Refused;
-        if (!p.ok)
-            return f.CanClose(ctx.ui) ? FormAnswerResult::Cancelled : FormAnswerResult::Refused;
-        return f.Ok(ctx, object, config) == OkResult::Stored ? FormAnswerResult::Stored : FormAnswerResult::Refused;
+        if (!p.ok && !f.CanClose(ctx.ui))
+            return FormAnswerResult::Refused;
+        return Close(p, [&] { return f.Ok(ctx, object, config); });
     }
     default:
         problem = "no dialog edits this object";

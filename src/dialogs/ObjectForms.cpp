@@ -37,21 +37,26 @@ std::string Pad2(int n) { return (n < 10 ? "0" : "") + std::to_string(n); }
 
 // ---- NDB and VOR ----
 
-void FormOndb::Show_(const ObjectRecord& r, char sep)
+void NavForm::Show_(const ObjectRecord& r, char sep)
 {
     values = FormValues();
     values["Text1"] = ShowNumber(r.Frequency(), sep);
     values.SetInt("Text2", r.Range());
     values["Text3"] = r.ID();
     values["Text4"] = r.NavName();
-    values.SetTick("Check1", r.NdbVisible() != 0);
+    if (vor_) {
+        values.SetTick("Check1", r.DME() != 0);
+        values.SetTick("Check2", r.VorVisible() != 0);
+    } else {
+        values.SetTick("Check1", r.NdbVisible() != 0);
+    }
 }
 
-OkResult FormOndb::Ok(const ValueContext& ctx, ObjectRecord& r) const
+OkResult NavForm::Ok(const ValueContext& ctx, ObjectRecord& r) const
 {
     double freq = 0;
     std::int16_t range = 0;
-    if (!CheckDouble(ctx, values.Text("Text1"), 200, 526.5, "the frequency", freq) ||
+    if (!CheckDouble(ctx, values.Text("Text1"), vor_ ? 108 : 200, vor_ ? 135.75 : 526.5, "the frequency", freq) ||
         !CheckInteger(ctx, values.Text("Text2"), 1, 255, "the range", range))
         return OkResult::Refused;
     if (values.Text("Text3").empty()) {
@@ -66,42 +71,12 @@ OkResult FormOndb::Ok(const ValueContext& ctx, ObjectRecord& r) const
     r.Range() = range;
     r.ID() = values.Text("Text3");
     r.NavName() = values.Text("Text4");
-    r.NdbVisible() = Tick(values, "Check1");
-    return OkResult::Stored;
-}
-
-void FormOvor::Show_(const ObjectRecord& r, char sep)
-{
-    values = FormValues();
-    values["Text1"] = ShowNumber(r.Frequency(), sep);
-    values.SetInt("Text2", r.Range());
-    values["Text3"] = r.ID();
-    values["Text4"] = r.NavName();
-    values.SetTick("Check1", r.DME() != 0);
-    values.SetTick("Check2", r.VorVisible() != 0);
-}
-
-OkResult FormOvor::Ok(const ValueContext& ctx, ObjectRecord& r) const
-{
-    double freq = 0;
-    std::int16_t range = 0;
-    if (!CheckDouble(ctx, values.Text("Text1"), 108, 135.75, "the frequency", freq) ||
-        !CheckInteger(ctx, values.Text("Text2"), 1, 255, "the range", range))
-        return OkResult::Refused;
-    if (values.Text("Text3").empty()) {
-        Refuse(ctx, "Please enter an ID!");
-        return OkResult::Refused;
+    if (vor_) {
+        r.DME() = Tick(values, "Check1");
+        r.VorVisible() = Tick(values, "Check2");
+    } else {
+        r.NdbVisible() = Tick(values, "Check1");
     }
-    if (values.Text("Text4").empty()) {
-        Refuse(ctx, "Please enter a name!");
-        return OkResult::Refused;
-    }
-    r.Frequency() = freq;
-    r.Range() = range;
-    r.ID() = values.Text("Text3");
-    r.NavName() = values.Text("Text4");
-    r.DME() = Tick(values, "Check1");
-    r.VorVisible() = Tick(values, "Check2");
     return OkResult::Stored;
 }
 
@@ -348,24 +323,6 @@ OkResult FormRunway::Ok(const ValueContext& ctx, ObjectRecord& r) const
 // ---- Taxiway signs ----
 
 namespace {
-std::vector<std::string> Pieces(const std::string& text, char sep)
-{
-    std::vector<std::string> out;
-    std::string cur;
-    for (char c : text) {
-        if (c == sep) {
-            if (!cur.empty())
-                out.push_back(cur);
-            cur.clear();
-        } else {
-            cur += c;
-        }
-    }
-    if (!cur.empty())
-        out.push_back(cur);
-    return out;
-}
-
 bool RunwayNumberItem(const std::string& item)
 {
     if (item.empty() || item.size() > 2)
@@ -381,10 +338,10 @@ SignBuffer ParseSignCaption(const std::string& caption)
 {
     SignBuffer buffer;
     int next = 0;
-    for (const std::string& piece : Pieces(caption, ' ')) {
+    for (const std::string& piece : SplitWords(caption, ' ')) {
         if (next >= 5)
             break;
-        std::vector<std::string> words = Pieces(piece, '_');
+        std::vector<std::string> words = SplitWords(piece, '_');
         if (words.empty())
             continue;
         const std::string type = words[0];
@@ -460,6 +417,31 @@ std::vector<std::string> SignCells(const std::string& cellType)
         cells = arrows;
     }
     return cells;
+}
+
+SheetRect SignCellOnSheet(const std::string& cellType, int i)
+{
+    // In a drawing of 256 by 256 per quadrant: position, size and quadrant.
+    int cx = 0, cy = 0, cw = 32, quadrant = 1;
+    if (cellType == "RwyInstruction") {
+        cw = 64;
+        if (i < 32) {
+            quadrant = 2;
+            cx = (i % 4) * 64;
+            cy = (i / 4) * 32;
+        } else {
+            cx = (i - 32) * 64;
+            cy = 224;
+        }
+    } else if (cellType == "RwyInstructionArrow") {
+        cx = 96 + 32 * i;
+        cy = 192;
+    } else {
+        quadrant = cellType == "Location" ? 3 : 1;
+        cx = (i % 8) * 32;
+        cy = (i / 8) * 32;
+    }
+    return {cx / 2 + (quadrant == 2 ? 128 : 0), cy / 2 + (quadrant == 3 ? 128 : 0), cw / 2, 16};
 }
 
 void FormSign::Show_(const ObjectRecord& r, char sep)

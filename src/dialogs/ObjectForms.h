@@ -12,20 +12,30 @@
 
 namespace fw {
 
-struct FormOndb {
-    static constexpr const char* kName = "FormOndb";
-    static constexpr const char* kTitle = "NDB settings";
+// NDB and VOR: frequency, range, identifier and name, and their ticks. They differ in the
+// frequency band and in the VOR's DME tick.
+struct NavForm {
     void Show_(const ObjectRecord& r, char decimalSeparator);
     OkResult Ok(const ValueContext& ctx, ObjectRecord& r) const;
     FormValues values;
+
+protected:
+    explicit NavForm(bool vor) : vor_(vor) {}
+
+private:
+    bool vor_;
 };
 
-struct FormOvor {
+struct FormOndb : NavForm {
+    static constexpr const char* kName = "FormOndb";
+    static constexpr const char* kTitle = "NDB settings";
+    FormOndb() : NavForm(false) {}
+};
+
+struct FormOvor : NavForm {
     static constexpr const char* kName = "FormOvor";
     static constexpr const char* kTitle = "VOR settings";
-    void Show_(const ObjectRecord& r, char decimalSeparator);
-    OkResult Ok(const ValueContext& ctx, ObjectRecord& r) const;
-    FormValues values;
+    FormOvor() : NavForm(true) {}
 };
 
 struct FormOexclude {
@@ -95,5 +105,11 @@ struct FormSign {
 
 // The items FormSignSelect offers for a cell type, in cell order.
 std::vector<std::string> SignCells(const std::string& cellType);
+// Where cell i of a cell type lies on the 256 by 256 sign sheet, in pixels from its top left:
+// each quadrant holds its cells at half their size on the sign.
+struct SheetRect {
+    int x = 0, y = 0, w = 0, h = 0;
+};
+SheetRect SignCellOnSheet(const std::string& cellType, int i);
 
 } // namespace fw

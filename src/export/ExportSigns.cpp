@@ -61,24 +61,6 @@ Style StyleOf(const std::string& text)
     return {};
 }
 
-std::vector<std::string> Split(const std::string& text, char separator)
-{
-    std::vector<std::string> out;
-    std::string cur;
-    for (char c : text) {
-        if (c == separator) {
-            if (!cur.empty())
-                out.push_back(cur);
-            cur.clear();
-        } else {
-            cur += c;
-        }
-    }
-    if (!cur.empty())
-        out.push_back(cur);
-    return out;
-}
-
 bool IsRunwayNumber(const std::string& item)
 {
     if (item.empty())
@@ -95,8 +77,8 @@ bool IsRunwayNumber(const std::string& item)
 std::vector<SignPanel> ParseCaption(const std::string& caption)
 {
     std::vector<SignPanel> panels;
-    for (const std::string& piece : Split(caption, ' ')) {
-        const std::vector<std::string> words = Split(piece, '_');
+    for (const std::string& piece : SplitWords(caption, ' ')) {
+        const std::vector<std::string> words = SplitWords(piece, '_');
         if (words.empty())
             continue;
         const std::string& type = words[0];

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "core/Records.h"
@@ -218,6 +220,20 @@ TEST(SignCaption, BufferRoundTripAndEmptyPanels)
     EXPECT_EQ(SignCellType(b[2], 0), "RwyInstructionArrow");
     EXPECT_EQ(SignCellType(b[2], 1), "RwyInstruction");
     EXPECT_EQ(SignCells("Direction").size(), 26u + 17u + 5u);
+    // The picker's cells where the sheet holds them: "H", the Direction arrows, Location "B",
+    // runway numbers in the second quadrant but 33 to 36 under the first.
+    const auto at = [](const std::string& type, const std::string& item) {
+        const std::vector<std::string> cells = SignCells(type);
+        const SheetRect r =
+            SignCellOnSheet(type, static_cast<int>(std::find(cells.begin(), cells.end(), item) - cells.begin()));
+        return std::vector<int>{r.x, r.y, r.w, r.h};
+    };
+    EXPECT_EQ(at("Direction", "H"), (std::vector<int>{112, 0, 16, 16}));
+    EXPECT_EQ(at("Direction", "ArrowLeft"), (std::vector<int>{48, 80, 16, 16}));
+    EXPECT_EQ(at("Location", "B"), (std::vector<int>{16, 128, 16, 16}));
+    EXPECT_EQ(at("RwyInstruction", "6"), (std::vector<int>{160, 16, 32, 16}));
+    EXPECT_EQ(at("RwyInstruction", "34"), (std::vector<int>{32, 112, 32, 16}));
+    EXPECT_EQ(at("RwyInstructionArrow", "ArrowUp"), (std::vector<int>{80, 96, 16, 16}));
 }
 
 TEST_F(Dialog, SignStylesAndHeading)

@@ -14,7 +14,7 @@
 
 #include "core/Records.h"
 #include "platform/ScriptedUi.h"
-#include "platform/qt/FormOvor.h"
+#include "platform/qt/FormSmallObjects.h"
 #include "platform/qt/FormRunway.h"
 #include "platform/qt/FormSettings.h"
 #include "platform/qt/FormShape.h"

@@ -1,12 +1,9 @@
 // QtUi's shape and object dialogs: each record type to its form.
-#include "platform/qt/FormInit.h"
 #include "platform/qt/FormOapi.h"
-#include "platform/qt/FormOexclude.h"
-#include "platform/qt/FormOndb.h"
-#include "platform/qt/FormOvor.h"
 #include "platform/qt/FormRunway.h"
 #include "platform/qt/FormShape.h"
 #include "platform/qt/FormSign.h"
+#include "platform/qt/FormSmallObjects.h"
 #include "platform/qt/QtUi.h"
 
 namespace fw::qt {
@@ -45,7 +42,9 @@ bool QtUi::ObjectProperties(ObjectRecord& object)
     case kNdb: return RunFormOndb(object, ctx, parent_);
     case kInit: return RunFormInit(object, ctx, parent_);
     case kExclude: return RunFormOexclude(object, ctx, parent_);
-    case kSign: return RunFormSign(object, ctx, session_->programFolder, parent_);
+    case kSign:
+        return RunFormSign(object, ctx, AddBackslash(session_->config.TEXPath) + "fwt_sign1.bmp", session_->programFolder,
+                           parent_);
     default: return false;
     }
 }

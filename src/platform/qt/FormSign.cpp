@@ -1,7 +1,12 @@
 #include "platform/qt/FormSign.h"
 
+#include <algorithm>
+#include <functional>
+
 #include <QDialog>
 #include <QGridLayout>
+#include <QMouseEvent>
+#include <QPainter>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QTabWidget>
@@ -9,30 +14,106 @@
 
 #include "dialogs/ObjectForms.h"
 #include "platform/qt/FormBase.h"
+#include "platform/qt/FormShape.h"
 #include "platform/qt/QtText.h"
 
 namespace fw::qt {
 
-bool RunFormSignSelect(const std::string& cellType, const std::string& current, std::string& item, QWidget* parent)
+namespace {
+
+// A cell at its size on the sign: 32 by 32, or 64 by 32 for a runway number.
+QSize CellSize(const std::string& cellType)
+{
+    return {cellType == "RwyInstruction" ? 64 : 32, 32};
+}
+
+QImage CellPicture(const QImage& sheet, const std::string& cellType, int i)
+{
+    const SheetRect r = SignCellOnSheet(cellType, i);
+    return sheet.copy(r.x, r.y, r.w, r.h).scaled(CellSize(cellType));
+}
+
+// The cells of one type in rows, with a mark that follows the pressed mouse; the cell under the
+// mark when the button comes up is the choice.
+class SignCellGrid : public QWidget {
+public:
+    SignCellGrid(const QImage& sheet, const std::string& cellType, int current, QWidget* parent)
+        : QWidget(parent), cell_(CellSize(cellType)), columns_(cellType == "RwyInstruction" ? 4 : 8), mark_(current)
+    {
+        const int n = static_cast<int>(SignCells(cellType).size());
+        for (int i = 0; i < n; ++i)
+            pictures_.push_back(CellPicture(sheet, cellType, i));
+        const int rows = (n + columns_ - 1) / columns_;
+        setFixedSize(std::min(n, columns_) * cell_.width() + 1, rows * cell_.height() + 1);
+    }
+    std::function<void(int)> onChoose;
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter p(this);
+        for (int i = 0; i < static_cast<int>(pictures_.size()); ++i)
+            p.drawImage(Cell(i).topLeft(), pictures_[static_cast<std::size_t>(i)]);
+        if (mark_ >= 0) {
+            const QRect r = Cell(mark_);
+            p.setPen(QPen(Qt::black, 1));
+            p.drawRect(r.adjusted(0, 0, -1, -1));
+            p.setPen(QPen(Qt::white, 1));
+            p.drawRect(r.adjusted(1, 1, -2, -2));
+        }
+    }
+    void mousePressEvent(QMouseEvent* e) override { Track(e->pos()); }
+    void mouseMoveEvent(QMouseEvent* e) override { Track(e->pos()); }
+    void mouseReleaseEvent(QMouseEvent* e) override
+    {
+        Track(e->pos());
+        if (mark_ >= 0 && onChoose)
+            onChoose(mark_);
+    }
+
+private:
+    QRect Cell(int i) const
+    {
+        return {(i % columns_) * cell_.width(), (i / columns_) * cell_.height(), cell_.width(), cell_.height()};
+    }
+    void Track(const QPoint& pos)
+    {
+        mark_ = -1;
+        for (int i = 0; i < static_cast<int>(pictures_.size()); ++i)
+            if (Cell(i).contains(pos))
+                mark_ = i;
+        update();
+    }
+
+    QSize cell_;
+    int columns_;
+    int mark_;
+    std::vector<QImage> pictures_;
+};
+
+int CellIndex(const std::string& cellType, const std::string& item)
+{
+    const std::vector<std::string> cells = SignCells(cellType);
+    const auto it = std::find(cells.begin(), cells.end(), item);
+    return it == cells.end() ? -1 : static_cast<int>(it - cells.begin());
+}
+
+} // namespace
+
+bool RunFormSignSelect(const QImage& sheet, const std::string& cellType, const std::string& current, std::string& item,
+                       QWidget* parent)
 {
     QDialog d(parent);
     d.setObjectName("FormSignSelect");
     d.setWindowTitle("Select sign element");
-    auto* grid = new QGridLayout;
     const std::vector<std::string> cells = SignCells(cellType);
-    const int columns = cellType == "RwyInstruction" ? 4 : 8;
+    auto* grid = new SignCellGrid(sheet, cellType, CellIndex(cellType, current), &d);
+    grid->setObjectName("Cells");
     std::string chosen;
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-        auto* b = new QPushButton(ToQt(cells[i]), &d);
-        b->setCheckable(true);
-        b->setChecked(cells[i] == current);
-        b->setMinimumWidth(cellType == "RwyInstruction" ? 64 : 32);
-        QObject::connect(b, &QPushButton::clicked, &d, [&, i] {
-            chosen = cells[i];
-            d.accept();
-        });
-        grid->addWidget(b, static_cast<int>(i) / columns, static_cast<int>(i) % columns);
-    }
+    grid->onChoose = [&](int i) {
+        chosen = cells[static_cast<std::size_t>(i)];
+        d.accept();
+    };
     auto* remove = new QPushButton("&Remove", &d);
     remove->setObjectName("Command1");
     QObject::connect(remove, &QPushButton::clicked, &d, [&] {
@@ -40,7 +121,7 @@ bool RunFormSignSelect(const std::string& cellType, const std::string& current, 
         d.accept();
     });
     auto* layout = new QVBoxLayout(&d);
-    layout->addLayout(grid);
+    layout->addWidget(grid);
     layout->addWidget(remove, 0, Qt::AlignRight);
     if (d.exec() != QDialog::Accepted)
         return false;
@@ -48,8 +129,11 @@ bool RunFormSignSelect(const std::string& cellType, const std::string& current, 
     return true;
 }
 
-bool RunFormSign(ObjectRecord& record, const ValueContext& ctx, const std::string&, QWidget* parent)
+bool RunFormSign(ObjectRecord& record, const ValueContext& ctx, const std::string& sheetPath,
+                 const std::string& programFolder, QWidget* parent)
 {
+    std::string label;
+    const QImage sheet = TexturePicture(sheetPath, programFolder, 256, 256, label);
     FormSign model;
     model.Show_(record, ctx.decimalSeparator);
     FormBase form(FormSign::kName, FormSign::kTitle, parent);
@@ -60,11 +144,17 @@ bool RunFormSign(ObjectRecord& record, const ValueContext& ctx, const std::strin
 
     auto* tabs = new QTabWidget(&form);
     std::array<std::array<QPushButton*, 3>, 5> pictures{};
+    // Each item picture shows its cell of the sheet, "..." while the slot is empty.
     const auto showPanel = [&](int p) {
         for (int i = 0; i < 3; ++i) {
-            const std::string& it = model.buffer[p].items[i];
-            pictures[p][i]->setText(it.empty() ? QStringLiteral("...") : ToQt(it));
-            pictures[p][i]->setEnabled(!model.buffer[p].type.empty());
+            QPushButton* b = pictures[p][i];
+            const std::string type = SignCellType(model.buffer[p], i);
+            const int cell = CellIndex(type, model.buffer[p].items[i]);
+            b->setIcon(cell < 0 ? QIcon() : QIcon(QPixmap::fromImage(CellPicture(sheet, type, cell))));
+            b->setIconSize(CellSize(type));
+            b->setText(cell < 0 ? QStringLiteral("...") : QString());
+            b->setToolTip(ToQt(model.buffer[p].items[i]));
+            b->setEnabled(!model.buffer[p].type.empty());
         }
     };
     static const char* const kKeys[5] = {"one", "two", "three", "four", "five"};
@@ -86,7 +176,7 @@ bool RunFormSign(ObjectRecord& record, const ValueContext& ctx, const std::strin
             itemRow->addWidget(pictures[p][i]);
             QObject::connect(pictures[p][i], &QPushButton::clicked, &form, [&, p, i] {
                 std::string item;
-                if (RunFormSignSelect(SignCellType(model.buffer[p], i), model.buffer[p].items[i], item, &form)) {
+                if (RunFormSignSelect(sheet, SignCellType(model.buffer[p], i), model.buffer[p].items[i], item, &form)) {
                     model.buffer[p].items[i] = item;
                     showPanel(p);
                 }
