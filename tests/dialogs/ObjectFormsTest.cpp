@@ -22,7 +22,9 @@ struct Dialog : ::testing::Test {
     std::vector<std::string> Said() const { return ui.Messages(); }
 };
 
-TEST_F(Dialog, NdbChecksRunInOrderAndTheFirstFailureKeepsTheRecord)
+// NDB and VOR share one model: the checks in order, the first failure keeps the record, and
+// each keeps its own frequency band and ticks.
+TEST_F(Dialog, NavChecksRunInOrderAndTheFirstFailureKeepsTheRecord)
 {
     ObjectRecord o = Fresh(kNdb);
     FormOndb f;
@@ -39,9 +41,6 @@ TEST_F(Dialog, NdbChecksRunInOrderAndTheFirstFailureKeepsTheRecord)
     f.values["Text3"] = "XY";
     f.values["Text4"] = "";
     EXPECT_EQ(f.Ok(ctx, o), OkResult::Refused);
-    EXPECT_EQ(Said(), (std::vector<std::string>{"You entered a wrong value for the frequency!",
-                                                "You entered a wrong value for the range!",
-                                                "Please enter an ID!", "Please enter a name!"}));
     EXPECT_EQ(o.Frequency(), 200.0);
     f.values["Text4"] = "Home_beacon";
     f.values.SetTick("Check1", true);
@@ -50,26 +49,25 @@ TEST_F(Dialog, NdbChecksRunInOrderAndTheFirstFailureKeepsTheRecord)
     EXPECT_EQ(o.Range(), 255);
     EXPECT_EQ(o.ID(), "XY");
     EXPECT_EQ(o.NdbVisible(), 1);
-}
 
-TEST_F(Dialog, VorBoundsAndTicksAndCommaSystem)
-{
-    ObjectRecord o = Fresh(kVor);
-    FormOvor f;
-    f.Show_(o, ',');
-    EXPECT_EQ(f.values.Text("Text1"), "108");
-    EXPECT_TRUE(f.values.Tick("Check1"));
-    f.values["Text1"] = "135,76";
+    ObjectRecord v = Fresh(kVor);
+    FormOvor g;
+    g.Show_(v, ',');
+    EXPECT_EQ(g.values.Text("Text1"), "108");
+    EXPECT_TRUE(g.values.Tick("Check1"));
+    g.values["Text1"] = "135,76";
     ValueContext comma{',', &ui};
-    EXPECT_EQ(f.Ok(comma, o), OkResult::Refused);
-    f.values["Text1"] = "135,75";
-    f.values.SetTick("Check1", false);
-    f.values.SetTick("Check2", true);
-    ASSERT_EQ(f.Ok(comma, o), OkResult::Stored);
-    EXPECT_EQ(o.Frequency(), 135.75);
-    EXPECT_EQ(o.DME(), 0);
-    EXPECT_EQ(o.VorVisible(), 1);
-    EXPECT_EQ(Said(), std::vector<std::string>{"You entered a wrong value for the frequency!"});
+    EXPECT_EQ(g.Ok(comma, v), OkResult::Refused);
+    g.values["Text1"] = "135,75";
+    g.values.SetTick("Check1", false);
+    g.values.SetTick("Check2", true);
+    ASSERT_EQ(g.Ok(comma, v), OkResult::Stored);
+    EXPECT_EQ(v.Frequency(), 135.75);
+    EXPECT_EQ(v.DME(), 0);
+    EXPECT_EQ(v.VorVisible(), 1);
+    EXPECT_EQ(Said(), (std::vector<std::string>{
+                          "You entered a wrong value for the frequency!", "You entered a wrong value for the range!",
+                          "Please enter an ID!", "Please enter a name!", "You entered a wrong value for the frequency!"}));
 }
 
 TEST_F(Dialog, ExcludeAndInitialLocation)
