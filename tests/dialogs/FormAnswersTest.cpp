@@ -81,12 +81,6 @@ TEST_F(Answers, SignsAndProjectSettings)
     EXPECT_EQ(p.LongitudeDegree, 179.0);
 }
 
-} // namespace
-} // namespace fw
-
-namespace fw {
-namespace {
-
 TEST_F(Answers, OutOfRangeListPositionsAndTicksNeverLeaveTheRecordsBounds)
 {
     ObjectRecord r;

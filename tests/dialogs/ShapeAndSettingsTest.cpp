@@ -71,7 +71,7 @@ TEST_F(Forms, ShapeStoresTimeBitsAndDotSpacingAsWholeNumber)
     EXPECT_EQ(FieldsOf(kTreeLine).valueLabel, "Tree height:");
 }
 
-TEST_F(Forms, ANewShapeCanOnlyBeLeftByOk)
+TEST_F(Forms, ANewShapeIsLeftOnlyByOkAndColoredSwitchesColourAgainstTexture)
 {
     ShapeRecord r = Fresh(kPoly);
     FormShape f;
@@ -80,13 +80,6 @@ TEST_F(Forms, ANewShapeCanOnlyBeLeftByOk)
     EXPECT_FALSE(f.CancelVisible());
     f.Show_(r, 3, false, '.');
     EXPECT_TRUE(f.CanClose());
-}
-
-TEST_F(Forms, ColoredSwitchesColourAgainstTexture)
-{
-    ShapeRecord r = Fresh(kPoly);
-    FormShape f;
-    f.Show_(r, 3, false, '.');
     EXPECT_FALSE(f.ColorEnabled());
     EXPECT_TRUE(f.TextureEnabled());
     f.values.SetTick("Colored", true);
