@@ -201,24 +201,28 @@ bool RunFormShape(ShapeRecord& record, const ShapeFormContext& c, QWidget* paren
     general->setObjectName("general");
     auto* g = new QGridLayout(general);
     AddRow(g, "Comment:", form.Text("Comment", TextKey));
+    // A field the type doesn't use takes no row, so that the rest stay beside the outline.
+    const auto place = [&](QWidget* w, bool shown) {
+        if (shown) {
+            g->addWidget(w, g->rowCount(), 1);
+        } else {
+            w->setParent(general);
+            w->hide();
+        }
+    };
     QCheckBox* colored = form.Check("Colored", "Colored");
-    colored->setVisible(f.colored);
-    g->addWidget(colored, g->rowCount(), 1);
+    place(colored, f.colored);
     auto* colorBox = new QPushButton("Pick color", general);
     colorBox->setObjectName("ColorBox");
-    colorBox->setVisible(f.color);
-    g->addWidget(colorBox, g->rowCount(), 1);
+    place(colorBox, f.color);
     auto* transparency = new QWidget;
     auto* tRow = new QHBoxLayout(transparency);
     tRow->setContentsMargins(0, 0, 0, 0);
     tRow->addWidget(new QLabel("transparent"));
     tRow->addWidget(form.Slider("Transparency", 0, 15));
     tRow->addWidget(new QLabel("opaque"));
-    transparency->setVisible(f.transparency);
-    g->addWidget(transparency, g->rowCount(), 1);
-    QCheckBox* lighted = form.Check("Lighted", "Constantly lighted at any time of day");
-    lighted->setVisible(f.lighted);
-    g->addWidget(lighted, g->rowCount(), 1);
+    place(transparency, f.transparency);
+    place(form.Check("Lighted", "Constantly lighted at any time of day"), f.lighted);
     if (!f.valueLabel.empty())
         AddRow(g, ToQt(f.valueLabel), form.Text("Value", [sep](int k) { return DecimalKey(k, sep); }));
     QComboBox* effects = form.Combo("Effects", EffectsList());
@@ -226,9 +230,7 @@ bool RunFormShape(ShapeRecord& record, const ShapeFormContext& c, QWidget* paren
         AddRow(g, "Effects:", effects);
     else
         effects->hide();
-    QCheckBox* dots = form.Check("DotsAtPoints", "Dots at shape points only");
-    dots->setVisible(f.dotsAtPoints);
-    g->addWidget(dots, g->rowCount(), 1);
+    place(form.Check("DotsAtPoints", "Dots at shape points only"), f.dotsAtPoints);
     g->addWidget(new OutlinePicture(record.gType, c.points, general), 0, 2, 5, 1, Qt::AlignTop);
     g->setRowStretch(g->rowCount(), 1);
     tabs->addTab(general, "General");
