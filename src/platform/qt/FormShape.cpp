@@ -37,6 +37,15 @@ namespace {
 
 QColor ToColor(std::int32_t bgr) { return QColor(bgr & 0xFF, (bgr >> 8) & 0xFF, (bgr >> 16) & 0xFF); }
 
+// The colour box shows the colour behind a caption readable on it; when the shape is textured the
+// caption greys so that the box reads as disabled.
+QString ColorBoxStyle(const QColor& q)
+{
+    const bool dark = q.red() * 299 + q.green() * 587 + q.blue() * 114 < 128000;
+    return QString("QPushButton { background-color: %1; color: %2 } QPushButton:disabled { color: #808080 }")
+        .arg(q.name(), dark ? "white" : "black");
+}
+
 // The TexPoly map: the texture at 256 by 256 with the numbered corners, dragged by the mouse.
 class MapPicture : public QWidget {
 public:
@@ -389,15 +398,9 @@ bool RunFormShape(ShapeRecord& record, const ShapeFormContext& c, QWidget* paren
             Palette pal{};
             LoadPalette(c.programFolder, pal);
             const auto& e = pal[static_cast<std::size_t>(col) & 0xFF];
-            colorBox->setStyleSheet(QString("background-color: %1; color: %2")
-                                        .arg(QColor(e[0], e[1], e[2]).name(),
-                                             e[0] * 299 + e[1] * 587 + e[2] * 114 < 128000 ? "white" : "black"));
+            colorBox->setStyleSheet(ColorBoxStyle(QColor(e[0], e[1], e[2])));
         } else {
-            const QColor q = ToColor(col);
-            // The caption stays readable on any colour.
-            const bool dark = q.red() * 299 + q.green() * 587 + q.blue() * 114 < 128000;
-            colorBox->setStyleSheet(
-                QString("background-color: %1; color: %2").arg(q.name(), dark ? "white" : "black"));
+            colorBox->setStyleSheet(ColorBoxStyle(ToColor(col)));
         }
     };
     showColor();
