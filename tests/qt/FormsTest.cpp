@@ -18,30 +18,10 @@
 #include "platform/qt/FormRunway.h"
 #include "platform/qt/FormSettings.h"
 #include "platform/qt/FormShape.h"
+#include "qt/ModalScript.h"
 
 namespace fw::qt {
 namespace {
-
-// Runs the steps one after the other on the form that is open, each once the event loop runs.
-void Script(std::vector<std::function<void(QWidget*)>> steps)
-{
-    auto shared = std::make_shared<std::vector<std::function<void(QWidget*)>>>(std::move(steps));
-    auto next = std::make_shared<std::function<void(std::size_t)>>();
-    *next = [shared, next](std::size_t i) {
-        if (i >= shared->size())
-            return;
-        QTimer::singleShot(0, [shared, next, i] {
-            QWidget* w = QApplication::activeModalWidget();
-            if (!w) {
-                (*next)(i); // not open yet: try again
-                return;
-            }
-            (*shared)[i](w);
-            (*next)(i + 1);
-        });
-    };
-    (*next)(0);
-}
 
 void Type(QWidget* form, const char* name, const QString& text)
 {
