@@ -1,8 +1,11 @@
+// The pixel rules of the Qt canvas and of the command line's raster canvas: each case runs on both,
+// so the two paint the same frame pixel for pixel.
 #include <gtest/gtest.h>
 
 #include "platform/qt/QtCanvas.h"
 #include "render/Paint.h"
 #include "render/RasterCanvas.h"
+#include "render/RenderTestSupport.h"
 
 namespace fw::qt {
 namespace {
@@ -11,7 +14,8 @@ constexpr std::uint32_t kW = 0xFFFFFF;
 constexpr std::uint32_t kK = 0x000000;
 
 // The pixels of a row from x0 to x1 inclusive, as a string of '#' (colour c) and '.' (white).
-std::string Row(const QtCanvas& c, int y, int x0, int x1, std::uint32_t color = kK)
+template <typename C>
+std::string Row(const C& c, int y, int x0, int x1, std::uint32_t color = kK)
 {
     std::string s;
     for (int x = x0; x <= x1; ++x)
@@ -19,49 +23,64 @@ std::string Row(const QtCanvas& c, int y, int x0, int x1, std::uint32_t color = 
     return s;
 }
 
-TEST(QtCanvas, LinesLeaveOutTheirLastPixel)
+template <typename C>
+struct CanvasRules : ::testing::Test {};
+using Canvases = ::testing::Types<QtCanvas, RasterCanvas>;
+TYPED_TEST_SUITE(CanvasRules, Canvases);
+
+TYPED_TEST(CanvasRules, LinesLeaveOutTheirLastPixelAndHugeOnesOnlyWalkTheSurface)
 {
-    QtCanvas c(20, 20);
+    TypeParam c(20, 20);
     c.MoveToEx(2, 2);
     c.LineTo(7, 2);
     EXPECT_EQ(Row(c, 2, 0, 9), "..#####...");
-    c.MoveToEx(2, 5);
-    c.LineTo(2, 9);
-    EXPECT_EQ(c.Pixel(2, 8), kK);
-    EXPECT_EQ(c.Pixel(2, 9), kW);
     c.MoveToEx(10, 10);
     c.LineTo(14, 14); // a diagonal: 10,10 to 13,13
     for (int i = 10; i <= 13; ++i)
         EXPECT_EQ(c.Pixel(i, i), kK) << i;
     EXPECT_EQ(c.Pixel(14, 14), kW);
+    c.MoveToEx(0, 10);
+    c.LineTo(10, 15); // slope one half: the half-way rows round away from the start
+    EXPECT_EQ(c.Pixel(1, 11), kK);
+    EXPECT_EQ(c.Pixel(9, 15), kK);
+    EXPECT_EQ(c.Pixel(10, 15), kW);
     // A closed polyline has all its corners: each segment paints the start of the next.
     c.MoveToEx(15, 1);
     c.LineTo(18, 1);
     c.LineTo(18, 4);
     EXPECT_EQ(c.Pixel(18, 1), kK);
     EXPECT_EQ(c.Pixel(18, 4), kW);
+
+    TypeParam far(20, 20);
+    far.MoveToEx(INT32_MIN, 5);
+    far.LineTo(INT32_MAX, 5);
+    far.MoveToEx(-2000000000, -1999999990);
+    far.LineTo(2000000000, 2000000010); // 45 degrees through (0, 10) and (9, 19)
+    far.MoveToEx(5, -2000000000);
+    far.LineTo(7, 2000000000);
+    EXPECT_EQ(Row(far, 5, 0, 19), "####################");
+    EXPECT_EQ(far.Pixel(0, 10), kK);
+    EXPECT_EQ(far.Pixel(9, 19), kK);
 }
 
-TEST(QtCanvas, HandleRectangleIsFiveByFiveWithAWhiteInside)
+TYPED_TEST(CanvasRules, HandleRectangleIsFiveByFiveWhicheverWayRoundTheCornersCome)
 {
-    QtCanvas c(20, 20);
-    c.FillWhite(0, 0, 20, 20);
+    TypeParam c(20, 20);
     c.SelectBrush(Brush{Brush::Kind::Solid, RGB(0, 0, 255)});
-    c.Rectangle(8, 8, 3, 3); // corners given the other way round
+    c.Rectangle(8, 8, 3, 3); // the drag ghost's corner squares come this way
     c.SelectBrush(Brush{Brush::Kind::Solid, 0xFFFFFF});
-    const int x = 12, y = 12;
-    c.Rectangle(x - 2, y - 2, x + 3, y + 3);
+    c.Rectangle(10, 10, 15, 15);
     EXPECT_EQ(Row(c, 10, 9, 15), ".#####.");
     EXPECT_EQ(Row(c, 12, 9, 15), ".#...#.");
     EXPECT_EQ(Row(c, 14, 9, 15), ".#####.");
     EXPECT_EQ(Row(c, 15, 9, 15), ".......");
-    EXPECT_EQ(c.Pixel(5, 5), 0x0000FFu); // the blue brush inside the first one
+    EXPECT_EQ(c.Pixel(5, 5), 0x0000FFu);
     EXPECT_EQ(Row(c, 3, 2, 8), ".#####.");
 }
 
-TEST(QtCanvas, PensColoursDotsWidthAndTheMask)
+TYPED_TEST(CanvasRules, PensColoursDotsWidthAndTheMask)
 {
-    QtCanvas c(30, 10);
+    TypeParam c(30, 10);
     c.SelectPen(Pen{PenStyle::Dot, 1, RGB(0, 0, 0)});
     c.MoveToEx(0, 5);
     c.LineTo(8, 5);
@@ -84,44 +103,32 @@ TEST(QtCanvas, PensColoursDotsWidthAndTheMask)
     EXPECT_EQ(c.Pixel(20, 0), 0xFF0000u);
     EXPECT_EQ(c.Pixel(20, 1), 0xFF0000u);
     EXPECT_EQ(c.Pixel(20, 2), kW);
-    // The mask mixes the pen into what is there: green AND cyan is green.
+    // The mask only darkens: green AND cyan is green, grey AND cyan is dark cyan.
+    c.BlitPixels(10, 7, 1, 1, {0x808080});
     c.SelectPen(Pen{PenStyle::Solid, 1, RGB(0, 255, 255)});
     c.SetROP2(RasterOp::MaskPen);
     c.MoveToEx(0, 7);
-    c.LineTo(5, 7);
+    c.LineTo(11, 7);
     EXPECT_EQ(c.Pixel(3, 7), 0x00FF00u);
     EXPECT_EQ(c.Pixel(2, 7), kK);
+    EXPECT_EQ(c.Pixel(10, 7), 0x008080u);
 }
 
-TEST(QtCanvas, LinesFarOffTheImageDrawOnlyTheirVisiblePart)
+TYPED_TEST(CanvasRules, HatchRunsDownToTheRightFromTheSurfaceCorner)
 {
-    QtCanvas c(20, 20);
-    c.MoveToEx(-2000000000, 5);
-    c.LineTo(2000000000, 5);
-    c.MoveToEx(-2000000000, -1999999990);
-    c.LineTo(2000000000, 2000000010); // 45 degrees through (10, 20)... and (0, 10)
-    c.MoveToEx(5, -2000000000);
-    c.LineTo(7, 2000000000);
-    EXPECT_EQ(Row(c, 5, 0, 19), "####################");
-    EXPECT_EQ(c.Pixel(0, 10), kK);
-    EXPECT_EQ(c.Pixel(9, 19), kK);
-}
-
-TEST(QtCanvas, HatchRunsDownToTheRightFromTheSurfaceCorner)
-{
-    QtCanvas c(40, 40);
+    TypeParam c(40, 40);
     c.SelectBrush(Brush{Brush::Kind::HatchForwardDiagonal, RGB(255, 128, 0)});
     c.SetBkMode(BkMode::Transparent);
     c.SelectPen(Pen{PenStyle::Null, 1, 0});
-    c.Polygon({{0, 0}, {40, 0}, {40, 40}, {0, 40}});
+    c.Polygon({{3, 3}, {40, 3}, {40, 40}, {3, 40}}); // not at the corner: the pattern still is
     for (int y = 0; y < 40; ++y)
         for (int x = 0; x < 40; ++x)
-            ASSERT_EQ(c.Pixel(x, y), (x - y) % 8 == 0 ? 0xFF8000u : kW) << x << "," << y;
+            ASSERT_EQ(c.Pixel(x, y), x >= 3 && y >= 3 && (x - y) % 8 == 0 ? 0xFF8000u : kW) << x << "," << y;
 }
 
-TEST(QtCanvas, PolygonFillsByTheAlternateRuleAndStrokesItsOutline)
+TYPED_TEST(CanvasRules, PolygonFillsByTheAlternateRuleAndStrokesItsOutline)
 {
-    QtCanvas c(30, 30);
+    TypeParam c(30, 30);
     c.SelectBrush(Brush{Brush::Kind::Solid, RGB(0, 0, 255)});
     // A five-pointed star drawn in one stroke: its centre is outside under the alternate rule.
     c.Polygon({{15, 2}, {24, 27}, {2, 11}, {28, 11}, {6, 27}});
@@ -131,38 +138,32 @@ TEST(QtCanvas, PolygonFillsByTheAlternateRuleAndStrokesItsOutline)
     EXPECT_EQ(c.Pixel(6, 27), kK);
 }
 
-TEST(QtCanvas, BackBufferCopyAndStretchedTiles)
+TYPED_TEST(CanvasRules, StretchCopyAndWhiteFillStayInsideTheSurface)
 {
-    QtCanvas back(20, 20);
-    QtCanvas window(20, 20);
+    TypeParam back(20, 20);
+    TypeParam window(20, 20);
     back.StretchPixels(2, 2, 8, 8, {0xFF0000, 0x00FF00, 0x0000FF, 0x000000}, 2, 2);
+    back.StretchPixels(-4, 12, 8, 8, {0x123456}, 1, 1);
+    back.StretchPixels(18, 18, 1000, 1000, {0x111111}, 1, 1);
     window.CopyFrom(back);
     EXPECT_EQ(window.Pixel(2, 2), 0xFF0000u);
     EXPECT_EQ(window.Pixel(9, 2), 0x00FF00u);
     EXPECT_EQ(window.Pixel(5, 9), 0x0000FFu);
     EXPECT_EQ(window.Pixel(10, 10), kW);
-    back.FillWhite(0, 0, 20, 20);
+    EXPECT_EQ(window.Pixel(0, 12), 0x123456u);
+    EXPECT_EQ(window.Pixel(19, 19), 0x111111u);
+    back.FillWhite(-5, -5, 100, 100);
     EXPECT_EQ(back.Pixel(2, 2), kW);
+    EXPECT_EQ(back.Pixel(19, 19), kW);
     EXPECT_EQ(window.Pixel(2, 2), 0xFF0000u);
 }
 
 // The Qt canvas and the raster canvas of the command line agree on a whole frame.
 TEST(QtCanvas, FrameMatchesTheRasterCanvas)
 {
-    Session s;
-    s.programFolder = "/opt/fw/";
-    ResetConfig(s.config, s.programFolder);
-    ResetAtStart(s);
-    s.view.setSWidth(300);
-    s.view.setSHeight(200);
-    s.view.reset();
-    s.view.setZoom(1.0);
-    ShapeRecord forest;
-    ResetShape(forest, kForest);
-    AppendShape(s.stores, forest, {{-100, -60}, {120, -60}, {0, 0}, {120, 60}, {-100, 60}});
-    ShapeRecord poly;
-    ResetShape(poly, kPoly);
-    AppendShape(s.stores, poly, {{-20, -20}, {20, -20}, {20, 20}, {-20, 20}});
+    Session s = test::MakeSession(300, 200);
+    test::AddShape(s, kForest, test::Pts({{-100, -60}, {120, -60}, {0, 0}, {120, 60}, {-100, 60}}));
+    test::AddShape(s, kPoly, test::Pts({{-20, -20}, {20, -20}, {20, 20}, {-20, 20}}));
     s.editor.selection.addEntry(1, 0, -20, 20, -20, 20);
     QtCanvas qtBack(300, 200), qtWindow(300, 200);
     RasterCanvas rBack(300, 200), rWindow(300, 200);

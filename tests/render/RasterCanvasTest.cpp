@@ -6,106 +6,13 @@
 #include <fstream>
 #include <string>
 
-#include "render/Paint.h"
 #include "render/RasterCanvas.h"
 #include "render/RenderTestSupport.h"
 
 namespace fw {
 namespace {
 
-constexpr std::uint32_t kW = 0xFFFFFF;
-constexpr std::uint32_t kK = 0x000000;
-
-std::string Row(const RasterCanvas& c, int y, int x0, int x1)
-{
-    std::string s;
-    for (int x = x0; x <= x1; ++x)
-        s += c.Pixel(x, y) == kK ? '#' : (c.Pixel(x, y) == kW ? '.' : '?');
-    return s;
-}
-
-TEST(RasterCanvas, LinesLeaveOutTheLastPixelAndHugeOnesOnlyWalkTheSurface)
-{
-    RasterCanvas c(20, 20);
-    c.MoveToEx(2, 2);
-    c.LineTo(7, 2);
-    EXPECT_EQ(Row(c, 2, 0, 9), "..#####...");
-    c.MoveToEx(0, 10);
-    c.LineTo(10, 15); // slope one half: the half-way rows round away from the start
-    EXPECT_EQ(c.Pixel(1, 11), kK);
-    EXPECT_EQ(c.Pixel(9, 15), kK);
-    EXPECT_EQ(c.Pixel(10, 15), kW);
-    c.MoveToEx(INT32_MIN, 18);
-    c.LineTo(INT32_MAX, 18);
-    EXPECT_EQ(Row(c, 18, 0, 19), "####################");
-}
-
-TEST(RasterCanvas, RectanglesExcludeRightAndBottomWhicheverWayRoundTheCornersCome)
-{
-    RasterCanvas c(20, 20);
-    c.Rectangle(10, 10, 15, 15);
-    EXPECT_EQ(Row(c, 10, 9, 15), ".#####.");
-    EXPECT_EQ(Row(c, 12, 9, 15), ".#...#.");
-    EXPECT_EQ(Row(c, 15, 9, 15), ".......");
-    c.Rectangle(6, 6, 1, 1); // the drag ghost's corner squares come this way
-    EXPECT_EQ(Row(c, 1, 0, 7), ".#####..");
-    EXPECT_EQ(Row(c, 5, 0, 7), ".#####..");
-}
-
-TEST(RasterCanvas, DottedPenRunsOnAlongAPolylineAndOpaqueGapsAreWhite)
-{
-    RasterCanvas c(30, 10);
-    c.SelectPen(Pen{PenStyle::Solid, 1, RGB(0, 255, 0)});
-    c.MoveToEx(0, 5);
-    c.LineTo(20, 5);
-    c.SelectPen(Pen{PenStyle::Dot, 1, 0});
-    c.MoveToEx(0, 5);
-    c.LineTo(8, 5);
-    c.LineTo(16, 5);
-    EXPECT_EQ(Row(c, 5, 0, 15), "###...###...###.");
-    c.SelectPen(Pen{PenStyle::Solid, 1, RGB(0, 255, 0)});
-    c.MoveToEx(0, 6);
-    c.LineTo(20, 6);
-    c.SelectPen(Pen{PenStyle::Dot, 1, 0});
-    c.SetBkMode(BkMode::Transparent);
-    c.MoveToEx(0, 6);
-    c.LineTo(8, 6);
-    EXPECT_EQ(c.Pixel(4, 6), 0x00FF00u);
-}
-
-TEST(RasterCanvas, HatchIsAnchoredToTheSurfaceAndMaskOnlyDarkens)
-{
-    RasterCanvas c(16, 16);
-    c.BlitPixels(0, 0, 1, 1, {0x808080});
-    c.SelectBrush(Brush{Brush::Kind::HatchForwardDiagonal, RGB(255, 128, 0)});
-    c.SetBkMode(BkMode::Transparent);
-    c.SelectPen(Pen{PenStyle::Null, 1, 0});
-    c.Polygon({{3, 3}, {16, 3}, {16, 16}, {3, 16}});
-    EXPECT_EQ(c.Pixel(3, 3), 0xFF8000u);
-    EXPECT_EQ(c.Pixel(12, 4), 0xFF8000u);
-    EXPECT_EQ(c.Pixel(5, 4), kW);
-    c.SelectPen(Pen{PenStyle::Solid, 1, RGB(0, 255, 255)});
-    c.SetROP2(RasterOp::MaskPen);
-    c.MoveToEx(0, 0);
-    c.LineTo(2, 0);
-    EXPECT_EQ(c.Pixel(0, 0), 0x008080u);
-    EXPECT_EQ(c.Pixel(1, 0), 0x00FFFFu);
-}
-
-TEST(RasterCanvas, StretchCopyAndWhiteFillStayInsideTheSurface)
-{
-    RasterCanvas back(10, 10);
-    RasterCanvas window(10, 10);
-    back.StretchPixels(-4, -4, 8, 8, {0xFF0000, 0x00FF00, 0x0000FF, 0x123456}, 2, 2);
-    back.StretchPixels(8, 8, 1000, 1000, {0x111111}, 1, 1);
-    EXPECT_EQ(back.Pixel(0, 0), 0x123456u);
-    EXPECT_EQ(back.Pixel(9, 9), 0x111111u);
-    window.CopyFrom(back);
-    EXPECT_EQ(window.Pixel(0, 0), 0x123456u);
-    back.FillWhite(-5, -5, 100, 100);
-    EXPECT_EQ(back.Pixel(9, 9), kW);
-    EXPECT_EQ(window.Pixel(9, 9), 0x111111u);
-}
+// The canvas's pixel rules are checked beside the Qt canvas's, in the Qt tests.
 
 // ---- PNG
 
