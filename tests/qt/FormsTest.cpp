@@ -1,16 +1,8 @@
 // The property forms driven as a user would: fields typed, OK pressed, the window closed.
 #include <gtest/gtest.h>
 
-#include <functional>
-
-#include <QApplication>
 #include <QCheckBox>
 #include <QDialog>
-#include <QKeyEvent>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTimer>
 
 #include "core/Records.h"
 #include "platform/ScriptedUi.h"
@@ -23,26 +15,6 @@
 namespace fw::qt {
 namespace {
 
-void Type(QWidget* form, const char* name, const QString& text)
-{
-    auto* e = form->findChild<QLineEdit*>(name);
-    ASSERT_NE(e, nullptr) << name;
-    e->setText(text);
-}
-
-void Press(QWidget* form, const char* name)
-{
-    auto* b = form->findChild<QPushButton*>(name);
-    ASSERT_NE(b, nullptr) << name;
-    b->click();
-}
-
-void Key(QWidget* field, char c)
-{
-    QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(QChar(c)));
-    QApplication::sendEvent(field, &press);
-}
-
 TEST(Forms, VorRefusesThenStoresAndNamesGetUnderscores)
 {
     ScriptedUi ui;
@@ -50,10 +22,9 @@ TEST(Forms, VorRefusesThenStoresAndNamesGetUnderscores)
     ResetObject(o, kVor, "/p/");
     Script({[](QWidget* f) {
                 Type(f, "Text1", "135.8");
-                auto* name = f->findChild<QLineEdit*>("Text4");
+                QLineEdit* name = Text(f, "Text4");
                 name->clear();
-                for (char c : std::string("My VOR;"))
-                    Key(name, c);
+                Keys(name, "My VOR;");
                 Press(f, "OK");
             },
             [](QWidget* f) {
@@ -105,10 +76,7 @@ TEST(Forms, RunwayCaptionsFollowTheNumberAndCancelKeepsTheRecord)
     ResetObject(o, kRunway, "/p/");
     o.RwyNumber() = 18;
     Script({[](QWidget* f) {
-        bool seen = false;
-        for (QLabel* l : f->findChildren<QLabel*>())
-            seen = seen || l->text() == "Runway 36:";
-        EXPECT_TRUE(seen);
+        EXPECT_TRUE(HasLabel(f, "Runway 36:"));
         Type(f, "Length", "5");
         Press(f, "Cancel");
     }});

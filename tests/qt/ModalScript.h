@@ -1,12 +1,19 @@
-// Scripts answers to the modal windows a test opens.
+// Scripts answers to the modal windows a test opens, and fills their fields as a user would.
 #pragma once
 
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QTimer>
 #include <QWidget>
 
@@ -34,6 +41,44 @@ inline void Script(std::vector<Step> steps)
         });
     };
     (*next)(0);
+}
+
+inline QLineEdit* Text(QWidget* form, const char* name)
+{
+    auto* e = form->findChild<QLineEdit*>(name);
+    EXPECT_NE(e, nullptr) << name;
+    return e;
+}
+
+inline void Type(QWidget* form, const char* name, const QString& text)
+{
+    auto* e = form->findChild<QLineEdit*>(name);
+    ASSERT_NE(e, nullptr) << name;
+    e->setText(text);
+}
+
+// Typed key by key, so the field's own key handling sees each one.
+inline void Keys(QWidget* field, const std::string& keys)
+{
+    for (char c : keys) {
+        QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(QChar(c)));
+        QApplication::sendEvent(field, &press);
+    }
+}
+
+inline void Press(QWidget* form, const char* name)
+{
+    auto* b = form->findChild<QPushButton*>(name);
+    ASSERT_NE(b, nullptr) << name;
+    b->click();
+}
+
+inline bool HasLabel(QWidget* form, const QString& text)
+{
+    for (QLabel* l : form->findChildren<QLabel*>())
+        if (l->text() == text)
+            return true;
+    return false;
 }
 
 } // namespace fw::qt

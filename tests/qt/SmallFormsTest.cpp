@@ -2,20 +2,10 @@
 // rescale by value, and convert with the settings of the new type.
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <memory>
-
-#include <QApplication>
 #include <QCheckBox>
-#include <QDialog>
-#include <QKeyEvent>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QRadioButton>
-#include <QTimer>
 
 #include "editor/EditorTestSupport.h"
 #include "editor/Selection.h"
@@ -26,36 +16,6 @@
 
 namespace fw::qt {
 namespace {
-
-void Keys(QWidget* field, const std::string& keys)
-{
-    for (char c : keys) {
-        QKeyEvent press(QEvent::KeyPress, 0, Qt::NoModifier, QString(QChar(c)));
-        QApplication::sendEvent(field, &press);
-    }
-}
-
-QLineEdit* Text(QWidget* form, const char* name)
-{
-    auto* e = form->findChild<QLineEdit*>(name);
-    EXPECT_NE(e, nullptr) << name;
-    return e;
-}
-
-void Press(QWidget* form, const char* name)
-{
-    auto* b = form->findChild<QPushButton*>(name);
-    ASSERT_NE(b, nullptr) << name;
-    b->click();
-}
-
-bool HasLabel(QWidget* form, const QString& text)
-{
-    for (QLabel* l : form->findChildren<QLabel*>())
-        if (l->text() == text)
-            return true;
-    return false;
-}
 
 // An editor session whose questions are answered by the Qt forms.
 struct QtSession : test::EditorFixture {
@@ -155,7 +115,7 @@ TEST(SmallForms, RescaleRatioBoxLocksTheVerticalAndCancelChangesNothing)
 
     Script({[](QWidget* f) {
         EXPECT_EQ(f->objectName(), "FormRescale");
-        Text(f, "Text1")->setText("300");
+        Type(f, "Text1", "300");
         Press(f, "Cancel");
     }});
     MnuEdscale(t.s());
@@ -217,7 +177,7 @@ TEST(SmallForms, ConvertKeepsSettingsOnlyFromAnOkAndReturnsTheChosenType)
                 // The shape dialog on the wide line's copy, over the convert form.
                 EXPECT_NE(shape->objectName(), "FormConvertShape");
                 EXPECT_EQ(shape->parentWidget()->objectName(), "FormConvertShape");
-                Text(shape, "Range")->setText("1234");
+                Type(shape, "Range", "1234");
                 Press(shape, "OK");
             },
             [](QWidget* f) {
@@ -225,7 +185,7 @@ TEST(SmallForms, ConvertKeepsSettingsOnlyFromAnOkAndReturnsTheChosenType)
                 Press(f, "Settings");
             },
             [](QWidget* shape) {
-                Text(shape, "Range")->setText("999");
+                Type(shape, "Range", "999");
                 Press(shape, "Cancel");
             },
             [](QWidget* f) { Press(f, "OK"); }});

@@ -4,15 +4,18 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QLocale>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
 
 #include "platform/ScriptedUi.h"
 #include "platform/qt/FormInform.h"
+#include "platform/qt/FormScasmStatus.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtUi.h"
 #include "platform/qt/Startup.h"
+#include "platform/qt/ToolIcons.h"
 
 namespace fw::qt {
 namespace {
@@ -130,16 +133,6 @@ TEST(QtUi, TipsAndQuestionsAnswerAsThePersonChose)
     ui.Message("\x80 5", MessageStyle::Critical);
 }
 
-} // namespace
-} // namespace fw::qt
-
-#include <QMenu>
-
-#include "platform/qt/FormScasmStatus.h"
-
-namespace fw::qt {
-namespace {
-
 TEST(FormScasmStatus, ViewErrorsKeepsTheDialogAndCloseEndsIt)
 {
     int viewed = 0;
@@ -174,14 +167,6 @@ TEST(QtUi, PopupMenuShowsTheNamedMenuAndWaits)
     EXPECT_EQ(shown, "MnuClick2");
     ui.PopupMenu("NoSuchMenu");
 }
-
-} // namespace
-} // namespace fw::qt
-
-#include "platform/qt/ToolIcons.h"
-
-namespace fw::qt {
-namespace {
 
 TEST(QtUi, PointersOfTheCanvasIncludingTheDrawnCursors)
 {
