@@ -105,6 +105,20 @@ protected:
         return path;
     }
 
+    // The file read by the preview's reader, giving its label; and by the OpenGL reader.
+    std::string Gdi(const std::string& path)
+    {
+        ReadTextureGdi(path, program_, pixels_, header_, label_);
+        return label_;
+    }
+    int Gl(const std::string& path) { return ReadTextureGl(path, program_, image_, width_, height_); }
+    // Red, green, blue, alpha of texel i of the OpenGL image.
+    std::array<int, 4> Texel(std::size_t i) const
+    {
+        const std::uint8_t* p = &image_[i * 4];
+        return {p[0], p[1], p[2], p[3]};
+    }
+
     fs::path root_;
     std::string program_;
     std::vector<std::uint32_t> pixels_;
@@ -130,8 +144,7 @@ TEST_F(TextureFiles, RawFormKeepsFileRowsForPreviewAndTurnsThemForOpenGl)
     raw[1] = 'X';
     std::string path = Write("ground.bmp", raw); // any name: the first bytes decide
 
-    ReadTextureGdi(path, program_, pixels_, header_, label_);
-    EXPECT_EQ(label_, "8-bit raw");
+    EXPECT_EQ(Gdi(path), "8-bit raw");
     ASSERT_EQ(pixels_.size(), 65536u);
     for (std::size_t i : {std::size_t{0}, std::size_t{1}, std::size_t{300}, std::size_t{65535}}) {
         int v = raw[i];
@@ -140,52 +153,70 @@ TEST_F(TextureFiles, RawFormKeepsFileRowsForPreviewAndTurnsThemForOpenGl)
     EXPECT_EQ(header_.biWidth, 256);
     EXPECT_EQ(header_.biSizeImage, 65536u);
 
-    ASSERT_EQ(ReadTextureGl(path, program_, image_, width_, height_), 1);
+    ASSERT_EQ(Gl(path), 1);
     ASSERT_EQ(width_, 256);
     ASSERT_EQ(height_, 256);
     // Source row 0 lands in image row 255.
     for (std::size_t c : {std::size_t{0}, std::size_t{5}, std::size_t{255}}) {
-        int v = raw[c];
-        const std::uint8_t* px = &image_[(255 * 256 + c) * 4];
-        EXPECT_EQ(px[0], v);
-        EXPECT_EQ(px[1], v == 0 ? 0 : 255 - v);
-        EXPECT_EQ(px[2], v / 2);
-        EXPECT_EQ(px[3], 255);
+        const int v = raw[c];
+        EXPECT_EQ(Texel(255 * 256 + c), (std::array<int, 4>{v, v == 0 ? 0 : 255 - v, v / 2, 255})) << c;
     }
     int v = raw[255 * 256 + 3];
     EXPECT_EQ(image_[3 * 4], v);
 }
 
-TEST_F(TextureFiles, ShortOrEmptyRawFileIsPartlyBlack)
+// Short, cut and odd files of each form: the label, and zeros where the data ends.
+TEST_F(TextureFiles, ShortAndCutFilesReadZerosPastTheirEnd)
 {
-    Bytes raw(1000, 9);
-    std::string path = Write("short.r8", raw);
-    ReadTextureGdi(path, program_, pixels_, header_, label_);
-    EXPECT_EQ(label_, "8-bit raw");
-    ASSERT_EQ(pixels_.size(), 65536u);
-    EXPECT_EQ(pixels_[999], Bgr(4, 246, 9));
-    EXPECT_EQ(pixels_[1000], 0u);
-    EXPECT_EQ(pixels_[65535], 0u);
-
-    ReadTextureGdi(Write("empty.r8", {}), program_, pixels_, header_, label_);
-    EXPECT_EQ(label_, "8-bit raw");
-    EXPECT_EQ(pixels_.size(), 65536u);
-    EXPECT_EQ(pixels_[0], 0u);
-    EXPECT_EQ(ReadTextureGl(Write("one.r8", {'B'}), program_, image_, width_, height_), 1);
+    auto cut = [](Bytes b, std::size_t size) {
+        b.resize(size);
+        return b;
+    };
+    Bytes far = Bitmap8(32, 32);
+    Put32(far, 10, 0xFFFFFFF0u); // pixels far past the end: nothing big is read or held
+    const struct {
+        const char* name;
+        Bytes bytes;
+        const char* label;
+        std::vector<std::pair<std::size_t, std::uint32_t>> pixels;
+    } cases[] = {
+        {"short.r8", Bytes(1000, 9), "8-bit raw", {{999, Bgr(4, 246, 9)}, {1000, 0}, {65535, 0}}},
+        {"empty.r8", {}, "8-bit raw", {{0, 0}, {65535, 0}}},
+        // Ten rows of pixels left: index 0 from there on.
+        {"cut.bmp", cut(Bitmap8(64, 64), 1078 + 64 * 10), "8-bit palette",
+         {{639, Bgr(34, 68, 118, 137)}, {640, Bgr(0, 0, 255, 0)}, {4095, Bgr(0, 0, 255, 0)}}},
+        // Cut inside the palette, entry 0 without its red: all black.
+        {"cut2.bmp", cut(Bitmap8(64, 64), 56), "8-bit palette", {{4095, 0}}},
+        {"far.bmp", far, "8-bit palette", {{100, Bgr(0, 0, 255, 0)}}},
+        {"cut24.bmp", cut(Bitmap24(32, 32), 54 + 32 * 3), "24-bit (FS INCOMPATIBLE!)", {{31, Bgr(31, 32, 33)}, {32, 0}}},
+        // 5 by 3: the extra block is round(2.5) * round(1.5) = 2 * 2 bytes.
+        {"in.bmp", Bitmap8(5, 3, {0, 0, 0, 7}), "8-bit palette (extended)", {}},
+        {"out.bmp", Bitmap8(5, 3, {0, 0, 0, 0, 7}), "8-bit palette", {}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        EXPECT_EQ(Gdi(Write(c.name, c.bytes)), c.label);
+        for (auto [at, pixel] : c.pixels) {
+            ASSERT_LT(at, pixels_.size());
+            EXPECT_EQ(pixels_[at], pixel) << at;
+        }
+    }
+    EXPECT_EQ(Gl(Write("one.r8", {'B'})), 1);
     EXPECT_EQ(width_, 256);
+    ASSERT_EQ(Gl(root_.string() + "/cut2.bmp"), 1);
+    EXPECT_EQ(image_[0], 0);
+    EXPECT_EQ(image_[3], 255);
 }
 
 TEST_F(TextureFiles, MissingPaletteMakesRawBlackButLeavesBitmapsAlone)
 {
     fs::remove(root_ / "resource" / "fs5.pal");
     std::string raw = Write("c.r8", Bytes(65536, 200));
-    ReadTextureGdi(raw, program_, pixels_, header_, label_);
-    EXPECT_EQ(label_, "8-bit raw");
+    EXPECT_EQ(Gdi(raw), "8-bit raw");
     EXPECT_TRUE(std::all_of(pixels_.begin(), pixels_.end(), [](std::uint32_t p) { return p == 0; }));
 
     std::string bmp = Write("b.bmp", Bitmap8(32, 32));
-    ReadTextureGdi(bmp, program_, pixels_, header_, label_);
-    EXPECT_EQ(label_, "8-bit palette");
+    EXPECT_EQ(Gdi(bmp), "8-bit palette");
     EXPECT_EQ(pixels_[4], Bgr(1, 2, 251, 4));
 
     Palette palette;
@@ -204,8 +235,7 @@ TEST_F(TextureFiles, PaletteFolderAndTexturePathsMatchWithoutRegardToCase)
 
     fs::create_directories(root_ / "Texture");
     Write("Texture/Concrete.r8", Bytes(65536, 10));
-    ReadTextureGdi(program_ + "texture\\concrete.R8", program_, pixels_, header_, label_);
-    EXPECT_EQ(label_, "8-bit raw");
+    EXPECT_EQ(Gdi(program_ + "texture\\concrete.R8"), "8-bit raw");
     EXPECT_EQ(pixels_[0], Bgr(5, 245, 10));
 
     // A palette file cut short leaves the entries it doesn't hold at zero.
@@ -218,8 +248,7 @@ TEST_F(TextureFiles, PaletteFolderAndTexturePathsMatchWithoutRegardToCase)
 TEST_F(TextureFiles, PlainEightBitBitmapUsesTheWholeEntry)
 {
     std::string path = Write("p.bmp", Bitmap8(128, 128));
-    ReadTextureGdi(path, program_, pixels_, header_, label_);
-    EXPECT_EQ(label_, "8-bit palette");
+    EXPECT_EQ(Gdi(path), "8-bit palette");
     ASSERT_EQ(pixels_.size(), 128u * 128u);
     // All four bytes of the entry, the reserved byte included.
     EXPECT_EQ(pixels_[0], Bgr(0, 0, 255, 0));
@@ -230,15 +259,11 @@ TEST_F(TextureFiles, PlainEightBitBitmapUsesTheWholeEntry)
     EXPECT_EQ(header_.biSizeImage, 16384u);
     EXPECT_EQ(TextureScale(header_.biWidth, header_.biHeight), 0.5);
 
-    ASSERT_EQ(ReadTextureGl(path, program_, image_, width_, height_), 1);
+    ASSERT_EQ(Gl(path), 1);
     EXPECT_EQ(width_, 128);
     EXPECT_EQ(height_, 128);
     // File row 0 (the foot) is the last image row; alpha 255 without an extra block.
-    const std::uint8_t* px = &image_[(127 * 128 + 100) * 4];
-    EXPECT_EQ(px[0], 155);
-    EXPECT_EQ(px[1], 50);
-    EXPECT_EQ(px[2], 25);
-    EXPECT_EQ(px[3], 255);
+    EXPECT_EQ(Texel(127 * 128 + 100), (std::array<int, 4>{155, 50, 25, 255}));
 }
 
 TEST_F(TextureFiles, OneNonZeroByteInTheExtraBlockMakesItExtended)
@@ -246,41 +271,22 @@ TEST_F(TextureFiles, OneNonZeroByteInTheExtraBlockMakesItExtended)
     Bytes extra(64 * 64, 0);
     extra[4095] = 1;
     std::string path = Write("x.bmp", Bitmap8(128, 128, extra));
-    ReadTextureGdi(path, program_, pixels_, header_, label_);
-    EXPECT_EQ(label_, "8-bit palette (extended)");
+    EXPECT_EQ(Gdi(path), "8-bit palette (extended)");
     // min(255, 255 - alpha + colour): transparency against white, reserved 0.
     EXPECT_EQ(pixels_[200], Bgr(105, 155, 110, 0));
     EXPECT_EQ(pixels_[0], Bgr(255, 255, 255, 0));
     EXPECT_EQ(pixels_[10], Bgr(247, 250, 255, 0));
 
-    ASSERT_EQ(ReadTextureGl(path, program_, image_, width_, height_), 1);
-    const std::uint8_t* px = &image_[(126 * 128 + 72) * 4];
-    EXPECT_EQ(px[0], 55);
-    EXPECT_EQ(px[1], 100);
-    EXPECT_EQ(px[2], 50);
-    EXPECT_EQ(px[3], 200); // alpha from the entry
+    ASSERT_EQ(Gl(path), 1);
+    EXPECT_EQ(Texel(126 * 128 + 72), (std::array<int, 4>{55, 100, 50, 200})); // alpha from the entry
 
     // The byte right behind the pixels is skipped: a mark there alone isn't an extra block.
     Bytes b = Bitmap8(128, 128);
     b.push_back(9);
     b.resize(b.size() + 64 * 64, 0);
-    ReadTextureGdi(Write("y.bmp", b), program_, pixels_, header_, label_);
-    EXPECT_EQ(label_, "8-bit palette");
-    EXPECT_EQ(ReadTextureGl(Write("y.bmp", b), program_, image_, width_, height_), 1);
+    EXPECT_EQ(Gdi(Write("y.bmp", b)), "8-bit palette");
+    EXPECT_EQ(Gl(Write("y.bmp", b)), 1);
     EXPECT_EQ(image_[(126 * 128 + 72) * 4 + 3], 255);
-}
-
-TEST_F(TextureFiles, OddSizesRoundTheExtraBlockHalfToEven)
-{
-    // 5 by 3: the block is round(2.5) * round(1.5) = 2 * 2 bytes.
-    Bytes inside = Bitmap8(5, 3, {0, 0, 0, 7});
-    ReadTextureGdi(Write("in.bmp", inside), program_, pixels_, header_, label_);
-    EXPECT_EQ(label_, "8-bit palette (extended)");
-    EXPECT_EQ(header_.biSizeImage, 15u);
-    Bytes outside = Bitmap8(5, 3, {0, 0, 0, 0, 7});
-    ReadTextureGdi(Write("out.bmp", outside), program_, pixels_, header_, label_);
-    EXPECT_EQ(label_, "8-bit palette");
-    EXPECT_EQ(TextureScale(5, 3), 0.0);
 }
 
 TEST_F(TextureFiles, PixelOffsetCountsForPreviewOnly)
@@ -288,10 +294,9 @@ TEST_F(TextureFiles, PixelOffsetCountsForPreviewOnly)
     // Pixels at 1100: the preview reads them there, the OpenGL reader at 1078 whatever the header says.
     Bytes b = Bitmap8(32, 32, {}, 1100);
     std::fill(b.begin() + 1078, b.begin() + 1100, 0);
-    ReadTextureGdi(Write("o.bmp", b), program_, pixels_, header_, label_);
-    EXPECT_EQ(label_, "8-bit palette");
+    EXPECT_EQ(Gdi(Write("o.bmp", b)), "8-bit palette");
     EXPECT_EQ(pixels_[5], Bgr(1, 2, 250, 5));
-    ASSERT_EQ(ReadTextureGl(Write("o.bmp", b), program_, image_, width_, height_), 1);
+    ASSERT_EQ(Gl(Write("o.bmp", b)), 1);
     // Image row 31 is file row 0: index 0 for the 22 padding bytes, then the pixels shifted by 22.
     EXPECT_EQ(image_[(31 * 32 + 5) * 4], 255);       // entry 0: red 255
     EXPECT_EQ(image_[(31 * 32 + 27) * 4], 255 - 5);  // pixel 5 read at offset 1105
@@ -300,28 +305,22 @@ TEST_F(TextureFiles, PixelOffsetCountsForPreviewOnly)
 TEST_F(TextureFiles, TwentyFourBitBitmapIsReadWithItsWarning)
 {
     std::string path = Write("t.bmp", Bitmap24(64, 32));
-    ReadTextureGdi(path, program_, pixels_, header_, label_);
-    EXPECT_EQ(label_, "24-bit (FS INCOMPATIBLE!)");
+    EXPECT_EQ(Gdi(path), "24-bit (FS INCOMPATIBLE!)");
     ASSERT_EQ(pixels_.size(), 64u * 32u);
     EXPECT_EQ(pixels_[0], Bgr(0, 1, 2, 0));
     EXPECT_EQ(pixels_[70], Bgr(70, 71, 72, 0));
     EXPECT_EQ(header_.biSizeImage, 2048u);
 
-    ASSERT_EQ(ReadTextureGl(path, program_, image_, width_, height_), 1);
+    ASSERT_EQ(Gl(path), 1);
     EXPECT_EQ(width_, 64);
     EXPECT_EQ(height_, 32);
-    const std::uint8_t* px = &image_[(31 * 64 + 6) * 4];
-    EXPECT_EQ(px[0], 8);
-    EXPECT_EQ(px[1], 7);
-    EXPECT_EQ(px[2], 6);
-    EXPECT_EQ(px[3], 255);
+    EXPECT_EQ(Texel(31 * 64 + 6), (std::array<int, 4>{8, 7, 6, 255}));
 }
 
 TEST_F(TextureFiles, UnreadableFilesGiveTheFallback)
 {
     auto expectFallback = [&](const std::string& path) {
-        ReadTextureGdi(path, program_, pixels_, header_, label_);
-        EXPECT_EQ(label_, "Unknown format!") << path;
+        EXPECT_EQ(Gdi(path), "Unknown format!") << path;
         ASSERT_EQ(pixels_.size(), 1024u) << path;
         EXPECT_EQ(pixels_[0], Bgr(128, 128, 128, 0));
         EXPECT_EQ(pixels_[1023], Bgr(128, 128, 128, 0));
@@ -330,7 +329,7 @@ TEST_F(TextureFiles, UnreadableFilesGiveTheFallback)
         EXPECT_EQ(header_.biBitCount, 32);
         EXPECT_EQ(header_.biSizeImage, 1024u);
         image_.assign(3, 1);
-        EXPECT_EQ(ReadTextureGl(path, program_, image_, width_, height_), 0) << path;
+        EXPECT_EQ(Gl(path), 0) << path;
         EXPECT_EQ(width_, 32);
         EXPECT_EQ(height_, 32);
         ASSERT_EQ(image_.size(), 32u * 32u * 4u);
@@ -352,44 +351,6 @@ TEST_F(TextureFiles, UnreadableFilesGiveTheFallback)
     expectFallback(Write("bm.bmp", {'B', 'M'}));
 }
 
-TEST_F(TextureFiles, TruncatedBitmapsReadZerosPastTheEnd)
-{
-    Bytes b = Bitmap8(64, 64);
-    b.resize(1078 + 64 * 10); // ten rows of pixels left
-    std::string path = Write("cut.bmp", b);
-    ReadTextureGdi(path, program_, pixels_, header_, label_);
-    EXPECT_EQ(label_, "8-bit palette");
-    ASSERT_EQ(pixels_.size(), 4096u);
-    EXPECT_EQ(pixels_[639], Bgr(34, 68, 118, 137)); // index 639 % 251
-    EXPECT_EQ(pixels_[640], Bgr(0, 0, 255, 0));    // index 0 from here on
-    EXPECT_EQ(pixels_[4095], Bgr(0, 0, 255, 0));
-
-    // Cut inside the palette: the missing entries and pixels are zero, so the image is black.
-    Bytes c = Bitmap8(64, 64);
-    c.resize(56); // entry 0 without its red
-    ReadTextureGdi(Write("cut2.bmp", c), program_, pixels_, header_, label_);
-    EXPECT_EQ(label_, "8-bit palette");
-    EXPECT_EQ(pixels_[64 * 64 - 1], 0u);
-    ASSERT_EQ(ReadTextureGl(Write("cut2.bmp", c), program_, image_, width_, height_), 1);
-    EXPECT_EQ(image_[0], 0);
-    EXPECT_EQ(image_[3], 255);
-
-    // A pixel offset far past the end reads only zeros, without reading or holding anything big.
-    Bytes d = Bitmap8(32, 32, {}, 1078);
-    Put32(d, 10, 0xFFFFFFF0u);
-    ReadTextureGdi(Write("far.bmp", d), program_, pixels_, header_, label_);
-    EXPECT_EQ(label_, "8-bit palette");
-    EXPECT_EQ(pixels_[100], Bgr(0, 0, 255, 0));
-
-    // A 24-bit file cut after its first row.
-    Bytes e = Bitmap24(32, 32);
-    e.resize(54 + 32 * 3);
-    ReadTextureGdi(Write("cut24.bmp", e), program_, pixels_, header_, label_);
-    EXPECT_EQ(label_, "24-bit (FS INCOMPATIBLE!)");
-    EXPECT_EQ(pixels_[31], Bgr(31, 32, 33));
-    EXPECT_EQ(pixels_[32], 0u);
-}
-
 TEST_F(TextureFiles, MemoryAndFileReadersAgree)
 {
     Palette palette{};
@@ -408,7 +369,7 @@ TEST_F(TextureFiles, MemoryAndFileReadersAgree)
         std::vector<std::uint8_t> im;
         std::int32_t w = 0, h = 0;
         TextureForm form = DecodeTextureGl(b, palette, im, w, h);
-        EXPECT_EQ(ReadTextureGl(path, program_, image_, width_, height_), form == TextureForm::Unknown ? 0 : 1);
+        EXPECT_EQ(Gl(path), form == TextureForm::Unknown ? 0 : 1);
         EXPECT_EQ(im, image_);
         EXPECT_EQ(w, width_);
         EXPECT_EQ(h, height_);
@@ -468,12 +429,6 @@ TEST_F(TextureFiles, PreviewClearsAndStretchesTheUprightImage)
     EXPECT_EQ(label, "Unknown format!"); // 32 by 32 is a size the simulator takes
     EXPECT_EQ(size.width, 32);
 }
-
-} // namespace
-} // namespace fw
-
-namespace fw {
-namespace {
 
 // The textures of the program folder, as the defaults and the exporters name them.
 class ShippedTextures : public ::testing::Test {
@@ -576,12 +531,6 @@ TEST_F(ShippedTextures, SignSheetHasEachCellInItsPlace)
     auto between = Texel("fwt_sign1.bmp", 128 + 2 * 32 + 15, 2 * 16 + 7);
     EXPECT_TRUE(white(eleven) || white(between));
 }
-
-} // namespace
-} // namespace fw
-
-namespace fw {
-namespace {
 
 // Inputs the fuzzer kept, and its seeds: both readers hold together on each of them.
 TEST(TextureRegressions, FuzzInputsReadToConsistentImages)
