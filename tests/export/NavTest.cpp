@@ -30,10 +30,7 @@ TEST(NavExport, VorFrequencyTakesTheDecimalCommaAndNothingElseDoes)
     v.Frequency() = 108.5;
     ObjectRecord& n = t.Object(kNdb, 0, 0);
     n.Frequency() = 385.5;
-    const std::string text = ExportOf(t);
-    ExpectGolden("vor_comma", text, "export2");
-    EXPECT_EQ(CountLines(text, "VOR( 108,5 45 81 -.5 ID"), 1u);
-    EXPECT_EQ(CountLines(text, "NDB(  385.5 45  ID"), 1u);
+    ExpectGolden("vor_comma", ExportOf(t), "export2");
 }
 
 TEST(NavExport, Ndb)
@@ -62,10 +59,7 @@ TEST(NavExport, ObjectWithEmptyAndLongParameters)
     o.Param9() = "a_very_long_texture_name.bmp";
     o.Param16() = "exactly_15_char";
     o.Param17() = "sixteen_chars_xx";
-    const std::string text = ExportOf(t);
-    ExpectGolden("api", text, "export2");
-    EXPECT_EQ(CountLines(text, "\"0\"               ;User param7"), 1u);
-    EXPECT_EQ(CountLines(text, "\"a_very_long_text ;User param9"), 1u);
+    ExpectGolden("api", ExportOf(t), "export2");
 }
 
 TEST(NavExport, ObjectRangeInKilometresTakesTheDecimalComma)
@@ -105,26 +99,14 @@ void ThreeExcludeAreas(TestProject& t)
     c.ExcludeNDB() = 1;
 }
 
-TEST(NavExport, ThreeExcludeAreasInATextExport)
+TEST(NavExport, ThreeExcludeAreasInATextExportAndACompilerRun)
 {
     TestProject t;
     ThreeExcludeAreas(t);
     ExpectGolden("exclude_text", ExportOf(t), "export2");
-}
+    ExpectGolden("exclude_compile", ExportOf(t, "C:\\scenery\\x.bgl"), "export2");
 
-TEST(NavExport, ThreeExcludeAreasInACompilerRun)
-{
-    TestProject t;
-    ThreeExcludeAreas(t);
-    const std::string text = ExportOf(t, "C:\\scenery\\x.bgl");
-    ExpectGolden("exclude_compile", text, "export2");
-    EXPECT_EQ(CountLines(text, "GenExcl( \"C:\\scenery\\Excl_3.bgl\" 4"), 1u);
-}
-
-TEST(NavExport, CompilerRunNamesExcludeFilesBesideTheChosenScenery)
-{
-    TestProject t;
-    ThreeExcludeAreas(t);
+    // Written to a file, the compiler run names the exclude files beside the chosen scenery.
     const std::string path = ::testing::TempDir() + "fw_exclude_run.txt";
     ASSERT_TRUE(ExportTextFile(t.Input(), path, kExportCompile, "/home/jane/my scenery/airport.bgl"));
     const std::string text = ReadBytes(path);
@@ -147,14 +129,7 @@ TEST(NavExport, FlattenPolygonOfTenPointsUsesNine)
         ten.push_back({k < 5 ? k * 200 : (9 - k) * 200, k < 5 ? 0 : 600 + (k % 2) * 20});
     ten[9] = {-200, 640}; // only the surface box sees the tenth point
     t.Shape(kFlatten, ten);
-    const std::string text = ExportOf(t);
-    ExpectGolden("flatten", text, "export2");
-    int corners = 0;
-    for (const auto& l : SplitLines(text))
-        if (l.rfind(std::string(15, ' ') + " 48.", 0) == 0)
-            ++corners;
-    EXPECT_EQ(corners, 9);
-    EXPECT_EQ(CountLines(text, "  SurfaceType( 0 500 320 0 )"), 1u);
+    ExpectGolden("flatten", ExportOf(t), "export2");
 }
 
 } // namespace

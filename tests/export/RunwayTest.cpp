@@ -36,8 +36,7 @@ TEST(RunwayExport, LightsThresholdsExtensionsIlsAtEachEndAndMarkers)
     r.MarkerEnabledN() = 1;
     r.markerEnabledF() = 1;
     r.MarkerMiddleF() = 0;
-    const std::string text = ExportOf(t);
-    ExpectGolden("runway_full", text, "export2");
+    ExpectGolden("runway_full", ExportOf(t), "export2");
 }
 
 TEST(RunwayExport, WithoutLightsIlsOrMarkersStaysOutOfNavigation)
@@ -49,11 +48,7 @@ TEST(RunwayExport, WithoutLightsIlsOrMarkersStaysOutOfNavigation)
     r.EnableLights() = 0;
     r.ShowBorderLine() = 0;
     r.Show150Markers() = 1;
-    const std::string text = ExportOf(t);
-    ExpectGolden("runway_plain", text, "export2");
-    EXPECT_EQ(CountLines(text, "NAVIGATION"), 0u);
-    EXPECT_EQ(CountLines(text, "LIGHTS"), 0u);
-    EXPECT_EQ(CountLines(text, "ThrOff"), 0u);
+    ExpectGolden("runway_plain", ExportOf(t), "export2");
 }
 
 TEST(RunwayExport, FarHeadingThatWrapsLosesItsDecimals)
@@ -64,8 +59,7 @@ TEST(RunwayExport, FarHeadingThatWrapsLosesItsDecimals)
     r.RwyNumber() = 27;
     r.RwyDesignator() = 3;
     r.IlsEnabledF() = 1;
-    const std::string text = ExportOf(t);
-    ExpectGolden("runway_heading_wrap", text, "export2");
+    ExpectGolden("runway_heading_wrap", ExportOf(t), "export2");
 }
 
 TEST(RunwayExport, ReciprocalWithoutWrapKeepsItsDecimals)

@@ -18,25 +18,14 @@ TEST(SignExport, LocationBLightedFacingNorth)
 {
     TestProject t;
     Sign(t, "Location_B");
-    const std::string text = ExportOf(t);
-    ExpectGolden("sign_location_b", text, "export2");
-    // The width ends at 45 with the gap, the middle is 22: corners from -22 to 14.
-    EXPECT_EQ(CountLines(text, "    -22      46      0      ; 0"), 1u);
-    EXPECT_EQ(CountLines(text, "     14      46      0      ; 1"), 1u);
-    // Cell U 16, V 127, W 15, H -15.
-    EXPECT_EQ(CountLines(text, "     0     16      127   "), 1u);
-    EXPECT_EQ(CountLines(text, "     2     31      112   "), 1u);
-    EXPECT_EQ(CountLines(text, "LoadBitmap( 0 L5 EF 128 128 128 \"fwt_sign1.bmp\" )"), 1u);
+    ExpectGolden("sign_location_b", ExportOf(t), "export2");
 }
 
 TEST(SignExport, ThreeDimensionalStyleHasNoFootVerticesYetItsFeetBlocks)
 {
     TestProject t;
     Sign(t, " Direction_ArrowLeft_a_17", "3D", 90, 200, -100);
-    const std::string text = ExportOf(t);
-    ExpectGolden("sign_3d", text, "export2");
-    EXPECT_EQ(CountLines(text, "MoveToPt(  0 )"), 4u); // two feet at two levels
-    EXPECT_EQ(CountLines(text, "LoadBitmap( 0 5 EF"), 1u);
+    ExpectGolden("sign_3d", ExportOf(t), "export2");
 }
 
 TEST(SignExport, RunwayInstructionWithArrowsAndNumber33)
@@ -52,11 +41,7 @@ TEST(SignExport, EmptyAndUnknownCaptionsWriteNothingAndTheCounterGoesOn)
     Sign(t, "");
     Sign(t, "Taxi_A Location");
     Sign(t, "Location_B");
-    const std::string text = ExportOf(t);
-    ExpectGolden("sign_skipped", text, "export2");
-    EXPECT_EQ(CountLines(text, "TAXIWAY SIGNS"), 1u);
-    EXPECT_EQ(CountLines(text, ":ObjEnd2"), 2u);
-    EXPECT_EQ(CountLines(text, ":ObjEnd0"), 0u);
+    ExpectGolden("sign_skipped", ExportOf(t), "export2");
 }
 
 TEST(SignExport, CaptionParsingRules)

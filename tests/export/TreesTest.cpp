@@ -22,11 +22,7 @@ TEST(TreeExport, TwoPointsGiveTwoCapsAroundOneWallPiece)
 {
     TestProject t;
     TreeLine(t, {{0, 0}, {200, 0}}, 8, 0, 20);
-    const std::string text = ExportOf(t);
-    ExpectGolden("tree_example", text, "export2");
-    // V = (-58,0), (-50,0), (50,0), (58,0): eight vector lines.
-    EXPECT_EQ(CountLines(text, "    0   32767   0 ;"), 8u);
-    EXPECT_EQ(CountLines(text, "ShadedTexPoly( a"), 6u);
+    ExpectGolden("tree_example", ExportOf(t), "export2");
 }
 
 TEST(TreeExport, FourBandsWithSeveralPiecesFoldsThePastTwoFiftySix)
@@ -51,17 +47,7 @@ TEST(TreeExport, LineOnOneLocalPointKeepsItsFrameOnly)
 {
     TestProject t;
     TreeLine(t, {{0, 0}, {1, 0}, {1, 1}}, 8, 0, 20);
-    const std::string text = ExportOf(t);
-    ExpectGolden("tree_one_point", text, "export2");
-    EXPECT_EQ(CountLines(text, "VecPoints("), 0u);
-    EXPECT_EQ(CountLines(text, "EndA"), 1u);
-}
-
-TEST(TreeExport, BandHeightBelowOneMetreStopsTheExport)
-{
-    TestProject t;
-    TreeLine(t, {{0, 0}, {200, 0}}, 8, 0, 0.4);
-    EXPECT_THROW(t.Lines(), OperationFault);
+    ExpectGolden("tree_one_point", ExportOf(t), "export2");
 }
 
 // The shaken feet of a forest's wall: each within two units of its outline point (Y negated). They are
@@ -92,8 +78,6 @@ TEST(ForestExport, ThreePointsGiveNinePointsAndTwoRingsOfThree)
     ShapeRecord& s = t.Shape(kForest, {{0, 0}, {400, 0}, {200, 300}});
     s.mBandHeight = 20;
     const std::string text = ExportOf(t);
-    ExpectWellFormed(text);
-    EXPECT_EQ(CountLines(text, "    0   32767   0 ;"), 12u);
     // Local metres (0,0), (200,0), (100,150) about the centre (100,75).
     ExpectGolden("forest_three", SettleFeet(text, {{-100, -75}, {100, -75}, {0, 75}}), "export2");
 }
@@ -137,11 +121,14 @@ TEST(ForestExport, PointOnTheCentreOfItsBoxStopsTheExportAndWritesNoFile)
     EXPECT_NE(t.ui.calls[0].text.find("centre of its box"), std::string::npos) << t.ui.calls[0].text;
 }
 
-TEST(TreeExport, BandCountOtherThanFourOrEightStops)
+TEST(TreeExport, BandCountOtherThanFourOrEightAndHeightBelowOneMetreStop)
 {
     TestProject t;
     TreeLine(t, {{0, 0}, {200, 0}}, 6, 0, 20);
     EXPECT_THROW(t.Lines(), OperationFault);
+    TestProject low;
+    TreeLine(low, {{0, 0}, {200, 0}}, 8, 0, 0.4);
+    EXPECT_THROW(low.Lines(), OperationFault);
     // A band far out of range still writes numbers, however meaningless.
     TestProject u;
     TreeLine(u, {{0, 0}, {200, 0}}, 8, -2147483647 - 1, 20);
