@@ -17,6 +17,11 @@ bool Flag(const MenuState& m, const std::string& item, std::optional<bool> MenuI
 }
 bool Enabled(const MenuState& m, const std::string& item) { return Flag(m, item, &MenuItemState::enabled); }
 bool Checked(const MenuState& m, const std::string& item) { return Flag(m, item, &MenuItemState::checked); }
+void ExpectEnabled(const MenuState& m, std::initializer_list<std::pair<const char*, bool>> items)
+{
+    for (const auto& [item, on] : items)
+        EXPECT_EQ(Enabled(m, item), on) << item;
+}
 
 const char* const kEditItems[] = {"MnuEcopy",    "MnuEdelete", "MnuEflipx", "MnuEflipy",
                                   "MnuErescale", "MnuErotate", "MnuEdrot",  "MnuEdscale"};
@@ -27,12 +32,8 @@ TEST(MenuState, NothingSelected)
     MenuState m = ComputeMenuState(f.s());
     for (const char* item : kEditItems)
         EXPECT_FALSE(Enabled(m, item)) << item;
-    EXPECT_FALSE(Enabled(m, "MnuEundo"));
-    EXPECT_FALSE(Enabled(m, "MnuEpaste"));
-    EXPECT_FALSE(Enabled(m, "MnuFexport"));
-    EXPECT_TRUE(Enabled(m, "MnuFimportshape"));
-    EXPECT_FALSE(Enabled(m, "MnuFrecent1"));
-    EXPECT_FALSE(Enabled(m, "MnuBedit"));
+    ExpectEnabled(m, {{"MnuEundo", false}, {"MnuEpaste", false}, {"MnuFexport", false}, {"MnuFimportshape", true},
+                      {"MnuFrecent1", false}, {"MnuBedit", false}});
     EXPECT_TRUE(Checked(m, "MnuSselectshape"));
     EXPECT_TRUE(Checked(m, "MnuC225"));
     EXPECT_FALSE(Checked(m, "MnuC2100"));
@@ -43,9 +44,7 @@ TEST(MenuState, NothingSelected)
     EXPECT_EQ(m.panel3, "");
     f.s().canUndo = 1;
     f.s().canPaste = 1;
-    m = ComputeMenuState(f.s());
-    EXPECT_TRUE(Enabled(m, "MnuEundo"));
-    EXPECT_TRUE(Enabled(m, "MnuEpaste"));
+    ExpectEnabled(ComputeMenuState(f.s()), {{"MnuEundo", true}, {"MnuEpaste", true}});
     f.s().view.setZoom(0.0625);
     EXPECT_EQ(ComputeMenuState(f.s()).panel6, "6.25 %");
 }
@@ -56,22 +55,16 @@ TEST(MenuState, OneObjectHasABoxOfNoSize)
     f.AddObject(kRunway, 10, 10);
     f.SelectObject(0);
     const MenuState m = ComputeMenuState(f.s());
-    EXPECT_TRUE(Enabled(m, "MnuEcopy"));
-    EXPECT_TRUE(Enabled(m, "MnuEdelete"));
     for (const char* item : {"MnuEflipx", "MnuEflipy", "MnuErescale", "MnuErotate", "MnuEdrot", "MnuEdscale"})
         EXPECT_FALSE(Enabled(m, item)) << item;
-    EXPECT_TRUE(Enabled(m, "MnuSshapeproperties"));
-    EXPECT_FALSE(Enabled(m, "MnuSeditpoints"));
-    EXPECT_FALSE(Enabled(m, "MnuSconvertshapeto"));
-    EXPECT_FALSE(Enabled(m, "MnuBshowrunway"));
-    EXPECT_TRUE(Enabled(m, "MnuBshowpoly"));
-    EXPECT_TRUE(Enabled(m, "MnuFexport"));
+    ExpectEnabled(m, {{"MnuEcopy", true}, {"MnuEdelete", true}, {"MnuSshapeproperties", true},
+                      {"MnuSeditpoints", false}, {"MnuSconvertshapeto", false}, {"MnuBshowrunway", false},
+                      {"MnuBshowpoly", true}, {"MnuFexport", true}});
     // A second object elsewhere gives the box a size.
     f.AddObject(kVor, 10, 40);
     f.SelectObject(1);
-    EXPECT_TRUE(Enabled(ComputeMenuState(f.s()), "MnuEflipx"));
-    EXPECT_FALSE(Enabled(ComputeMenuState(f.s()), "MnuBshownavigation"));
-    EXPECT_FALSE(Enabled(ComputeMenuState(f.s()), "MnuSshapeproperties"));
+    ExpectEnabled(ComputeMenuState(f.s()),
+                  {{"MnuEflipx", true}, {"MnuBshownavigation", false}, {"MnuSshapeproperties", false}});
 }
 
 TEST(MenuState, SelectedPolyLocksItsToggleAndFlattenHasNoProperties)
@@ -80,16 +73,11 @@ TEST(MenuState, SelectedPolyLocksItsToggleAndFlattenHasNoProperties)
     f.AddShape(kPoly, {{0, 0}, {10, 0}, {10, 10}});
     f.AddShape(kFlatten, {{0, 50}, {10, 50}, {10, 60}});
     f.Run({"down L " + Px(0, 0), "up L " + Px(0, 0)});
-    MenuState m = ComputeMenuState(f.s());
-    EXPECT_FALSE(Enabled(m, "MnuBshowpoly"));
-    EXPECT_TRUE(Enabled(m, "MnuBshowtexpoly"));
-    EXPECT_TRUE(Enabled(m, "MnuSeditpoints"));
-    EXPECT_TRUE(Enabled(m, "MnuSshapeproperties"));
+    ExpectEnabled(ComputeMenuState(f.s()), {{"MnuBshowpoly", false}, {"MnuBshowtexpoly", true},
+                                            {"MnuSeditpoints", true}, {"MnuSshapeproperties", true}});
     f.Run({"down L " + Px(0, 50), "up L " + Px(0, 50)});
-    m = ComputeMenuState(f.s());
-    EXPECT_TRUE(Enabled(m, "MnuBshowpoly"));
-    EXPECT_FALSE(Enabled(m, "MnuBshowexclude"));
-    EXPECT_FALSE(Enabled(m, "MnuSshapeproperties"));
+    ExpectEnabled(ComputeMenuState(f.s()),
+                  {{"MnuBshowpoly", true}, {"MnuBshowexclude", false}, {"MnuSshapeproperties", false}});
     // A disabled item can't be chosen from the menu.
     f.Run({"command MnuBshowexclude"});
     EXPECT_EQ(f.s().showFlags.ShowExclude, 1);
@@ -106,8 +94,7 @@ TEST(MenuState, ArrangeModeWritesOnlyTheSelectionMenu)
     for (const char* item : {"MnuSselectshape", "MnuSdragshape", "MnuSeditpoints", "MnuSshapeproperties",
                              "MnuSconvertshapeto"})
         EXPECT_FALSE(Enabled(m, item)) << item;
-    EXPECT_TRUE(Enabled(m, "MnuSback"));
-    EXPECT_TRUE(Enabled(m, "MnuSfront"));
+    ExpectEnabled(m, {{"MnuSback", true}, {"MnuSfront", true}});
     EXPECT_EQ(m.items.count("MnuFsaveselection"), 0u);
     EXPECT_EQ(m.items.count("MnuEcopy"), 0u);
     EXPECT_TRUE(m.items.at("MnuC2100").checked.value());

@@ -40,22 +40,7 @@ TEST(Drawing, LineOfTwoPointsEndsOnTheDoubleClick)
     EXPECT_EQ(g.s().stores.ShapeStore[0].gLineWidth, 0.5);
 }
 
-TEST(Drawing, TexPolyEndsOnTheFourthClickWithItsMap)
-{
-    EditorFixture f(1.0);
-    f.Run({"tool texpoly"});
-    for (const auto& p : {Px(0, 0), Px(200, 0), Px(200, 100)})
-        f.Run({"down L " + p, "up L " + p});
-    EXPECT_EQ(f.s().editor.EditState, 2);
-    f.Run({"answer ok", "down L " + Px(0, 100)});
-    ASSERT_EQ(f.s().stores.ShapeCount(), 1);
-    EXPECT_EQ(f.s().editor.EditState, 0);
-    const auto& m = f.s().stores.ShapeStore[0].mTexMap;
-    // Width 200 is the larger side: 255 / 200 per unit, a double just below 1.275, so 100 units
-    // give 127.4999... and round down.
-    EXPECT_EQ(m, (std::array<std::int32_t, 8>{0, 0, 255, 0, 255, 127, 0, 127}));
-}
-
+// Ended on the fourth click in a scenario script; of three points it keeps the fourth pair unset.
 TEST(Drawing, TexPolyOfThreePointsKeepsTheUnsetFourthPair)
 {
     EditorFixture f(1.0);

@@ -188,17 +188,10 @@ TEST(Selection, SquareBandsAreStrict)
 {
     CSelection sel;
     sel.addEntry(0, 0, 0, 100, 0, 50); // min X, max X, min Y, max Y
-    EXPECT_EQ(sel.squareIsWhere(0, 0, 3), 5);
-    EXPECT_EQ(sel.squareIsWhere(0, 50, 3), 7);
-    EXPECT_EQ(sel.squareIsWhere(2, 25, 3), 1);
-    EXPECT_EQ(sel.squareIsWhere(3, 25, 3), 0);
-    EXPECT_EQ(sel.squareIsWhere(100, 0, 3), 6);
-    EXPECT_EQ(sel.squareIsWhere(100, 50, 3), 8);
-    EXPECT_EQ(sel.squareIsWhere(98, 25, 3), 2);
-    EXPECT_EQ(sel.squareIsWhere(50, -2, 3), 3);
-    EXPECT_EQ(sel.squareIsWhere(50, 52, 3), 4);
-    EXPECT_EQ(sel.squareIsWhere(-3, 25, 3), 0);
-    EXPECT_EQ(sel.squareIsWhere(50, 25, 3), 0);
+    const int cases[][3] = {{0, 0, 5},  {0, 50, 7}, {2, 25, 1},  {3, 25, 0},  {100, 0, 6},  {100, 50, 8},
+                            {98, 25, 2}, {50, -2, 3}, {50, 52, 4}, {-3, 25, 0}, {50, 25, 0}};
+    for (const auto& [x, y, where] : cases)
+        EXPECT_EQ(sel.squareIsWhere(x, y, 3), where) << x << ", " << y;
 }
 
 TEST(Selection, ResetLeavesPointZeroAndAddPtAppends)
