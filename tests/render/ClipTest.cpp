@@ -78,7 +78,7 @@ TEST_F(ClipFixture, SegmentThroughACornerRegionDrawsNothing)
     EXPECT_TRUE(c.calls.empty());
 }
 
-TEST_F(ClipFixture, PolygonsCloseAndLinesStayOpen)
+TEST_F(ClipFixture, PolygonsCloseLinesStayOpenAndAStaleBoxHidesOnlyTheOpenSegments)
 {
     ShapeRecord poly;
     ResetShape(poly, kPoly);
@@ -92,13 +92,7 @@ TEST_F(ClipFixture, PolygonsCloseAndLinesStayOpen)
     c.calls.clear();
     ShapeOutline(w, p, tree, c, map);
     EXPECT_EQ(Segments(c).size(), 2u);
-}
-
-TEST_F(ClipFixture, AStaleBoxHidesTheOpenSegmentsButNotTheClosingOne)
-{
-    ShapeRecord poly;
-    ResetShape(poly, kPoly);
-    const PointList p = test::Pts({{0, 0}, {20, 0}, {20, 20}});
+    c.calls.clear();
     poly.gLimits = {500, 600, 500, 600};
     ShapeOutline(w, p, poly, c, map);
     EXPECT_EQ(Segments(c), (std::vector<std::vector<int>>{{120, 70, 100, 50}}));
@@ -123,17 +117,14 @@ TEST_F(ClipFixture, FillCutsAtTheWindowAndKeepsTheRepeatedVertex)
     EXPECT_GT(a.size() / 2, 4u);
     EXPECT_EQ(a[0], a[a.size() - 2]);
     EXPECT_EQ(a[1], a[a.size() - 1]);
-}
-
-TEST_F(ClipFixture, PolygonWhollyOutsideFillsNothing)
-{
+    // Wholly outside: an empty polygon.
+    c.calls.clear();
     ASSERT_TRUE(FillClippedPolygon(w, test::Pts({{200, 0}, {300, 0}, {300, 30}}), c, map));
-    const auto polys = test::Only(c, "polygon");
-    ASSERT_EQ(polys.size(), 1u);
-    EXPECT_TRUE(polys[0].args.empty());
+    ASSERT_EQ(test::Only(c, "polygon").size(), 1u);
+    EXPECT_TRUE(test::Only(c, "polygon")[0].args.empty());
 }
 
-TEST_F(ClipFixture, PolygonTooLongForTheBuffersIsOutlinedWithoutAFill)
+TEST_F(ClipFixture, PolygonOrClipResultTooLongForTheBuffersIsOutlinedWithoutAFill)
 {
     PointList big;
     for (int i = 0; i < 250; ++i)
@@ -141,14 +132,11 @@ TEST_F(ClipFixture, PolygonTooLongForTheBuffersIsOutlinedWithoutAFill)
     EXPECT_FALSE(FillClippedPolygon(w, big, c, map));
     EXPECT_TRUE(test::Only(c, "polygon").empty());
     EXPECT_EQ(Segments(c).size(), 250u);
-}
-
-TEST_F(ClipFixture, ClipResultTooLongForTheBuffersIsOutlinedWithoutAFill)
-{
     // 150 points in a zigzag across xMax: the crossings make the first pass's output pass 200.
     PointList zigzag;
     for (int i = 0; i < 150; ++i)
         zigzag.push_back({i % 2 == 0 ? 0 : 200, -40 + i / 2});
+    c.calls.clear();
     EXPECT_FALSE(FillClippedPolygon(w, zigzag, c, map));
     EXPECT_TRUE(test::Only(c, "polygon").empty());
     EXPECT_FALSE(Segments(c).empty());
