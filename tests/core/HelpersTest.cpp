@@ -180,15 +180,17 @@ TEST(Recent, FourNewestFirst)
     r.addPath("a");
     r.addPath("b");
     EXPECT_EQ(r.getEntry(3), "a");
-    r.addPath("a");
+    r.addPath("a"); // opened again: moves to the top, once
     EXPECT_EQ(r.nEntries(), 1);
     EXPECT_EQ(r.getEntry(0), "a");
-    for (auto p : {"c", "d", "e"})
+    r.addPath("A"); // case counts
+    EXPECT_EQ(r.nEntries(), 2);
+    for (auto p : {"c", "d"})
         r.addPath(p);
     EXPECT_EQ(r.nEntries(), 3);
-    EXPECT_EQ(r.getEntry(3), "a");
+    EXPECT_EQ(r.getEntry(3), "a"); // the fifth distinct path pushed out the oldest, "b"
     r.addPath("");
-    EXPECT_EQ(r.getEntry(0), "e");
+    EXPECT_EQ(r.getEntry(0), "d");
 }
 
 TEST(SessionState, TitleAndResets)
