@@ -218,7 +218,6 @@ TEST_F(Flows, SaveAndSaveAs)
     EXPECT_EQ(s.hasName, 1);
     EXPECT_EQ(s.dirty, 0);
     EXPECT_EQ(s.config.FWTPath, dir.folder());
-    EXPECT_EQ(ui.fileRequests[1].filter, "Fieldwright (*.fwt)|*.fwt");
 
     // Saved under its own name: no dialog, and the recent list stays as it is.
     s.recent.addPath("/other.fwt");

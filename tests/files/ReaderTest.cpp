@@ -111,32 +111,35 @@ TEST(ValueReaders, BoundsAndForms)
     EXPECT_EQ(t, "ab");
 }
 
-// Stage 1: the head.
-TEST(ReaderHead, BrokenHeadFailsWithItsMessage)
+// A damaged file fails with the message of the stage that found it and changes nothing.
+TEST(Reader, DamagedFilesFailWithTheirStagesMessage)
 {
-    for (const char* name : {"head_version_not_number.fwt", "head_settings_unclosed.fwt",
-                             "head_project_unclosed.fwt", "head_version_last_token.fwt", "empty.fwt",
-                             "only_comments.fwt"}) {
+    const std::string head = "Unable to open file! Corrupted file header...";
+    const std::pair<const char*, std::string> cases[] = {
+        {"head_version_not_number.fwt", head},
+        {"head_settings_unclosed.fwt", head},
+        {"head_project_unclosed.fwt", head},
+        {"head_version_last_token.fwt", head},
+        {"empty.fwt", head},
+        {"only_comments.fwt", head},
+        {"no such file.fwt", head},
+        {"shape_unclosed_at_end.fwt", "Unable to open file! Corrupted shape structure..."},
+        {"object_unclosed.fwt", "Unable to open file! Corrupted object structure..."}};
+    for (const auto& [name, message] : cases) {
         SCOPED_TRACE(name);
         ReadResult r;
         r.data.project.Name = "untouched";
         Read(name, r);
         EXPECT_FALSE(r.ok);
         EXPECT_EQ(r.data.project.Name, "untouched");
+        EXPECT_TRUE(r.data.shapes.empty());
         ASSERT_EQ(r.ui.calls.size(), 1u);
-        EXPECT_EQ(r.ui.calls[0].text, "Unable to open file! Corrupted file header...");
+        EXPECT_EQ(r.ui.calls[0].text, message);
         EXPECT_EQ(r.ui.calls[0].style, MessageStyle::Critical);
     }
 }
 
-TEST(ReaderHead, MissingFileReadsAsEmpty)
-{
-    ReadResult r;
-    Read("no such file.fwt", r);
-    EXPECT_FALSE(r.ok);
-    EXPECT_EQ(r.ui.Messages(), V{"Unable to open file! Corrupted file header..."});
-}
-
+// Stage 1: the head.
 TEST(ReaderHead, WithoutHeadBlocksTheRecordsStayZeroFilled)
 {
     ReadResult r;
@@ -196,16 +199,6 @@ TEST(ReaderVersion, NewerVersionSaysUnableAndReadsOn)
 }
 
 // Stage 3: shapes.
-TEST(ReaderShapes, ClosingBracketMissingAtTheEndFails)
-{
-    ReadResult r;
-    Read("shape_unclosed_at_end.fwt", r);
-    EXPECT_FALSE(r.ok);
-    EXPECT_EQ(r.ui.Messages(), V{"Unable to open file! Corrupted shape structure..."});
-    EXPECT_EQ(r.ui.calls[0].style, MessageStyle::Critical);
-    EXPECT_TRUE(r.data.shapes.empty());
-}
-
 TEST(ReaderShapes, ClosingBracketMissingInTheMiddleSwallowsTheNextBlock)
 {
     ReadResult r;
@@ -283,15 +276,6 @@ TEST(ReaderShapes, LfOnlyFilesRead)
 }
 
 // Stage 4: objects.
-TEST(ReaderObjects, ClosingBracketMissingAtTheEndFails)
-{
-    ReadResult r;
-    Read("object_unclosed.fwt", r);
-    EXPECT_FALSE(r.ok);
-    EXPECT_EQ(r.ui.Messages(), V{"Unable to open file! Corrupted object structure..."});
-    EXPECT_EQ(r.ui.calls[0].style, MessageStyle::Critical);
-}
-
 TEST(ReaderObjects, EdgeCasesOfTheObjectBlocks)
 {
     ReadResult r;
