@@ -38,21 +38,9 @@ constexpr QRgb kGreyPx = 0x808080;
 // The Qt Ui with its dialogs answered at once and its pop-ups and pages recorded.
 class AnsweringUi : public QtUi {
 public:
-    bool ShapeProperties(ShapeRecord&, const PointList*) override
-    {
-        ++dialogs;
-        return true;
-    }
-    bool NewShapeProperties(ShapeRecord&, const PointList*) override
-    {
-        ++dialogs;
-        return true;
-    }
-    bool ObjectProperties(ObjectRecord&) override
-    {
-        ++dialogs;
-        return true;
-    }
+    bool ShapeProperties(ShapeRecord&, const PointList*) override { return Answer(); }
+    bool NewShapeProperties(ShapeRecord&, const PointList*) override { return Answer(); }
+    bool ObjectProperties(ObjectRecord&) override { return Answer(); }
     int ShowTip(const std::string& text, int flag) override
     {
         tips.push_back(text);
@@ -64,6 +52,12 @@ public:
     {
         opened.push_back(target);
         return browserStarts;
+    }
+
+    bool Answer()
+    {
+        ++dialogs;
+        return true;
     }
 
     bool browserStarts = true;

@@ -74,22 +74,6 @@ TEST(DecimalSeparator, PointAndCommaAreTakenOthersEndTheStartWithTheirMessage)
     EXPECT_EQ(SystemDecimalSeparator(QLocale(QLocale::English, QLocale::UnitedStates), ui), '.');
 }
 
-TEST(FormInform, CheckBoxSilencesTheTipAndMinusOneHidesIt)
-{
-    FormInform shown("Some tip", 1);
-    EXPECT_EQ(shown.windowTitle(), "Fieldwright design tips");
-    EXPECT_EQ(shown.dontShowAgain()->text(), "Don't show again");
-    EXPECT_EQ(shown.label()->text(), "Some tip");
-    EXPECT_FALSE(shown.dontShowAgain()->isHidden());
-    EXPECT_EQ(shown.result(1), 1);
-    shown.dontShowAgain()->setChecked(true);
-    EXPECT_EQ(shown.result(1), 0);
-
-    FormInform bare("Other tip", -1);
-    EXPECT_TRUE(bare.dontShowAgain()->isHidden());
-    EXPECT_EQ(bare.result(-1), -1);
-}
-
 // Runs action on the modal dialog once it is up.
 template <typename T, typename F>
 void OnModal(F action)
@@ -107,6 +91,9 @@ TEST(QtUi, TipsAndQuestionsAnswerAsThePersonChose)
     EXPECT_EQ(ui.ShowTip("never shown", 0), 0);
 
     OnModal<FormInform>([](FormInform* f) {
+        EXPECT_EQ(f->windowTitle(), "Fieldwright design tips");
+        EXPECT_EQ(f->label()->text(), "A tip");
+        EXPECT_EQ(f->dontShowAgain()->text(), "Don't show again");
         f->dontShowAgain()->setChecked(true);
         f->accept();
     });
@@ -114,6 +101,12 @@ TEST(QtUi, TipsAndQuestionsAnswerAsThePersonChose)
 
     OnModal<FormInform>([](FormInform* f) { f->accept(); });
     EXPECT_EQ(ui.ShowTip("A tip", 1), 1);
+    // Minus one: no box to tick, and minus one back.
+    OnModal<FormInform>([](FormInform* f) {
+        EXPECT_TRUE(f->dontShowAgain()->isHidden());
+        f->accept();
+    });
+    EXPECT_EQ(ui.ShowTip("Other tip", -1), -1);
 
     OnModal<QMessageBox>([](QMessageBox* b) {
         EXPECT_EQ(b->text(), "Save New project.fwt?");
