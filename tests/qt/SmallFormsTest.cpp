@@ -201,20 +201,5 @@ TEST(SmallForms, ConvertKeepsSettingsOnlyFromAnOkAndReturnsTheChosenType)
     EXPECT_EQ(t.ui.FormConvertShape(copies), 0);
 }
 
-TEST(SmallForms, ConvertFromTheMenuReplacesTheSelectedShape)
-{
-    QtSession t;
-    t.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 50}}, "Grass");
-    t.SelectShape(0);
-    Script({[](QWidget* f) {
-        f->findChild<QRadioButton*>("Option5")->click();
-        Press(f, "OK");
-    }});
-    MnuSconvertshapeto(t.s());
-    EXPECT_EQ(t.s().stores.ShapeStore[0].gType, kForest);
-    EXPECT_EQ(t.Points(0).size(), 3u);
-    EXPECT_TRUE(t.s().dirty);
-}
-
 } // namespace
 } // namespace fw::qt
