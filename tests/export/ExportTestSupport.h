@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <functional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -103,6 +104,22 @@ inline void ExpectGolden(const std::string& name, const std::string& text, const
 inline std::string ExportOf(const TestProject& t, const std::string& excludePrefix = {})
 {
     return Join(t.Lines(excludePrefix));
+}
+
+// A golden text's name and the project it is the export of.
+struct GoldenCase {
+    const char* name;
+    std::function<void(TestProject&)> build;
+};
+
+inline void ExpectGoldens(const std::vector<GoldenCase>& cases, const std::string& folder = "export")
+{
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        TestProject t;
+        c.build(t);
+        ExpectGolden(c.name, ExportOf(t), folder);
+    }
 }
 
 // The lines of an export, without their CR LF.

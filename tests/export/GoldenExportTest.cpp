@@ -12,62 +12,70 @@ namespace {
 const PointList kSquare{{-100, -100}, {100, -100}, {100, 100}, {-100, 100}};
 const PointList kTriangle{{-100, -100}, {100, -100}, {0, 100}};
 
-TEST(GoldenExport, EmptyProjectHasHeadAndCopyrightOnly)
+TEST(GoldenExport, PolygonsLinesAndDots)
 {
-    TestProject t;
-    t.project.Copyright = "Jane Roe";
-    ExpectGolden("empty", ExportOf(t));
-}
-
-TEST(GoldenExport, ColoredPolygons)
-{
-    TestProject t;
-    ShapeRecord& a = t.Shape(kPoly, kTriangle);
-    a.gIsColored = 1;
-    ShapeRecord& b = t.Shape(kPoly, {{0, 0}, {400, 0}, {400, 200}, {200, 100}, {0, 200}}); // concave
-    b.gIsColored = 1;
-    b.cLighted = 1;
-    b.cTransparency = 10;
-    b.cColor = RGB(1, 2, 3);
-    b.gComment = "apron";
-    b.vTime = 5;
-    b.vRange = 1500;
-    ExpectGolden("poly_colored", ExportOf(t));
-}
-
-TEST(GoldenExport, TexturedPolygonAndSquareWithMidEdgePoint)
-{
-    TestProject t;
-    ShapeRecord& s = t.Shape(kPoly, {{-100, -100}, {0, -100}, {100, -100}, {100, 100}, {-100, 100}});
-    s.tDayPath = "C:\\tex\\grass.bmp";
-    s.tLoadflag = {0, 1, 1, 0};
-    s.vTime = 2;
-    ExpectGolden("poly_textured", ExportOf(t));
-}
-
-TEST(GoldenExport, LayeredPolygonWritesItsOwnArea)
-{
-    TestProject t;
-    t.project.PolyScale = 0.5;
-    ShapeRecord& s = t.Shape(kPoly, kSquare);
-    s.gIsColored = 1;
-    s.vLayer = 3;
-    s.vRange = 500;
-    ExpectGolden("poly_layered", ExportOf(t));
-}
-
-TEST(GoldenExport, TextureLevelsMatchedAndNot)
-{
-    TestProject t;
-    t.project.UseTextureLevels = 1;
-    t.project.Distance = {100, 200, 300};
-    t.project.Texture = {"asphalt.bmp", "concrete.r8", "", ""};
-    t.project.Color = {RGB(10, 20, 30), RGB(40, 50, 60), 0, 0};
-    ShapeRecord& matched = t.Shape(kPoly, kSquare);
-    matched.tDayPath = "concrete.r8";
-    ShapeRecord& other = t.Shape(kPoly, kTriangle);
-    other.tDayPath = "dirt.bmp";
-    ExpectGolden("poly_texture_levels", ExportOf(t));
+    ExpectGoldens({
+        // Head and copyright only.
+        {"empty", [](TestProject& t) { t.project.Copyright = "Jane Roe"; }},
+        {"poly_colored",
+         [](TestProject& t) {
+             t.Shape(kPoly, kTriangle).gIsColored = 1;
+             ShapeRecord& b = t.Shape(kPoly, {{0, 0}, {400, 0}, {400, 200}, {200, 100}, {0, 200}}); // concave
+             b.gIsColored = 1;
+             b.cLighted = 1;
+             b.cTransparency = 10;
+             b.cColor = RGB(1, 2, 3);
+             b.gComment = "apron";
+             b.vTime = 5;
+             b.vRange = 1500;
+         }},
+        // A textured square with a point in the middle of an edge.
+        {"poly_textured",
+         [](TestProject& t) {
+             ShapeRecord& s = t.Shape(kPoly, {{-100, -100}, {0, -100}, {100, -100}, {100, 100}, {-100, 100}});
+             s.tDayPath = "C:\\tex\\grass.bmp";
+             s.tLoadflag = {0, 1, 1, 0};
+             s.vTime = 2;
+         }},
+        // A layered polygon writes its own area.
+        {"poly_layered",
+         [](TestProject& t) {
+             t.project.PolyScale = 0.5;
+             ShapeRecord& s = t.Shape(kPoly, kSquare);
+             s.gIsColored = 1;
+             s.vLayer = 3;
+             s.vRange = 500;
+         }},
+        // One texture matched by the levels, one not.
+        {"poly_texture_levels",
+         [](TestProject& t) {
+             t.project.UseTextureLevels = 1;
+             t.project.Distance = {100, 200, 300};
+             t.project.Texture = {"asphalt.bmp", "concrete.r8", "", ""};
+             t.project.Color = {RGB(10, 20, 30), RGB(40, 50, 60), 0, 0};
+             t.Shape(kPoly, kSquare).tDayPath = "concrete.r8";
+             t.Shape(kPoly, kTriangle).tDayPath = "dirt.bmp";
+         }},
+        // The centre-line copies of an unlayered and a layered line.
+        {"centreline",
+         [](TestProject& t) {
+             const PointList line{{-400, 0}, {400, 0}};
+             t.Shape(kWideLine, line).gLineType = 2;
+             ShapeRecord& layered = t.Shape(kWideLine, line);
+             layered.gLineType = 3;
+             layered.vLayer = 1;
+         }},
+        {"dotlines",
+         [](TestProject& t) {
+             // Spacing 30 m at scale .5 is 60 local units; the second segment is shorter than that.
+             ShapeRecord& lights = t.Shape(kDotLine, {{0, 0}, {0, -600}, {40, -600}, {40, -1400}});
+             lights.gComment = "approach";
+             ShapeRecord& dots = t.Shape(kDotLine, {{0, 0}, {100, 0}, {100, 100}});
+             dots.DotLineType = 1;
+             dots.cColor = 30;
+             t.Shape(kDotLine, {{0, 0}, {20, 0}}).vLayer = 2;
+         }},
+    });
 }
 
 TEST(GoldenExport, TexPolyPlainAndLaddered)
@@ -100,32 +108,6 @@ TEST(GoldenExport, WideLinesByTypeAndScale)
 
     t.project.LineScale = 1;
     ExpectGolden("wideline_fixed", ExportOf(t));
-}
-
-TEST(GoldenExport, CentreLineCopies)
-{
-    TestProject t;
-    const PointList line{{-400, 0}, {400, 0}};
-    ShapeRecord& unlayered = t.Shape(kWideLine, line);
-    unlayered.gLineType = 2;
-    ShapeRecord& layered = t.Shape(kWideLine, line);
-    layered.gLineType = 3;
-    layered.vLayer = 1;
-    ExpectGolden("centreline", ExportOf(t));
-}
-
-TEST(GoldenExport, DottedLines)
-{
-    TestProject t;
-    // Spacing 30 m at scale .5 is 60 local units; the second segment is shorter than that.
-    ShapeRecord& lights = t.Shape(kDotLine, {{0, 0}, {0, -600}, {40, -600}, {40, -1400}});
-    lights.gComment = "approach";
-    ShapeRecord& dots = t.Shape(kDotLine, {{0, 0}, {100, 0}, {100, 100}});
-    dots.DotLineType = 1;
-    dots.cColor = 30;
-    ShapeRecord& shortLine = t.Shape(kDotLine, {{0, 0}, {20, 0}});
-    shortLine.vLayer = 2;
-    ExpectGolden("dotlines", ExportOf(t));
 }
 
 TEST(GoldenExport, PointReductionOnExemptShapesOnly)

@@ -6,60 +6,73 @@
 namespace fw::test {
 namespace {
 
-TEST(NavExport, VorWithAndWithoutDme)
+TEST(NavExport, GoldenNavigationObjectsAndFlatten)
 {
-    TestProject t;
-    t.project.Altitude = 520.5;
-    t.project.MagVar = 1.5;
-    ObjectRecord& a = t.Object(kVor, 2000, -1000);
-    a.Frequency() = 112.35;
-    a.ID() = "MUN";
-    a.NavName() = "Munich";
-    ObjectRecord& b = t.Object(kVor, -400, 600);
-    b.DME() = 0;
-    b.Range() = 120;
-    ExpectGolden("vor", ExportOf(t), "export2");
-}
-
-TEST(NavExport, VorFrequencyTakesTheDecimalCommaAndNothingElseDoes)
-{
-    TestProject t;
-    t.separator = ',';
-    t.project.MagVar = -0.5;
-    ObjectRecord& v = t.Object(kVor, 0, 0);
-    v.Frequency() = 108.5;
-    ObjectRecord& n = t.Object(kNdb, 0, 0);
-    n.Frequency() = 385.5;
-    ExpectGolden("vor_comma", ExportOf(t), "export2");
-}
-
-TEST(NavExport, Ndb)
-{
-    TestProject t;
-    t.project.Altitude = 12.25;
-    ObjectRecord& n = t.Object(kNdb, -3000, 2000);
-    n.Frequency() = 344.04;
-    n.Range() = 25;
-    n.ID() = "OBI";
-    n.NavName() = "Obing";
-    ExpectGolden("ndb", ExportOf(t), "export2");
-}
-
-TEST(NavExport, ObjectWithEmptyAndLongParameters)
-{
-    TestProject t;
-    t.project.Altitude = 100;
-    ObjectRecord& o = t.Object(kApi, 500, 500);
-    o.Path() = "/opt/fieldwright/API/fwt_building1.api";
-    o.Rotation = 45.5;
-    o.Range() = 2500;
-    o.Elevation() = 2.5;
-    o.Scale() = 0.5;
-    o.Param7().clear();
-    o.Param9() = "a_very_long_texture_name.bmp";
-    o.Param16() = "exactly_15_char";
-    o.Param17() = "sixteen_chars_xx";
-    ExpectGolden("api", ExportOf(t), "export2");
+    ExpectGoldens({
+        {"vor",
+         [](TestProject& t) {
+             t.project.Altitude = 520.5;
+             t.project.MagVar = 1.5;
+             ObjectRecord& a = t.Object(kVor, 2000, -1000);
+             a.Frequency() = 112.35;
+             a.ID() = "MUN";
+             a.NavName() = "Munich";
+             ObjectRecord& b = t.Object(kVor, -400, 600);
+             b.DME() = 0;
+             b.Range() = 120;
+         }},
+        // The VOR frequency takes the decimal comma and nothing else does.
+        {"vor_comma",
+         [](TestProject& t) {
+             t.separator = ',';
+             t.project.MagVar = -0.5;
+             t.Object(kVor, 0, 0).Frequency() = 108.5;
+             t.Object(kNdb, 0, 0).Frequency() = 385.5;
+         }},
+        {"ndb",
+         [](TestProject& t) {
+             t.project.Altitude = 12.25;
+             ObjectRecord& n = t.Object(kNdb, -3000, 2000);
+             n.Frequency() = 344.04;
+             n.Range() = 25;
+             n.ID() = "OBI";
+             n.NavName() = "Obing";
+         }},
+        // A 3-D object with empty and long parameters.
+        {"api",
+         [](TestProject& t) {
+             t.project.Altitude = 100;
+             ObjectRecord& o = t.Object(kApi, 500, 500);
+             o.Path() = "/opt/fieldwright/API/fwt_building1.api";
+             o.Rotation = 45.5;
+             o.Range() = 2500;
+             o.Elevation() = 2.5;
+             o.Scale() = 0.5;
+             o.Param7().clear();
+             o.Param9() = "a_very_long_texture_name.bmp";
+             o.Param16() = "exactly_15_char";
+             o.Param17() = "sixteen_chars_xx";
+         }},
+        // The initial location under the menu.
+        {"init",
+         [](TestProject& t) {
+             t.project.Name = "Testfield";
+             t.project.Altitude = 448.25;
+             ObjectRecord& i = t.Object(kInit, 300, -200);
+             i.Rotation = 263.5;
+             i.InitName() = "Runway_26";
+         }},
+        // A flatten polygon of ten points uses nine; only the surface box sees the tenth.
+        {"flatten",
+         [](TestProject& t) {
+             t.project.Altitude = 448.5;
+             PointList ten;
+             for (int k = 0; k < 10; ++k)
+                 ten.push_back({k < 5 ? k * 200 : (9 - k) * 200, k < 5 ? 0 : 600 + (k % 2) * 20});
+             ten[9] = {-200, 640};
+             t.Shape(kFlatten, ten);
+         }},
+    }, "export2");
 }
 
 TEST(NavExport, ObjectRangeInKilometresTakesTheDecimalComma)
@@ -73,17 +86,6 @@ TEST(NavExport, ObjectRangeInKilometresTakesTheDecimalComma)
     ExpectWellFormed(text);
     EXPECT_EQ(CountLines(text, "       6                 ;Range (km)"), 1u);
     EXPECT_EQ(CountLines(text, "        1.25             ;Scale"), 1u);
-}
-
-TEST(NavExport, InitialLocationUnderTheMenu)
-{
-    TestProject t;
-    t.project.Name = "Testfield";
-    t.project.Altitude = 448.25;
-    ObjectRecord& i = t.Object(kInit, 300, -200);
-    i.Rotation = 263.5;
-    i.InitName() = "Runway_26";
-    ExpectGolden("init", ExportOf(t), "export2");
 }
 
 void ThreeExcludeAreas(TestProject& t)
@@ -118,18 +120,6 @@ TEST(NavExport, ThreeExcludeAreasInATextExportAndACompilerRun)
     ASSERT_TRUE(ExportTextFile(t.Input(), path, kExportText, "/home/jane/my scenery/airport.bgl"));
     EXPECT_EQ(CountLines(ReadBytes(path), "GenExcl( \"Excl_2.bgl\" 7"), 1u);
     std::remove(path.c_str());
-}
-
-TEST(NavExport, FlattenPolygonOfTenPointsUsesNine)
-{
-    TestProject t;
-    t.project.Altitude = 448.5;
-    PointList ten;
-    for (int k = 0; k < 10; ++k)
-        ten.push_back({k < 5 ? k * 200 : (9 - k) * 200, k < 5 ? 0 : 600 + (k % 2) * 20});
-    ten[9] = {-200, 640}; // only the surface box sees the tenth point
-    t.Shape(kFlatten, ten);
-    ExpectGolden("flatten", ExportOf(t), "export2");
 }
 
 } // namespace

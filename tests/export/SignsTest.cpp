@@ -14,34 +14,22 @@ ObjectRecord& Sign(TestProject& t, const std::string& caption, const std::string
     return s;
 }
 
-TEST(SignExport, LocationBLightedFacingNorth)
+TEST(SignExport, GoldenSigns)
 {
-    TestProject t;
-    Sign(t, "Location_B");
-    ExpectGolden("sign_location_b", ExportOf(t), "export2");
-}
-
-TEST(SignExport, ThreeDimensionalStyleHasNoFootVerticesYetItsFeetBlocks)
-{
-    TestProject t;
-    Sign(t, " Direction_ArrowLeft_a_17", "3D", 90, 200, -100);
-    ExpectGolden("sign_3d", ExportOf(t), "export2");
-}
-
-TEST(SignExport, RunwayInstructionWithArrowsAndNumber33)
-{
-    TestProject t;
-    Sign(t, "RwyInstruction_ArrowLeft_33_ArrowRight Direction_H", "Flat", 30);
-    ExpectGolden("sign_rwyinstruction", ExportOf(t), "export2");
-}
-
-TEST(SignExport, EmptyAndUnknownCaptionsWriteNothingAndTheCounterGoesOn)
-{
-    TestProject t;
-    Sign(t, "");
-    Sign(t, "Taxi_A Location");
-    Sign(t, "Location_B");
-    ExpectGolden("sign_skipped", ExportOf(t), "export2");
+    ExpectGoldens({
+        {"sign_location_b", [](TestProject& t) { Sign(t, "Location_B"); }},
+        // A 3-D sign has no foot vertices, yet its feet blocks.
+        {"sign_3d", [](TestProject& t) { Sign(t, " Direction_ArrowLeft_a_17", "3D", 90, 200, -100); }},
+        {"sign_rwyinstruction",
+         [](TestProject& t) { Sign(t, "RwyInstruction_ArrowLeft_33_ArrowRight Direction_H", "Flat", 30); }},
+        // Empty and unknown captions write nothing, and the counter goes on.
+        {"sign_skipped",
+         [](TestProject& t) {
+             Sign(t, "");
+             Sign(t, "Taxi_A Location");
+             Sign(t, "Location_B");
+         }},
+    }, "export2");
 }
 
 TEST(SignExport, CaptionParsingRules)

@@ -18,36 +18,25 @@ ShapeRecord& TreeLine(TestProject& t, const PointList& pts, int bands, int selec
     return s;
 }
 
-TEST(TreeExport, TwoPointsGiveTwoCapsAroundOneWallPiece)
+TEST(TreeExport, GoldenTreeLines)
 {
-    TestProject t;
-    TreeLine(t, {{0, 0}, {200, 0}}, 8, 0, 20);
-    ExpectGolden("tree_example", ExportOf(t), "export2");
-}
-
-TEST(TreeExport, FourBandsWithSeveralPiecesFoldsThePastTwoFiftySix)
-{
-    TestProject t;
-    ShapeRecord& s = TreeLine(t, {{0, 0}, {400, 0}, {400, 300}, {400, 300}, {0, 300}}, 4, 1, 15);
-    s.gComment = "hedge";
-    s.vTime = 3;
-    s.tLoadflag = {0, 1, 1, 0};
-    s.vRange = 2500;
-    ExpectGolden("tree_bands4", ExportOf(t), "export2");
-}
-
-TEST(TreeExport, EightBandsWithSeveralPieces)
-{
-    TestProject t;
-    TreeLine(t, {{-300, 100}, {-100, -100}, {100, 100}, {300, -100}, {500, 100}}, 8, 3, 12);
-    ExpectGolden("tree_bands8", ExportOf(t), "export2");
-}
-
-TEST(TreeExport, LineOnOneLocalPointKeepsItsFrameOnly)
-{
-    TestProject t;
-    TreeLine(t, {{0, 0}, {1, 0}, {1, 1}}, 8, 0, 20);
-    ExpectGolden("tree_one_point", ExportOf(t), "export2");
+    ExpectGoldens({
+        // Two points give two caps around one wall piece.
+        {"tree_example", [](TestProject& t) { TreeLine(t, {{0, 0}, {200, 0}}, 8, 0, 20); }},
+        // Four bands with several pieces fold past 256.
+        {"tree_bands4",
+         [](TestProject& t) {
+             ShapeRecord& s = TreeLine(t, {{0, 0}, {400, 0}, {400, 300}, {400, 300}, {0, 300}}, 4, 1, 15);
+             s.gComment = "hedge";
+             s.vTime = 3;
+             s.tLoadflag = {0, 1, 1, 0};
+             s.vRange = 2500;
+         }},
+        {"tree_bands8",
+         [](TestProject& t) { TreeLine(t, {{-300, 100}, {-100, -100}, {100, 100}, {300, -100}, {500, 100}}, 8, 3, 12); }},
+        // A line on one local point keeps its frame only.
+        {"tree_one_point", [](TestProject& t) { TreeLine(t, {{0, 0}, {1, 0}, {1, 1}}, 8, 0, 20); }},
+    }, "export2");
 }
 
 // The shaken feet of a forest's wall: each within two units of its outline point (Y negated). They are
