@@ -35,15 +35,6 @@ Extent ExtentOf(const LineSet& lines)
     return e;
 }
 
-TEST(RotateAndPlace, PositiveAnglesTurnClockwiseOnTheCanvas)
-{
-    LineSet l{{{10, 0}, {0, 10}}};
-    RotateAndPlace(l, 90 * kPi / 180, 100, 200);
-    // East turns to south (down the canvas), south to west.
-    EXPECT_EQ(l[0][0], (Point{100, 210}));
-    EXPECT_EQ(l[0][1], (Point{90, 200}));
-}
-
 TEST(ObjectGeometry, VorKeepsItsPixelSizeAtEveryZoom)
 {
     for (double zoom : {0.0625, 0.125, 0.25, 0.5, 1.0, 2.0, 3.0, 4.0}) {
@@ -64,7 +55,7 @@ TEST(ObjectGeometry, NdbAndInitialLocationAreScreenSized)
     LineSet l;
     BuildNdbGeometry(l, Object(kNdb, 0, 0), 0.25);
     EXPECT_EQ(l[0], (PointList{{-400, -200}, {0, 200}, {400, -200}, {-400, -200}}));
-    // At rotation 0 the arrow points up the canvas; at 90 it points east.
+    // At rotation 0 the arrow points up the canvas; at 90 it points east: positive angles turn clockwise.
     BuildInitGeometry(l, Object(kInit, 0, 0, 0), 1.0);
     EXPECT_EQ(l[0], (PointList{{-10, -10}, {0, -20}, {0, 20}, {0, -20}, {10, -10}}));
     BuildInitGeometry(l, Object(kInit, 0, 0, 90), 1.0);
