@@ -52,15 +52,6 @@ TEST(Drawing, TexPolyOfThreePointsKeepsTheUnsetFourthPair)
     EXPECT_EQ(m, (std::array<std::int32_t, 8>{0, 0, 0, 127, 255, 255, -100, -100}));
 }
 
-// The flatten polygon's right click is a scenario script.
-TEST(Drawing, RightClickIgnoredWhileDrawing)
-{
-    EditorFixture f(1.0);
-    f.Run({"tool wideline", "down L " + Px(0, 0), "up L " + Px(0, 0), "down R " + Px(50, 50),
-           "up R " + Px(50, 50)});
-    EXPECT_TRUE(f.ui().Popups().empty());
-}
-
 TEST(Drawing, OnlyOneFlatten)
 {
     EditorFixture f(1.0);

@@ -110,6 +110,12 @@ TEST(Rescale, DialogZeroIsHeldToTwoUnitsAndHundredDoesNothing)
     EditorFixture f(1.0);
     f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}});
     f.SelectShape(0);
+    // Maintain ratio uses the horizontal factor.
+    f.Run({"answer text 200 50 ratio", "command MnuEdscale"});
+    EXPECT_EQ(f.Points(0), (PointList{{-50, -50}, {150, -50}, {150, 150}}));
+    f.Run({"answer text 50 50 ratio", "command MnuEdscale"});
+    ASSERT_EQ(f.Points(0), (PointList{{0, 0}, {100, 0}, {100, 100}}));
+    f.s().dirty = 0;
     f.Run({"answer text 100 100", "command MnuEdscale"});
     EXPECT_EQ(f.s().dirty, 0);
     f.Run({"answer text 0 100 noratio", "command MnuEdscale"});
@@ -121,15 +127,6 @@ TEST(Rescale, DialogZeroIsHeldToTwoUnitsAndHundredDoesNothing)
     EXPECT_EQ(log[log.size() - 2].text, "You entered a wrong value for the horizontal scaling!");
     EXPECT_FALSE(log.back().queued) << "the refused form waits, then closes without an answer";
     EXPECT_EQ(f.Points(0), (PointList{{49, 0}, {51, 0}, {51, 100}}));
-}
-
-TEST(Rescale, MaintainRatioUsesTheHorizontalFactor)
-{
-    EditorFixture f(1.0);
-    f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}});
-    f.SelectShape(0);
-    f.Run({"answer text 200 50 ratio", "command MnuEdscale"});
-    EXPECT_EQ(f.Points(0), (PointList{{-50, -50}, {150, -50}, {150, 150}}));
 }
 
 TEST(Flip, MirrorsAboutTheCentreAndKeepsHeadings)
@@ -204,15 +201,10 @@ TEST(Arrange, SelectionOrderWinsAndNothingIsMarked)
     EXPECT_EQ(f.s().canUndo, 0);
 }
 
-TEST(Arrange, EveryShapeOrObjectsOnlyChangeNothing)
+// Every shape selected is a scenario script; objects alone change nothing either.
+TEST(Arrange, ObjectsOnlyChangeNothing)
 {
     ArrangeFixture f;
-    for (int i = 3; i >= 0; --i)
-        f.SelectShape(i);
-    BringToFront(f.s());
-    SendToBack(f.s());
-    EXPECT_EQ(f.Order(), "s0s1s2s3");
-    f.s().editor.selection.reset();
     f.SelectObject(0);
     SendToBack(f.s());
     EXPECT_EQ(f.Order(), "s0s1s2s3");
