@@ -67,10 +67,8 @@ TEST_F(CompileFixture, SuccessLeavesTheSceneryAndNothingElse)
     const std::string source = ReadBytes(record + ".source");
     EXPECT_EQ(source, ExportOf(t, bgl));
     ExpectWellFormed(source);
-}
 
-TEST_F(CompileFixture, AnEmptyProjectIsCompiledAllTheSame)
-{
+    // An empty project is compiled all the same.
     TestProject empty;
     EXPECT_TRUE(Compile(empty.Input(), program, bgl, process, CompilerCommand{kFake}));
     EXPECT_EQ(ReadBytes(record + ".source"), ExportOf(empty));
