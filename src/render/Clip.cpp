@@ -260,17 +260,16 @@ Quick QuickCase(const ClipWindow& w, const PointList& points)
         minY = std::min(minY, p.Y);
         maxY = std::max(maxY, p.Y);
     }
+    // Wholly beyond any one bound keeps nothing, whatever the other passes would do.
+    bool keepsAll = true;
     for (const Bound& pass : Passes(w)) {
         const std::int32_t lo = pass.onX ? minX : minY;
         const std::int32_t hi = pass.onX ? maxX : maxY;
-        const bool keepsAll = pass.keepBelow ? hi <= pass.b : lo >= pass.b;
-        const bool keepsNone = pass.keepBelow ? lo > pass.b : hi < pass.b;
-        if (keepsNone)
+        if (pass.keepBelow ? lo > pass.b : hi < pass.b)
             return Quick::Nothing;
-        if (!keepsAll)
-            return Quick::Clip;
+        keepsAll = keepsAll && (pass.keepBelow ? hi <= pass.b : lo >= pass.b);
     }
-    return Quick::Whole;
+    return keepsAll ? Quick::Whole : Quick::Clip;
 }
 
 } // namespace

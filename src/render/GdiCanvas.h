@@ -41,10 +41,10 @@ public:
         curX_ = x;
         curY_ = y;
     }
+    void Polygon(const std::vector<PixelPoint>& points) override;
+    void Rectangle(int left, int top, int right, int bottom) override;
 
 protected:
-    // One line from (x0, y0) that leaves out (x1, y1), with the pen selected.
-    virtual void Line(int x0, int y0, int x1, int y1) = 0;
     bool Dotted() const { return pen_.style == PenStyle::Dot && pen_.width <= 1; }
     // The closed outline of a polygon with the pen; the current position stays where it was.
     void Outline(const std::vector<PixelPoint>& points)
@@ -74,6 +74,17 @@ protected:
         return right - left >= 1 && bottom - top >= 1;
     }
 
+    // The rows of pixels a surface paints into; `opaque` the bits above a 0x00RRGGBB colour.
+    struct Rows {
+        std::uint32_t* bits;
+        std::size_t stride;
+        int width;
+        int height;
+        std::uint32_t opaque;
+    };
+    // Where fills go; anything drawn before must be in the rows by then.
+    virtual Rows Surface() = 0;
+
     Pen pen_;
     Brush brush_{Brush::Kind::Solid, 0xFFFFFF}; // a fresh surface's brush is white
     RasterOp rop_ = RasterOp::CopyPen;
@@ -81,6 +92,22 @@ protected:
     int curX_ = 0;
     int curY_ = 0;
     int styleStep_ = 0; // position in the dotted pen's pattern
+
+private:
+    // One line from (x0, y0) that leaves out (x1, y1), with the pen selected.
+    void Line(int x0, int y0, int x1, int y1);
+    void FillSpan(const Rows& rows, int y, int x0, int x1) const;
+    // The inside of a polygon with the brush by the alternate rule: a pixel is inside when its
+    // centre is.
+    void FillPolygon(const Rows& rows, const std::vector<PixelPoint>& points);
+
+    // The polygon fill's working lists, kept so that a frame does not allocate per polygon.
+    struct Edge {
+        double top, bottom, x0, slope;
+    };
+    std::vector<Edge> edges_;
+    std::vector<const Edge*> active_;
+    std::vector<double> xs_;
 };
 
 // The pixels of a line from (x0, y0) that leaves out (x1, y1): one per step along the longer

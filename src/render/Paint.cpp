@@ -25,6 +25,9 @@ void Handle(Canvas& surface, const PixelMap& map, const Point& p, int half = 2)
 {
     const int x = map.X(p.X);
     const int y = map.Y(p.Y);
+    // Off the surface a handle leaves no pixel, not even with a wide pen.
+    if (x + half + 2 < 0 || y + half + 2 < 0 || x - half - 1 > surface.Width() || y - half - 1 > surface.Height())
+        return;
     surface.Rectangle(x - half, y - half, x + half + 1, y + half + 1);
 }
 
@@ -129,10 +132,13 @@ void PaintShapes(const Session& s, const ClipWindow& w, Canvas& surface)
         if (!ShowFlagIsOn(s.showFlags, shape.gType))
             continue;
         if (shape.gType == kForest && shape.gIsConcave == 1) {
-            // A forest must be convex to export: the hatch asks the user to fix it.
-            surface.SelectBrush(hatch);
-            FillClippedPolygon(w, points, surface, map);
-            surface.SelectBrush(white);
+            // A forest must be convex to export: the hatch asks the user to fix it. Wholly beyond
+            // one side of the window it has nothing the clipper would keep.
+            if (BoxOutside(w, shape.gLimits) != 1) {
+                surface.SelectBrush(hatch);
+                FillClippedPolygon(w, points, surface, map);
+                surface.SelectBrush(white);
+            }
         } else {
             ShapeOutline(w, points, shape, surface, map);
         }

@@ -16,8 +16,6 @@ public:
 
     int Width() const override { return width_; }
     int Height() const override { return height_; }
-    void Polygon(const std::vector<PixelPoint>& points) override;
-    void Rectangle(int left, int top, int right, int bottom) override;
     void BlitPixels(int x, int y, int width, int height, const std::vector<std::uint32_t>& pixels) override;
     void FillWhite(int x, int y, int width, int height) override;
     void CopyFrom(const Canvas& source) override;
@@ -29,21 +27,11 @@ public:
     std::uint32_t Pixel(int x, int y) const;
 
 private:
-    void Plot(int x, int y, std::uint32_t rgb);
-    void PenPixel(int x, int y, bool on);
-    void Line(int x0, int y0, int x1, int y1) override;
-    void FillSpan(int y, int x0, int x1);
+    Rows Surface() override;
 
     int width_;
     int height_;
     std::vector<std::uint32_t> pixels_;
-    // The polygon fill's working lists, kept so that a frame does not allocate per polygon.
-    struct Edge {
-        double top, bottom, x0, slope;
-    };
-    std::vector<Edge> edges_;
-    std::vector<const Edge*> active_;
-    std::vector<double> xs_;
 };
 
 // Writes 8-bit RGB as PNG (stored deflate blocks); false when the file can't be written.

@@ -172,13 +172,14 @@ TEST(PaintShapes, ConvexForestAndOtherTypesAreNeverFilledAndEveryShapeHasItsHand
     AddShape(s, kForest, Pts({{0, 0}, {20, 0}, {20, 20}}));
     AddShape(s, kPoly, Pts({{0, -30}, {50, -30}, {10, 0}, {50, 30}, {0, 30}}));
     AddShape(s, kTreeLine, Pts({{0, 0}, {20, 0}, {20, 20}}));
-    AddShape(s, kPoly, Pts({{5000, 5000}, {5000, 5000}, {5000, 5000}})); // out of view: its handle still goes out
+    AddShape(s, kPoly, Pts({{5000, 5000}, {5000, 5000}, {5000, 5000}})); // its handle can't show
+    AddShape(s, kPoly, Pts({{-101, 51}, {-90, 40}, {-90, 51}}));          // its handle shows in part, at a corner
     RecordingCanvas c(200, 100);
     PaintShapes(s, SetClipWindow(s.view), c);
     EXPECT_TRUE(Only(c, "polygon").empty());
-    EXPECT_EQ(test::Segments(c).size(), 3u + 5u + 2u); // the tree line stays open
+    EXPECT_EQ(test::Segments(c).size(), 3u + 5u + 2u + 2u); // the tree line stays open
     ASSERT_EQ(Only(c, "rect").size(), 4u);
-    EXPECT_EQ(Only(c, "rect")[3].args, (std::vector<int>{5098, 5048, 5103, 5053}));
+    EXPECT_EQ(Only(c, "rect")[3].args, (std::vector<int>{-3, 99, 2, 104}));
 }
 
 TEST(PaintShapes, ShowExcludeHidesFlattenInitAndExclude)

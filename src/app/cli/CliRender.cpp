@@ -13,6 +13,9 @@
 #include "render/Bitmap.h"
 #include "render/Paint.h"
 #include "render/RasterCanvas.h"
+#ifdef FW_CLI_QTCANVAS
+#include "platform/qt/QtCanvas.h"
+#endif
 
 namespace fw::cli {
 
@@ -131,10 +134,23 @@ int Render(const Args& args)
     s.view.setOffX(o.offX);
     s.view.setOffY(o.offY);
 
+    // The frame the desktop program would show, on the same canvas.
+#ifdef FW_CLI_QTCANVAS
+    qt::QtCanvas back(o.width, o.height);
+    qt::QtCanvas window(o.width, o.height);
+    PaintFrame(s, window, back);
+    std::vector<std::uint32_t> pixels;
+    pixels.reserve(static_cast<std::size_t>(o.width) * o.height);
+    for (int y = 0; y < o.height; ++y)
+        for (int x = 0; x < o.width; ++x)
+            pixels.push_back(window.Pixel(x, y));
+#else
     RasterCanvas back(o.width, o.height);
     RasterCanvas window(o.width, o.height);
     PaintFrame(s, window, back);
-    if (!WritePng(o.png, window.Width(), window.Height(), window.Pixels())) {
+    const std::vector<std::uint32_t>& pixels = window.Pixels();
+#endif
+    if (!WritePng(o.png, o.width, o.height, pixels)) {
         std::fprintf(stderr, "Unable to write '%s'\n", o.png.c_str());
         return 1;
     }

@@ -69,7 +69,7 @@ void CanvasWidget::PaintNow()
         update();
 }
 
-QImage CanvasWidget::Frame() const { return window_->Image(); }
+QImage CanvasWidget::Frame() const { return window_->Image().copy(); }
 
 void CanvasWidget::resizeEvent(QResizeEvent* event)
 {
