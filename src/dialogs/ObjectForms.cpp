@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/Numbers.h"
+#include "core/SignCaption.h"
 #include "platform/Ui.h"
 
 namespace fw {
@@ -322,47 +323,13 @@ OkResult FormRunway::Ok(const ValueContext& ctx, ObjectRecord& r) const
 
 // ---- Taxiway signs ----
 
-namespace {
-bool RunwayNumberItem(const std::string& item)
-{
-    if (item.empty() || item.size() > 2)
-        return false;
-    for (char c : item)
-        if (c < '0' || c > '9')
-            return false;
-    return std::stoi(item) <= 36;
-}
-} // namespace
-
 SignBuffer ParseSignCaption(const std::string& caption)
 {
     SignBuffer buffer;
-    int next = 0;
-    for (const std::string& piece : SplitWords(caption, ' ')) {
-        if (next >= 5)
-            break;
-        std::vector<std::string> words = SplitWords(piece, '_');
-        if (words.empty())
-            continue;
-        const std::string type = words[0];
-        const bool taken = type == "RwyInstruction" || type == "Direction" || (type == "Location" && words.size() > 1);
-        if (!taken)
-            continue;
-        SignPanelBuffer& p = buffer[next++];
-        p.type = type;
-        if (type == "RwyInstruction") {
-            int arrowSlot = 0;
-            for (std::size_t i = 1; i < words.size(); ++i) {
-                if (RunwayNumberItem(words[i]))
-                    p.items[1] = words[i];
-                else
-                    p.items[arrowSlot] = words[i];
-                arrowSlot = 2;
-            }
-        } else {
-            for (std::size_t i = 1; i < words.size() && i <= 4; ++i)
-                p.items[i - 1] = words[i];
-        }
+    const std::vector<SignCaptionPanel> panels = ParseCaption(caption);
+    for (std::size_t i = 0; i < panels.size() && i < buffer.size(); ++i) {
+        buffer[i].type = panels[i].type;
+        buffer[i].items = panels[i].slot;
     }
     return buffer;
 }

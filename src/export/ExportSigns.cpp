@@ -3,6 +3,7 @@
 #include <cmath>
 #include <vector>
 
+#include "core/SignCaption.h"
 #include "export/ExportItems.h"
 #include "export/ScasmWriter.h"
 
@@ -61,46 +62,13 @@ Style StyleOf(const std::string& text)
     return {};
 }
 
-bool IsRunwayNumber(const std::string& item)
-{
-    if (item.empty())
-        return false;
-    int value = 0;
-    for (char c : item) {
-        if (c < '0' || c > '9')
-            return false;
-        value = std::min(value * 10 + (c - '0'), 1000);
-    }
-    return value <= 36;
-}
-
-std::vector<SignPanel> ParseCaption(const std::string& caption)
+std::vector<SignPanel> ParsePanels(const std::string& caption)
 {
     std::vector<SignPanel> panels;
-    for (const std::string& piece : SplitWords(caption, ' ')) {
-        const std::vector<std::string> words = SplitWords(piece, '_');
-        if (words.empty())
-            continue;
-        const std::string& type = words[0];
-        const bool taken = type == "RwyInstruction" || type == "Direction" || (type == "Location" && words.size() > 1);
-        if (!taken)
-            continue;
+    for (SignCaptionPanel& p : ParseCaption(caption)) {
         SignPanel panel;
-        panel.type = type;
-        int arrowSlot = 0;
-        // Items past the fourth are ignored.
-        for (std::size_t k = 1; k < words.size() && k <= 4; ++k) {
-            const std::string& item = words[k];
-            if (type != "RwyInstruction") {
-                panel.slot[k - 1] = item;
-            } else {
-                if (IsRunwayNumber(item))
-                    panel.slot[1] = item;
-                else
-                    panel.slot[arrowSlot] = item;
-                arrowSlot = 2;
-            }
-        }
+        panel.type = std::move(p.type);
+        panel.slot = std::move(p.slot);
         panels.push_back(std::move(panel));
     }
     return panels;
@@ -291,7 +259,7 @@ bool Shown(const SignPanel& p) { return !(p.slot[0].empty() && p.slot[1].empty()
 
 void ExportSign(ExportContext& ctx, const ObjectRecord& sign, const std::string& indent, int n)
 {
-    std::vector<SignPanel> panels = ParseCaption(sign.Caption());
+    std::vector<SignPanel> panels = ParsePanels(sign.Caption());
     if (panels.empty())
         return;
     const Style style = StyleOf(sign.Style());

@@ -215,6 +215,10 @@ TEST(SignCaption, BufferRoundTripAndEmptyPanels)
     SignBuffer six = ParseSignCaption("Location_A Location_B Location_C Location_D Location_E Location_F");
     EXPECT_EQ(six[4].items[0], "E");
     EXPECT_EQ(BufferToString(six), " Location_A Location_B Location_C Location_D Location_E");
+    // Read as the exporter reads it: a runway number with a leading zero is still a number, and
+    // items past the fourth are dropped.
+    const SignBuffer zero = ParseSignCaption("RwyInstruction_036_ArrowLeft_ArrowUp_ArrowRight_ArrowLeftUp");
+    EXPECT_EQ(zero[0].items, (std::array<std::string, 4>{"", "036", "ArrowRight", ""}));
     EXPECT_EQ(SignCellType(b[2], 0), "RwyInstructionArrow");
     EXPECT_EQ(SignCellType(b[2], 1), "RwyInstruction");
     EXPECT_EQ(SignCells("Direction").size(), 26u + 17u + 5u);
