@@ -69,6 +69,14 @@ double ObjectReach(const ObjectRecord& o, double zoom)
         return std::hypot(std::max<double>(std::abs(o.ExclWidth()), 10 / zoom),
                           std::max<double>(std::abs(o.ExclHeight()), 10 / zoom)) + kRoom;
     case kSign: return 4 + kRoom;
+    case kApi: {
+        // The outline turns about the position: its farthest corner bounds every turn.
+        double far = 0;
+        for (int i = 0; i <= std::min<int>(o.DesignLast, kDesignPoints - 1); ++i)
+            far = std::max({far, std::abs(static_cast<double>(o.DesignPoints[i].X)),
+                            std::abs(static_cast<double>(o.DesignPoints[i].Y))});
+        return 2 * far * std::abs(o.Scale()) * std::sqrt(2.0) + kRoom;
+    }
     default: return std::numeric_limits<double>::infinity();
     }
 }

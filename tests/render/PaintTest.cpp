@@ -182,6 +182,36 @@ TEST(PaintShapes, ConvexForestAndOtherTypesAreNeverFilledAndEveryShapeHasItsHand
     EXPECT_EQ(Only(c, "rect")[3].args, (std::vector<int>{-3, 99, 2, 104}));
 }
 
+TEST(PaintObjects, AnObjectWithACornerInTheWindowIsNeverLeftOut)
+{
+    // Objects are skipped by how far their lines can reach; one that reaches in must still paint.
+    std::mt19937 rng(3);
+    std::uniform_int_distribution<int> pos(-400, 400);
+    std::uniform_int_distribution<int> design(-60, 60);
+    std::uniform_real_distribution<double> turn(0, 360);
+    for (double zoom : {0.25, 2.0}) {
+        Session s = MakeSession(200, 100, zoom);
+        const ClipWindow w = SetClipWindow(s.view);
+        for (int k = 0; k < 300; ++k) {
+            s.stores.ObjectStore.clear();
+            AddObject(s, k % 2 ? kApi : kRunway, pos(rng), pos(rng), turn(rng));
+            ObjectRecord& o = s.stores.ObjectStore[0];
+            for (Point& p : o.DesignPoints)
+                p = {design(rng), design(rng)};
+            LineSet lines;
+            BuildObjectGeometry(lines, o, zoom);
+            bool cornerIn = false;
+            for (const auto& line : lines)
+                for (const Point& p : line)
+                    cornerIn = cornerIn || (p.X > w.xMin && p.X < w.xMax && p.Y > w.yMin && p.Y < w.yMax);
+            RecordingCanvas c(200, 100);
+            PaintObjects(s, w, c);
+            if (cornerIn)
+                ASSERT_FALSE(Only(c, "line").empty()) << "object " << k << " at zoom " << zoom;
+        }
+    }
+}
+
 TEST(PaintShapes, ShowExcludeHidesFlattenInitAndExclude)
 {
     Session s = MakeSession(400, 300);
