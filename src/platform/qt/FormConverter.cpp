@@ -1,5 +1,6 @@
 #include "platform/qt/FormConverter.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -8,6 +9,7 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include "dialogs/SettingsForms.h"
 #include "platform/qt/QtText.h"
@@ -97,6 +99,14 @@ QWidget* LoadConverter(char sep, QWidget* parent)
 void ShowConverter(char sep, QWidget* parent)
 {
     QWidget* w = LoadConverter(sep, parent);
+    // Opened from a dialog, the window has to take input while that dialog waits for its answer:
+    // it becomes a transient of the dialog, which keeps the dialog from blocking it.
+    if (QWidget* modal = QApplication::activeModalWidget(); modal && modal->window() != w) {
+        w->hide();
+        w->winId();
+        if (QWindow* handle = w->windowHandle())
+            handle->setTransientParent(modal->window()->windowHandle());
+    }
     w->show();
     w->raise();
     w->activateWindow();
