@@ -1,4 +1,4 @@
-// The project both paint benchmarks draw: 800 shapes of 80 points and 800 objects over the whole
+// The project the paint benchmark draws: 800 shapes of 80 points and 800 objects over the whole
 // work area, the selection a drag moves, and the segments a full frame sends to the surface.
 #pragma once
 
