@@ -1,6 +1,7 @@
 #include "platform/qt/FormShape.h"
 
 #include <QColorDialog>
+#include <QFontMetrics>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -71,10 +72,20 @@ protected:
             const Point b = model_.corners[(i + 1) % n];
             p.drawLine(a.X, a.Y, b.X, b.Y);
         }
+        const QFontMetrics fm = p.fontMetrics();
         for (int i = 0; i < n; ++i) {
             const Point c = model_.corners[i];
             p.drawRect(c.X - 2, c.Y - 2, 5, 5);
-            p.drawText(c.X + 5, c.Y - 4, QString::number(i + 1));
+            // The number goes above and right of its corner, or flips to the other side at an edge
+            // of the picture, where the default mapping puts corners, so that every number shows.
+            const QString number = QString::number(i + 1);
+            int x = c.X + 5;
+            int y = c.Y - 4;
+            if (x + fm.horizontalAdvance(number) > width())
+                x = c.X - 4 - fm.horizontalAdvance(number);
+            if (y - fm.ascent() < 0)
+                y = c.Y + 5 + fm.ascent();
+            p.drawText(x, y, number);
         }
     }
     void mousePressEvent(QMouseEvent* e) override
@@ -127,8 +138,10 @@ protected:
         const int n = model_.NumBands();
         const int h = BandPictureHeight(n);
         p.fillRect(rect(), palette().window());
+        // The texture at its full 256 rows, cut at the picture's height, so the bands sit at the rows
+        // the export takes them from.
         if (!texture.isNull())
-            p.drawImage(QRect(0, 0, 256, h), texture);
+            p.drawImage(QPoint(0, 0), texture, QRect(0, 0, 256, h));
         p.setPen(palette().button().color());
         for (int i = 1; i <= n; ++i)
             p.drawLine(0, i * BandStep(n) - 1, 255, i * BandStep(n) - 1);
