@@ -36,6 +36,10 @@ bool RunFormTex(const QString& title, const std::string& folder, const std::stri
     auto* picture = new QLabel(&d);
     picture->setFixedSize(128, 128);
     auto* label = new QLabel(&d);
+    // A fixed column, so that the list keeps its width whatever format label a texture has.
+    label->setWordWrap(true);
+    label->setFixedWidth(160);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     const auto show = [&](int row) {
         if (row < 0 || row >= static_cast<int>(names.size()))
             return;
@@ -49,7 +53,13 @@ bool RunFormTex(const QString& title, const std::string& folder, const std::stri
         picture->setPixmap(QPixmap::fromImage(img));
         label->setText(ToQt(l));
     };
-    QObject::connect(list, &QListWidget::currentRowChanged, &d, show);
+    // Only a highlighted entry counts: the list makes its first row current without highlighting
+    // it when it gets the focus, and that row is not the user's choice.
+    const auto selectedRow = [list] {
+        const QList<QListWidgetItem*> items = list->selectedItems();
+        return items.isEmpty() ? -1 : list->row(items.front());
+    };
+    QObject::connect(list, &QListWidget::itemSelectionChanged, &d, [&, selectedRow] { show(selectedRow()); });
     const int at = FindTextureInList(names, current);
     if (at >= 0)
         list->setCurrentRow(at);
@@ -58,12 +68,16 @@ bool RunFormTex(const QString& title, const std::string& folder, const std::stri
     auto* cancel = new QPushButton("&Cancel", &d);
     auto* noTexture = new QPushButton("&No texture", &d);
     noTexture->setVisible(allowNone);
+    ok->setEnabled(selectedRow() >= 0);
+    QObject::connect(list, &QListWidget::itemSelectionChanged, ok,
+                     [ok, selectedRow] { ok->setEnabled(selectedRow() >= 0); });
     std::string chosen;
     bool picked = false;
     QObject::connect(ok, &QPushButton::clicked, &d, [&] {
-        if (list->currentRow() < 0)
+        const int row = selectedRow();
+        if (row < 0)
             return;
-        chosen = names[list->currentRow()];
+        chosen = names[row];
         picked = true;
         d.accept();
     });
