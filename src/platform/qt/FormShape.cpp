@@ -290,7 +290,9 @@ bool RunFormShape(ShapeRecord& record, const ShapeFormContext& c, QWidget* paren
         texList->hide();
         texPicture->hide();
         texLabel->hide();
-        t->addWidget(new QLabel(ToQt(f.textureTabText)), 0, 0);
+        // At the top, as the mapping tab shows its own note.
+        t->addWidget(new QLabel(ToQt(f.textureTabText)), 0, 0, Qt::AlignLeft | Qt::AlignTop);
+        t->setRowStretch(1, 1);
     }
     tabs->addTab(texture, "Texture");
 
