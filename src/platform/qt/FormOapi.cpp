@@ -142,7 +142,10 @@ bool RunFormOapi(ObjectRecord& record, const ValueContext& ctx, ConfigRecord& co
     QObject::connect(edit, &QPushButton::clicked, &form, [&] {
         if (!FileExists(FindPathNoCase(model.path)))
             return missing();
-        QDesktopServices::openUrl(QUrl::fromLocalFile(PathToQt(FindPathNoCase(model.path))));
+        // The desktop's handler for text files is the editor; without one the button would do nothing.
+        const QString file = PathToQt(FindPathNoCase(model.path));
+        if (!QDesktopServices::openUrl(QUrl::fromLocalFile(file)))
+            QMessageBox::information(&form, "Fieldwright", "No text editor could be started for " + file + ".");
     });
     QObject::connect(reset, &QPushButton::clicked, &form, [&] {
         form.Save(model.values);
