@@ -80,8 +80,8 @@ public:
     // FormConvertShape: the chosen type code (1, 3, 4, 5, 7), 0 when cancelled. Its "Settings..."
     // edits the copy of the chosen type in copies (Poly, WideLine, DotLine, TreeLine, Forest).
     virtual int FormConvertShape(std::vector<ShapeRecord>& /*copies*/) { return 0; }
-    // Property dialogs, on a copy; true for OK. Placeholder until the dialogs exist: OK with the
-    // record unchanged.
+    // Property dialogs, on a copy; true for OK. With nobody at the screen they answer OK and
+    // leave the record as it was.
     virtual bool ShapeProperties(ShapeRecord& /*shape*/, const PointList* /*points*/) { return true; }
     // The dialog of a newly drawn shape: it has no Cancel and only OK closes it.
     virtual bool NewShapeProperties(ShapeRecord& shape, const PointList* points) { return ShapeProperties(shape, points); }
