@@ -6,19 +6,6 @@
 
 namespace fw {
 
-namespace {
-// Pixel and world values that leave 32 bits are clamped: the view never faults.
-std::int32_t Round32(double v)
-{
-    const double r = RoundHalfEven(v);
-    if (!(r >= -2147483648.0))
-        return INT32_MIN;
-    if (r > 2147483647.0)
-        return INT32_MAX;
-    return static_cast<std::int32_t>(r);
-}
-} // namespace
-
 std::int32_t COffset::sDiffX() const { return Round32(offX_ * zoom_ + centX_); }
 std::int32_t COffset::sDiffY() const { return Round32(offY_ * zoom_ + centY_); }
 std::int32_t COffset::wdiffX() const { return Round32(centX_ / zoom_ + offX_); }

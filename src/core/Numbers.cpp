@@ -12,6 +12,19 @@ double RoundHalfEven(double v)
     return std::nearbyint(v);
 }
 
+std::int32_t Round32(double v)
+{
+    // Below 2^51 adding and taking away 1.5 * 2^52 rounds half to even in the default rounding
+    // mode, without a call per coordinate.
+    constexpr double kShift = 6755399441055744.0;
+    const double r = v > -2251799813685248.0 && v < 2251799813685248.0 ? (v + kShift) - kShift : RoundHalfEven(v);
+    if (!(r >= -2147483648.0))
+        return INT32_MIN;
+    if (r > 2147483647.0)
+        return INT32_MAX;
+    return static_cast<std::int32_t>(r);
+}
+
 std::optional<std::int32_t> RoundToInt32(double v)
 {
     const double r = RoundHalfEven(v);

@@ -15,6 +15,8 @@ struct OperationFault : std::runtime_error {
 
 // Round to nearest, ties to even.
 double RoundHalfEven(double v);
+// Rounded half to even and clamped to 32 bits: pixel and world values never fault.
+std::int32_t Round32(double v);
 // Rounded value as a 32-bit integer, or nothing when it doesn't fit.
 std::optional<std::int32_t> RoundToInt32(double v);
 std::optional<std::int16_t> RoundToInt16(double v);

@@ -86,14 +86,4 @@ std::int32_t Add32(std::int64_t a, std::int64_t b)
                                                                std::numeric_limits<std::int32_t>::max()));
 }
 
-std::int32_t Round32(double v)
-{
-    const double r = RoundHalfEven(v);
-    if (!(r >= -2147483648.0))
-        return std::numeric_limits<std::int32_t>::min();
-    if (r > 2147483647.0)
-        return std::numeric_limits<std::int32_t>::max();
-    return static_cast<std::int32_t>(r);
-}
-
 } // namespace fw

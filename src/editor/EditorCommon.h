@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "core/Numbers.h"
 #include "core/Session.h"
 #include "platform/Ui.h"
 
@@ -24,7 +25,5 @@ int PointerCursor(Pointer p);
 
 // Integer sum that can't overflow: clamped to 32 bits.
 std::int32_t Add32(std::int64_t a, std::int64_t b);
-// Rounded to 32 bits, clamped at the ends.
-std::int32_t Round32(double v);
 
 } // namespace fw

@@ -165,7 +165,7 @@ std::int32_t CBitmap::TileCount(std::int32_t size)
 {
     if (size < kTileSize)
         size = kTileSize;
-    std::int32_t n = RoundSat(size / static_cast<double>(kTileSize));
+    std::int32_t n = Round32(size / static_cast<double>(kTileSize));
     if (size % kTileSize != 0)
         ++n;
     return n;
@@ -235,7 +235,7 @@ void CBitmap::DeleteGDI()
 void CBitmap::Render(Canvas& surface, std::int32_t x, std::int32_t y, double scale, std::int32_t width,
                      std::int32_t height) const
 {
-    const std::int32_t T = RoundSat(scale * kTileSize);
+    const std::int32_t T = Round32(scale * kTileSize);
     // A tile of no size has nothing to show (and would divide by zero below).
     if (T <= 0 || s_.tiles.empty())
         return;

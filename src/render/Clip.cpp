@@ -8,31 +8,10 @@
 
 namespace fw {
 
-std::int32_t RoundSat(double v)
-{
-    // Below 2^51 adding and taking away 1.5 * 2^52 rounds half to even in the default rounding
-    // mode, without a call per coordinate.
-    constexpr double kShift = 6755399441055744.0;
-    if (v > -2251799813685248.0 && v < 2251799813685248.0) {
-        const double r = (v + kShift) - kShift;
-        if (r < -2147483648.0)
-            return INT32_MIN;
-        if (r > 2147483647.0)
-            return INT32_MAX;
-        return static_cast<std::int32_t>(r);
-    }
-    const double r = RoundHalfEven(v);
-    if (!(r >= -2147483648.0))
-        return INT32_MIN;
-    if (r > 2147483647.0)
-        return INT32_MAX;
-    return static_cast<std::int32_t>(r);
-}
-
 namespace {
 // Pixels are held to 30 bits so that a handle's corners a few pixels off never overflow.
 constexpr std::int32_t kPixelLimit = 1 << 30;
-int PixelOf(double v) { return std::clamp(RoundSat(v), -kPixelLimit, kPixelLimit); }
+int PixelOf(double v) { return std::clamp(Round32(v), -kPixelLimit, kPixelLimit); }
 } // namespace
 
 int PixelMap::X(double x) const { return PixelOf(x * zoom + sx); }
@@ -103,12 +82,12 @@ void ClipAndDrawLine(const ClipWindow& w, std::int32_t x0, std::int32_t y0, std:
             y = y0 + (w.xMin - static_cast<double>(x0)) * dy / dx;
         }
         if (c == c0) {
-            x0 = RoundSat(x);
-            y0 = RoundSat(y);
+            x0 = Round32(x);
+            y0 = Round32(y);
             c0 = OutCode(w, x0, y0);
         } else {
-            x1 = RoundSat(x);
-            y1 = RoundSat(y);
+            x1 = Round32(x);
+            y1 = Round32(y);
             c1 = OutCode(w, x1, y1);
         }
     }
@@ -198,7 +177,7 @@ bool ClipPass(const ClipBuffer& in, ClipBuffer& out, bool onX, std::int32_t b, b
         const double qa = axis(q);
         if ((b - pa) * (b - qa) < 0) {
             const double o = other(p) + (other(q) - other(p)) * (b - pa) / (qa - pa);
-            const Point cross = onX ? Point{b, RoundSat(o)} : Point{RoundSat(o), b};
+            const Point cross = onX ? Point{b, Round32(o)} : Point{Round32(o), b};
             if (!append(cross))
                 return false;
         }

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "core/COffset.h"
+#include "core/Numbers.h"
 #include "core/Records.h"
 #include "platform/Canvas.h"
 
@@ -29,8 +30,6 @@ struct PixelMap {
     int Y(double y) const;
 };
 
-// A 32-bit round half to even that saturates instead of overflowing.
-std::int32_t RoundSat(double v);
 
 // The canvas inset by 10 pixels on every side, in world units.
 ClipWindow SetClipWindow(const COffset& view);

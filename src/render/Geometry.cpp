@@ -9,7 +9,7 @@ namespace fw {
 
 namespace {
 
-std::int32_t R(double v) { return RoundSat(v); }
+std::int32_t R(double v) { return Round32(v); }
 
 // One polyline of a screen-size symbol; the set's storage is kept from the previous object.
 void Scaled(LineSet& lines, std::initializer_list<std::pair<int, int>> table, double zoom)

@@ -56,10 +56,10 @@ double ObjectReach(const ObjectRecord& o, double zoom)
     constexpr double kRoom = 4;
     switch (o.oType) {
     case kRunway: {
-        const double l = std::abs(RoundSat(2 * o.Length() / 3.2808)) / 2.0;
-        const double w = std::abs(RoundSat(2 * o.RwyWidth() / 3.2808)) / 2.0;
-        const double thr = std::max(0, RoundSat(o.ThrOffN() * 2 / 3.2808));
-        const double ext = std::max(0, RoundSat(o.ExtN() * 2 / 3.2808));
+        const double l = std::abs(Round32(2 * o.Length() / 3.2808)) / 2.0;
+        const double w = std::abs(Round32(2 * o.RwyWidth() / 3.2808)) / 2.0;
+        const double thr = std::max(0, Round32(o.ThrOffN() * 2 / 3.2808));
+        const double ext = std::max(0, Round32(o.ExtN() * 2 / 3.2808));
         return std::hypot(l + 155 + thr + ext, w + 10) + kRoom;
     }
     case kVor:
@@ -248,17 +248,17 @@ void PaintSelectedObjects(const Session& s, const ClipWindow& w, Canvas& surface
 GridRange GridBounds(const COffset& view, std::int32_t s)
 {
     const double zoom = view.zoom();
-    std::int32_t left0 = RoundSat(-(view.centX() / zoom + view.offX()) + 10 / zoom);
-    std::int32_t top0 = RoundSat(-(view.centY() / zoom + view.offY()) + 10 / zoom);
+    std::int32_t left0 = Round32(-(view.centX() / zoom + view.offX()) + 10 / zoom);
+    std::int32_t top0 = Round32(-(view.centY() / zoom + view.offY()) + 10 / zoom);
     left0 = std::max(left0, -10000);
     top0 = std::max(top0, -10000);
     GridRange g;
-    g.endX = std::min(RoundSat(view.sWidth() / zoom + left0 - 20 / zoom), 10000);
-    g.endY = std::min(RoundSat(view.sHeight() / zoom + top0 - 20 / zoom), 10000);
-    g.startX = RoundSat(static_cast<double>(s) * RoundSat(static_cast<double>(left0) / s));
+    g.endX = std::min(Round32(view.sWidth() / zoom + left0 - 20 / zoom), 10000);
+    g.endY = std::min(Round32(view.sHeight() / zoom + top0 - 20 / zoom), 10000);
+    g.startX = Round32(static_cast<double>(s) * Round32(static_cast<double>(left0) / s));
     if (g.startX < -10000)
         g.startX += s;
-    g.startY = RoundSat(static_cast<double>(s) * RoundSat(static_cast<double>(top0) / s));
+    g.startY = Round32(static_cast<double>(s) * Round32(static_cast<double>(top0) / s));
     if (g.startY < -10000)
         g.startY += s;
     return g;
@@ -422,8 +422,8 @@ void PaintFrame(const Session& s, Canvas& window, Canvas& back, const GlHooks* g
     CBitmap bitmap(const_cast<CBitmapState&>(s.bitmap));
     if (s.showFlags.ShowBackPicture == 1 && bitmap.isAvailable()) {
         const ShowFlagsRecord& f = s.showFlags;
-        bitmap.Render(back, RoundSat(f.BackImageLeft * view.zoom() + view.sDiffX()),
-                      RoundSat(f.BackImageTop * view.zoom() + view.sDiffY()), f.BackImagescale * view.zoom(),
+        bitmap.Render(back, Round32(f.BackImageLeft * view.zoom() + view.sDiffX()),
+                      Round32(f.BackImageTop * view.zoom() + view.sDiffY()), f.BackImagescale * view.zoom(),
                       view.sWidth(), view.sHeight());
     }
     if (s.showFlags.ShowGrid == 1)
