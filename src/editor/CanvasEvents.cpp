@@ -70,6 +70,17 @@ void EndImageEdit(Session& s) { StopImageFrame(s); }
 // The image frame tests take the pixel as a 16-bit value.
 std::int32_t Pixel16(double v) { return std::clamp(Round32(v), -32768, 32767); }
 
+// A new item stands selected: the view shows it, the tool is put down and the menus follow.
+void ShowNewItem(Session& s)
+{
+    RebuildGL(s);
+    PaintFrame(s);
+    SetCanvasPointer(s, 0);
+    Menu_Enable(s);
+    Menu_EnableToolBar(s);
+    s.editor.EditState = 0;
+}
+
 void PlaceObject(Session& s, const Point& p)
 {
     EditorState& e = s.editor;
@@ -78,12 +89,7 @@ void PlaceObject(Session& s, const Point& p)
     e.selection.reset();
     e.selection.addEntry(index, 1, p.X, p.X, p.Y, p.Y);
     e.selection.setState(3);
-    RebuildGL(s);
-    PaintFrame(s);
-    SetCanvasPointer(s, 0);
-    Menu_Enable(s);
-    Menu_EnableToolBar(s);
-    e.EditState = 0;
+    ShowNewItem(s);
     ObjectRecord copy = s.stores.ObjectStore[index];
     if (!UiOf(s).ObjectProperties(copy)) {
         DeleteSelection(s);
@@ -115,12 +121,7 @@ void FinishShape(Session& s)
     e.selection.reset();
     e.selection.addEntry(index, 0, rec.gLimits[0], rec.gLimits[1], rec.gLimits[2], rec.gLimits[3]);
     e.selection.setState(1);
-    RebuildGL(s);
-    PaintFrame(s);
-    SetCanvasPointer(s, 0);
-    Menu_Enable(s);
-    Menu_EnableToolBar(s);
-    e.EditState = 0;
+    ShowNewItem(s);
     s.dirty = 1;
     rec.gKeep = static_cast<std::int32_t>(s.stores.PointStore[index].size()) - 1;
     if (rec.gType != kFlatten) {
