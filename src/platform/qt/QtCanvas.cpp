@@ -71,15 +71,6 @@ void QtCanvas::FillWhite(int x, int y, int width, int height)
     painter_->fillRect(QRect(x, y, width, height), Qt::white);
 }
 
-// Plain rows of one colour straight into the image: the same pixels the painter's fill would
-// give, without its set-up for every rectangle.
-void QtCanvas::FillArea(const QRect& area, QRgb color)
-{
-    const QRect r = area.intersected(image_.rect());
-    for (int y = r.top(); y <= r.bottom(); ++y)
-        std::fill_n(bits_ + static_cast<std::size_t>(y) * stride_ + r.left(), r.width(), color);
-}
-
 void QtCanvas::CopyFrom(const Canvas& source)
 {
     const auto* src = dynamic_cast<const QtCanvas*>(&source);

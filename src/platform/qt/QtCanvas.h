@@ -1,7 +1,8 @@
-// The Canvas on a QImage, painted with QPainter without antialiasing so that every pixel lands
-// where the GDI would put it: lines leave out their last pixel, rectangles their right and bottom
-// edge, polygons fill by the alternate rule, the dotted pen is three on and three off, the
-// forward diagonal hatch runs down to the right on an 8-pixel grid from the surface's corner.
+// The Canvas on a QImage. Every pixel lands where the GDI would put it: lines leave out their last
+// pixel, rectangles their right and bottom edge, polygons fill by the alternate rule, the dotted
+// pen is three on and three off, the forward diagonal hatch runs down to the right on an 8-pixel
+// grid from the surface's corner. Lines and fills are set into the image's rows by the shared GDI
+// walk and span fill; QPainter, without antialiasing, clears, copies and draws the pictures.
 #pragma once
 
 #include <QImage>
@@ -36,7 +37,6 @@ public:
 private:
     void SetMode(QPainter::CompositionMode mode) const;
     Rows Surface() override;
-    void FillArea(const QRect& area, QRgb color);
     QImage Wrap(int width, int height, const std::vector<std::uint32_t>& pixels) const;
 
     QImage image_;
