@@ -5,11 +5,13 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <QWindow>
+
+#include <algorithm>
 
 #include "dialogs/SettingsForms.h"
 #include "platform/qt/QtText.h"
@@ -18,7 +20,14 @@ namespace fw::qt {
 
 namespace {
 
-QPointer<QWidget> gConverter;
+// The one converter window, loaded hidden at start or by the first dialog that asks for it.
+QWidget* FindConverter()
+{
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->objectName() == "FormConverter")
+            return w;
+    return nullptr;
+}
 
 QComboBox* List(const std::vector<std::string>& items, const QString& name)
 {
@@ -34,8 +43,8 @@ QComboBox* List(const std::vector<std::string>& items, const QString& name)
 
 QWidget* LoadConverter(char sep, QWidget* parent)
 {
-    if (gConverter)
-        return gConverter;
+    if (QWidget* loaded = FindConverter())
+        return loaded;
     auto* w = new QWidget(parent, Qt::Tool);
     w->setObjectName("FormConverter");
     w->setWindowTitle("Converter");
@@ -92,7 +101,6 @@ QWidget* LoadConverter(char sep, QWidget* parent)
     auto* layout = new QVBoxLayout(w);
     layout->addWidget(tabs);
     w->hide();
-    gConverter = w;
     return w;
 }
 
@@ -106,6 +114,18 @@ void ShowConverter(char sep, QWidget* parent)
         w->winId();
         if (QWindow* handle = w->windowHandle())
             handle->setTransientParent(modal->window()->windowHandle());
+    }
+    // Shown the first time beside the window that asked, then where the user leaves it.
+    if (!w->testAttribute(Qt::WA_Moved) && parent != nullptr) {
+        w->adjustSize();
+        const QRect owner = parent->window()->frameGeometry();
+        const QScreen* screen = parent->window()->screen();
+        const QRect room = screen != nullptr ? screen->availableGeometry() : owner;
+        int x = owner.right() + 8;
+        if (x + w->width() > room.right())
+            x = owner.left() - 8 - w->width();
+        w->move(std::clamp(x, room.left(), std::max(room.left(), room.right() - w->width())),
+                std::clamp(owner.top(), room.top(), std::max(room.top(), room.bottom() - w->height())));
     }
     w->show();
     w->raise();
