@@ -260,9 +260,8 @@ bool FillClippedPolygon(const ClipWindow& w, const PointList& points, Canvas& su
         OutlineInstead(w, points, surface, map);
         return false;
     }
-    // The pixels of one call; kept between calls so that a frame does not allocate per polygon.
-    thread_local std::vector<PixelPoint> pixels;
-    pixels.clear();
+    std::vector<PixelPoint> pixels;
+    pixels.reserve(kClipBufferLast + 4);
     switch (n > 0 && n <= kQuickLast ? QuickCase(w, points) : Quick::Clip) {
     case Quick::Nothing:
         surface.Polygon(pixels);
