@@ -30,7 +30,6 @@ struct PixelMap {
     int Y(double y) const;
 };
 
-
 // The canvas inset by 10 pixels on every side, in world units.
 ClipWindow SetClipWindow(const COffset& view);
 int OutCode(const ClipWindow& w, std::int32_t x, std::int32_t y);

@@ -17,34 +17,22 @@ void GdiCanvas::Line(int x0, int y0, int x1, int y1)
     const bool mask = rop_ == RasterOp::MaskPen;
     const bool paintGaps = styled && bkMode_ == BkMode::Opaque;
     const int offsets = pen_.width >= 2 ? 4 : 1; // a wide pen covers the 2 by 2 below and right
-    auto at = [&rows](int x, int y) -> std::uint32_t* {
+    auto at = [&rows](std::int64_t x, std::int64_t y) -> std::uint32_t* {
         if (x < 0 || y < 0 || x >= rows.width || y >= rows.height)
             return nullptr;
-        return rows.bits + static_cast<std::size_t>(y) * rows.stride + x;
+        return rows.bits + static_cast<std::size_t>(y) * rows.stride + static_cast<std::size_t>(x);
     };
-    if (!styled && !mask && offsets == 1) {
-        // Level and upright lines, the grid's and the handles', as runs.
-        if ((y0 == y1) != (x0 == x1)) {
-            const bool level = y0 == y1;
-            const std::int64_t a = level ? x0 : y0;
-            const std::int64_t b = level ? x1 : y1;
-            const std::int64_t lo = std::max<std::int64_t>(b > a ? a : b + 1, 0);
-            const std::int64_t hi = std::min<std::int64_t>(b > a ? b - 1 : a, (level ? rows.width : rows.height) - 1);
-            const int fixed = level ? y0 : x0;
-            if (lo > hi || fixed < 0 || fixed >= (level ? rows.height : rows.width))
-                return;
-            if (level)
-                std::fill_n(at(static_cast<int>(lo), fixed), hi - lo + 1, color);
-            else
-                for (std::int64_t y = lo; y <= hi; ++y)
-                    *at(fixed, static_cast<int>(y)) = color;
-            return;
-        }
-        const auto w = static_cast<unsigned>(rows.width);
-        const auto h = static_cast<unsigned>(rows.height);
-        for (std::int64_t i = walk.first; i <= walk.last; ++i, walk.Next())
-            if (static_cast<unsigned>(walk.x) < w && static_cast<unsigned>(walk.y) < h)
-                rows.bits[static_cast<std::size_t>(walk.y) * rows.stride + static_cast<unsigned>(walk.x)] = color;
+    // A plain level or upright line, the grid's and the handles', is one run: from the start up
+    // to the end, which is left out.
+    if (!styled && !mask && offsets == 1 && (y0 == y1) != (x0 == x1)) {
+        const bool level = y0 == y1;
+        const std::int64_t a = level ? x0 : y0;
+        const std::int64_t b = level ? x1 : y1;
+        for (std::int64_t m = std::max<std::int64_t>(std::min(a, b + 1), -1),
+                          end = std::min<std::int64_t>(std::max(a, b - 1), level ? rows.width : rows.height);
+             m <= end; ++m)
+            if (std::uint32_t* px = level ? at(m, y0) : at(x0, m))
+                *px = color;
         return;
     }
     for (std::int64_t i = walk.first; i <= walk.last; ++i, walk.Next()) {

@@ -82,7 +82,7 @@ protected:
         int height;
         std::uint32_t opaque;
     };
-    // Where fills go; anything drawn before must be in the rows by then.
+    // Where lines and fills go; anything drawn otherwise before must be in the rows by then.
     virtual Rows Surface() = 0;
 
     Pen pen_;
