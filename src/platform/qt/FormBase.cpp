@@ -168,4 +168,10 @@ void AddRow(QGridLayout* grid, const QString& label, QWidget* field, const QStri
         grid->addWidget(new QLabel(after), row, 2);
 }
 
+int SelectedRow(const QListWidget* list)
+{
+    const QList<QListWidgetItem*> items = list->selectedItems();
+    return items.isEmpty() ? -1 : list->row(items.front());
+}
+
 } // namespace fw::qt

@@ -13,6 +13,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QSlider>
 
 #include "dialogs/FormValues.h"
@@ -77,5 +78,8 @@ private:
 
 // A label and a widget in the next row of a grid.
 void AddRow(QGridLayout* grid, const QString& label, QWidget* field, const QString& after = {});
+// The highlighted row of a texture list, -1 for none. A list makes its first row current without
+// highlighting it when it gets the focus; that row is not the user's choice.
+int SelectedRow(const QListWidget* list);
 
 } // namespace fw::qt

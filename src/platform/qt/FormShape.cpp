@@ -456,11 +456,9 @@ bool RunFormShape(ShapeRecord& record, const ShapeFormContext& c, QWidget* paren
         } else {
             texLabel->setText("(Texture not found)");
         }
-        // Only a highlighted entry is a choice: the list makes its first row current without
-        // highlighting it when it gets the focus, which must not replace a texture not in the list.
+        // Only a highlighted entry replaces the texture, also one not in the list.
         QObject::connect(texList, &QListWidget::itemSelectionChanged, &form, [&] {
-            const QList<QListWidgetItem*> items = texList->selectedItems();
-            const int row = items.isEmpty() ? -1 : texList->row(items.front());
+            const int row = SelectedRow(texList);
             if (row < 0 || row >= static_cast<int>(names.size()))
                 return;
             model.values["Texture"] = names[row];

@@ -13,6 +13,7 @@
 
 #include "core/Helpers.h"
 #include "dialogs/FormShape.h"
+#include "platform/qt/FormBase.h"
 #include "platform/qt/FormShape.h"
 #include "platform/qt/QtText.h"
 #include "render/Texture.h"
@@ -53,12 +54,7 @@ bool RunFormTex(const QString& title, const std::string& folder, const std::stri
         picture->setPixmap(QPixmap::fromImage(img));
         label->setText(ToQt(l));
     };
-    // Only a highlighted entry counts: the list makes its first row current without highlighting
-    // it when it gets the focus, and that row is not the user's choice.
-    const auto selectedRow = [list] {
-        const QList<QListWidgetItem*> items = list->selectedItems();
-        return items.isEmpty() ? -1 : list->row(items.front());
-    };
+    const auto selectedRow = [list] { return SelectedRow(list); };
     QObject::connect(list, &QListWidget::itemSelectionChanged, &d, [&, selectedRow] { show(selectedRow()); });
     const int at = FindTextureInList(names, current);
     if (at >= 0)
