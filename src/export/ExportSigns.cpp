@@ -36,9 +36,8 @@ struct SignFoot {
     std::array<std::int32_t, 2> vertex{};
 };
 
-struct SignPanel {
-    std::string type;
-    std::array<std::string, 4> slot;
+// A panel of the caption with what the export builds for it.
+struct SignPanel : SignCaptionPanel {
     std::vector<SignElement> elements;
     std::array<SignFoot, 2> feet{}; // never filled on a sign without feet: its vertices stay 0
     std::array<Corner, 4> back{};
@@ -67,8 +66,7 @@ std::vector<SignPanel> ParsePanels(const std::string& caption)
     std::vector<SignPanel> panels;
     for (SignCaptionPanel& p : ParseCaption(caption)) {
         SignPanel panel;
-        panel.type = std::move(p.type);
-        panel.slot = std::move(p.slot);
+        static_cast<SignCaptionPanel&>(panel) = std::move(p);
         panels.push_back(std::move(panel));
     }
     return panels;
