@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs with apt-get what a fresh Debian 12 machine lacks to build and run Fieldwright.
 set -euo pipefail
-packages=(build-essential cmake ninja-build pkg-config qt6-base-dev libgl-dev libglu1-mesa-dev
+packages=(build-essential cmake ninja-build pkg-config qt6-base-dev libgl-dev libglu1-mesa-dev libegl-dev
+          libgl1-mesa-dri libegl-mesa0 libglx-mesa0
           libgtest-dev libgmock-dev libbenchmark-dev xvfb xauth)
 missing=()
 for p in "${packages[@]}"; do

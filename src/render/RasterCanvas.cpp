@@ -1,5 +1,7 @@
 #include "render/RasterCanvas.h"
 
+#include "files/TextFile.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -176,12 +178,9 @@ std::vector<unsigned char> EncodePng(int width, int height, const std::vector<st
 
 bool WritePng(const std::string& path, int width, int height, const std::vector<std::uint32_t>& pixels)
 {
+    // Through a temporary file, so that a full disk never leaves a cut picture.
     const std::vector<unsigned char> bytes = EncodePng(width, height, pixels);
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    if (!out)
-        return false;
-    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    return static_cast<bool>(out);
+    return WriteTextReplacing(path, std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()), false);
 }
 
 } // namespace fw

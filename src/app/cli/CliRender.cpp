@@ -10,7 +10,9 @@
 #include "files/ProjectFlows.h"
 #include "files/TextFile.h"
 #include "platform/Ui.h"
+#include "platform/gl/OpenGl.h"
 #include "render/Bitmap.h"
+#include "render/GlView.h"
 #include "render/Paint.h"
 #include "render/RasterCanvas.h"
 #ifdef FW_CLI_QTCANVAS
@@ -22,7 +24,8 @@ namespace fw::cli {
 namespace {
 
 constexpr const char* kRenderUsage =
-    "usage: fieldwright-cli render FILE.fwt OUT.png [--size WxH] [--zoom Z] [--offset X Y]\n"
+    "usage: fieldwright-cli render FILE.fwt OUT.png [--opengl] [--size WxH] [--zoom Z] [--offset X Y]\n"
+    "  --opengl  the OpenGL view: shapes filled and textured, no display needed\n"
     "  --size    canvas size in pixels (default 800x600)\n"
     "  --zoom    pixels per world unit (default 0.25, the zoom of an opened project)\n"
     "  --offset  the view's pan offset offX offY in world units (default 0 0)\n";
@@ -45,6 +48,7 @@ struct RenderOptions {
     double zoom = 0.25;
     std::int32_t offX = 0;
     std::int32_t offY = 0;
+    bool opengl = false;
 };
 
 bool ParseOptions(const Args& args, RenderOptions& o)
@@ -52,7 +56,9 @@ bool ParseOptions(const Args& args, RenderOptions& o)
     std::vector<std::string> positional;
     for (std::size_t i = 0; i < args.size(); ++i) {
         const std::string& a = args[i];
-        if (a == "--size" && i + 1 < args.size()) {
+        if (a == "--opengl") {
+            o.opengl = true;
+        } else if (a == "--size" && i + 1 < args.size()) {
             const std::string& v = args[++i];
             const auto x = v.find('x');
             long long w = 0;
@@ -100,6 +106,32 @@ bool ParseOptions(const Args& args, RenderOptions& o)
     return true;
 }
 
+// The GL view's frame in a context of its own: textures loaded, list built, frame read back.
+bool RenderOpenGl(const Session& s, int width, int height, std::vector<std::uint32_t>& pixels)
+{
+    HeadlessGlContext context;
+    std::string error;
+    if (!context.Create(error)) {
+        std::fprintf(stderr, "Unable to render with OpenGL: %s\n", error.c_str());
+        return false;
+    }
+    OpenGl gl;
+    GlFramebuffer frame;
+    if (!GlSetup(gl) || !frame.Resize(width, height)) {
+        std::fprintf(stderr, "Unable to render with OpenGL: the context has no tessellator or framebuffer\n");
+        return false;
+    }
+    GlTextureTable table;
+    GlLoadTextures(s, gl, table);
+    GlBuildList(s, gl, table);
+    GlFrame(s, gl);
+    pixels.assign(static_cast<std::size_t>(width) * height, 0);
+    frame.Read(pixels.data(), width);
+    frame.Release();
+    gl.Release();
+    return true;
+}
+
 } // namespace
 
 int Render(const Args& args)
@@ -133,6 +165,17 @@ int Render(const Args& args)
     s.view.setZoom(o.zoom);
     s.view.setOffX(o.offX);
     s.view.setOffY(o.offY);
+
+    if (o.opengl) {
+        std::vector<std::uint32_t> pixels;
+        if (!RenderOpenGl(s, o.width, o.height, pixels))
+            return 1;
+        if (!WritePng(o.png, o.width, o.height, pixels)) {
+            std::fprintf(stderr, "Unable to write '%s'\n", o.png.c_str());
+            return 1;
+        }
+        return 0;
+    }
 
     // The frame the desktop program would show, on the same canvas.
 #ifdef FW_CLI_QTCANVAS

@@ -1,0 +1,180 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "render/GlView.h"
+#include "render/RecordingGl.h"
+#include "render/RenderTestSupport.h"
+
+namespace fw {
+namespace {
+
+using test::AddShape;
+using test::MakeSession;
+using test::Pts;
+using test::RecordingGl;
+
+void Select(Session& s, int shape, int state)
+{
+    const ShapeRecord& r = s.stores.ShapeStore[shape];
+    s.editor.selection.reset();
+    s.editor.selection.addEntry(shape, 0, r.gLimits[0], r.gLimits[1], r.gLimits[2], r.gLimits[3]);
+    s.editor.selection.setState(static_cast<std::uint8_t>(state));
+}
+
+TEST(GlList, FillsThenPlainOutlinesThenSelectedOnesWithHandlesBakedAtTheZoom)
+{
+    Session s = MakeSession(400, 300, 0.5);
+    AddShape(s, kWideLine, Pts({{0, 0}, {10, 0}}));
+    AddShape(s, kPoly, Pts({{0, 0}, {100, 0}, {100, 100}}));
+    s.stores.ShapeStore[1].gIsColored = 1;
+    s.stores.ShapeStore[1].cColor = RGB(10, 20, 30);
+    s.stores.ShapeStore[1].cTransparency = 8;
+    AddShape(s, kForest, Pts({{0, 0}, {50, 0}, {50, 50}}));
+    Select(s, 0, 2);
+
+    RecordingGl gl;
+    GlTextureTable table;
+    GlBuildList(s, gl, table);
+    ASSERT_EQ(gl.calls.front(), "NewList 1 4864");
+    EXPECT_EQ(gl.calls.back(), "EndList");
+    const auto colours = gl.Only("Color4ub");
+    // The fill at transparency * 17, the two unselected outlines in black (each with its white
+    // handle), then the selected line in green with a handle at every point.
+    const std::vector<std::string> expected = {
+        "Color4ub 10 20 30 136", "Color4ub 0 0 0 255",   "Color4ub 255 255 255 255", "Color4ub 0 0 0 255",
+        "Color4ub 0 0 0 255",   "Color4ub 255 255 255 255", "Color4ub 0 0 0 255",   "Color4ub 0 255 0 255",
+        "Color4ub 255 255 255 255", "Color4ub 0 255 0 255", "Color4ub 255 255 255 255", "Color4ub 0 255 0 255"};
+    EXPECT_EQ(colours, expected);
+    // Line loop for the closed Poly and Forest, line strip for the wide line.
+    const auto begins = gl.Only("Begin");
+    EXPECT_EQ(begins[0], "Begin 2");
+    EXPECT_EQ(begins[3], "Begin 2");
+    EXPECT_EQ(begins[6], "Begin 3");
+    // At zoom 0.5 the handle runs from 2 units before the point to 6 after, Y turned over.
+    const auto corners = gl.Only("Vertex2d");
+    EXPECT_EQ(corners[0], "Vertex2d -2 2");
+    EXPECT_EQ(corners[2], "Vertex2d 6 -6");
+    const auto line = gl.Only("Vertex2f");
+    EXPECT_EQ(line[1], "Vertex2f 100 0");
+    EXPECT_EQ(line[2], "Vertex2f 100 -100");
+}
+
+TEST(GlList, StateColoursAndNothingForStateZero)
+{
+    for (auto [state, colour] : std::vector<std::pair<int, std::string>>{
+             {1, "Color4ub 255 0 0 255"}, {3, "Color4ub 0 0 255 255"}, {0, ""}}) {
+        Session s = MakeSession(400, 300);
+        AddShape(s, kPoly, Pts({{0, 0}, {100, 0}, {100, 100}}));
+        Select(s, 0, state);
+        RecordingGl gl;
+        GlBuildList(s, gl, GlTextureTable{});
+        const auto colours = gl.Only("Color4ub");
+        if (colour.empty())
+            EXPECT_EQ(gl.Only("Begin 2").size(), 0u) << "a selected shape of state 0 has no outline";
+        else
+            EXPECT_EQ(colours[colours.size() - 3], colour) << state;
+    }
+}
+
+TEST(GlList, NoShapesKeepsTheOldList)
+{
+    Session s = MakeSession(400, 300);
+    RecordingGl gl;
+    GlBuildList(s, gl, GlTextureTable{});
+    EXPECT_TRUE(gl.calls.empty());
+}
+
+TEST(GlList, TexturedPolyTilesFromItsBoxCornerAndTexPolyTakesItsMap)
+{
+    Session s = MakeSession(400, 300);
+    AddShape(s, kPoly, Pts({{100, 50}, {612, 50}, {612, 306}}));
+    s.stores.ShapeStore[0].gIsColored = 0;
+    s.stores.ShapeStore[0].tDayPath = "GRASS.BMP";
+    AddShape(s, kTexPoly, Pts({{0, 0}, {10, 0}, {10, 10}, {0, 10}}));
+    ShapeRecord& tex = s.stores.ShapeStore[1];
+    tex.tDayPath = "missing.bmp";
+    tex.mTexMap = {256, 0, 0, 0, 0, 512, 256, 512};
+    s.editor.selection.setState(1);
+
+    GlTextureTable table;
+    table.add("None");
+    table.add("grass.bmp");
+    RecordingGl gl;
+    GlBuildList(s, gl, table);
+    const auto v = gl.Only("TessVertex");
+    ASSERT_EQ(v.size(), 7u);
+    EXPECT_EQ(v[0], "TessVertex 100 -50 0 0 0");
+    EXPECT_EQ(v[1], "TessVertex 612 -50 0 2 0");
+    EXPECT_EQ(v[2], "TessVertex 612 -306 0 2 1");
+    EXPECT_EQ(v[3], "TessVertex 0 -0 0 1 0");
+    EXPECT_EQ(v[5], "TessVertex 10 -10 0 0 2");
+    // Names compare without regard to case; a name not in the table is the checker, name 1.
+    const auto binds = gl.Only("BindTexture");
+    ASSERT_EQ(binds.size(), 2u);
+    EXPECT_EQ(binds[0], "BindTexture 3553 2");
+    EXPECT_EQ(binds[1], "BindTexture 3553 1");
+    EXPECT_EQ(gl.Only("Color4ub 255 255 255 255").size() >= 2, true);
+    EXPECT_EQ(gl.Only("Enable 3553").size(), 2u);
+    EXPECT_EQ(gl.Only("Disable 3553").size(), 2u);
+}
+
+TEST(GlTextures, CheckerFirstThenEachReadableTextureOnce)
+{
+    const auto dir = std::filesystem::temp_directory_path() / "fw_gl_textures";
+    std::filesystem::remove_all(dir);
+    std::filesystem::create_directories(dir);
+    auto write = [&dir](const std::string& name, const std::vector<unsigned char>& bytes) {
+        std::ofstream(dir / name, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()),
+                                                          static_cast<std::streamsize>(bytes.size()));
+    };
+    write("a.bmp", test::Bmp24(64, 64, 0x123456));
+    write("wide.bmp", test::Bmp24(64, 32, 0x123456));
+
+    Session s = MakeSession(400, 300);
+    s.config.TEXPath = dir.string();
+    for (const char* name : {"a.bmp", "A.BMP", "wide.bmp", "gone.bmp", "a.bmp"}) {
+        AddShape(s, kPoly, Pts({{0, 0}, {1, 0}, {1, 1}}));
+        s.stores.ShapeStore.back().tDayPath = name;
+    }
+    AddShape(s, kDotLine, Pts({{0, 0}, {1, 0}}));
+    s.stores.ShapeStore.back().tDayPath = "a2.bmp";
+
+    RecordingGl gl;
+    GlTextureTable table;
+    table.add("stale");
+    GlLoadTextures(s, gl, table);
+    ASSERT_EQ(table.count(), 2);
+    EXPECT_EQ(table.entries()[0].name, "None");
+    EXPECT_EQ(table.entries()[1].name, "a.bmp");
+    EXPECT_EQ(table.find("A.bmp"), 2u);
+    EXPECT_EQ(table.find("a.bm"), 1u);
+    EXPECT_EQ(gl.Only("TexImage2D"), (std::vector<std::string>{"TexImage2D 32 32 128", "TexImage2D 64 64 255"}));
+    EXPECT_EQ(gl.Only("BindTexture"), (std::vector<std::string>{"BindTexture 3553 1", "BindTexture 3553 2"}));
+    std::filesystem::remove_all(dir);
+}
+
+TEST(GlSetupAndFrame, SetUpOnceAndProjectTheWindowWithYTurnedOver)
+{
+    RecordingGl gl;
+    EXPECT_TRUE(GlSetup(gl));
+    EXPECT_EQ(gl.calls, (std::vector<std::string>{"Enable 3042", "BlendFunc 770 771", "ClearColor 1 1 1 1",
+                                                  "Hint 3152 4354", "Hint 3153 4354", "Disable 2929"}));
+    gl.tessOk = false;
+    EXPECT_FALSE(GlSetup(gl));
+
+    Session s = MakeSession(400, 300, 0.5, 100, -40);
+    RecordingGl frame;
+    GlFrame(s, frame);
+    const Point topLeft = ScreenToWorld(s.view, 0, 0);
+    const Point bottomRight = ScreenToWorld(s.view, 400, 300);
+    char ortho[96];
+    std::snprintf(ortho, sizeof ortho, "Ortho2D %d %d %d %d", topLeft.X, bottomRight.X, -bottomRight.Y, -topLeft.Y);
+    EXPECT_EQ(frame.calls, (std::vector<std::string>{"MatrixMode 5889", "LoadIdentity", ortho, "MatrixMode 5888",
+                                                     "LoadIdentity", "Clear 16384", "PushMatrix", "CallList 1",
+                                                     "PopMatrix"}));
+}
+
+} // namespace
+} // namespace fw
