@@ -141,7 +141,7 @@ void EndMovingEdit(Session& s, bool changed)
     if (changed)
         MarkChanged(s, true);
     s.editor.EditState = 0;
-    RebuildGL(s, true);
+    RebuildGL(s);
     PaintFrame(s);
 }
 
@@ -577,7 +577,7 @@ void CanvasKeyDown(Session& s, int keyCode, int /*shift*/)
             if (static_cast<int>(s.stores.PointStore[shape].size()) - 1 < kMaxPoints) {
                 UndoPrepare(s);
                 if (InsertPoint(s) == 1) {
-                    RebuildGL(s, true);
+                    RebuildGL(s);
                     MarkChanged(s, true);
                     PaintFrame(s);
                 }

@@ -56,7 +56,7 @@ constexpr Toggle kToggles[] = {
 void SetZoom(Session& s, double zoom)
 {
     s.view.setZoom(zoom);
-    RebuildGL(s, true);
+    RebuildGL(s);
     PaintFrame(s);
 }
 
@@ -168,7 +168,7 @@ bool RunCommand(Session& s, const std::string& name)
         if (name == t.command) {
             std::uint8_t& f = s.showFlags.*(t.flag);
             f = f == 1 ? 0 : 1;
-            RebuildGL(s, true);
+            RebuildGL(s);
             PaintFrame(s);
             return true;
         }
@@ -204,17 +204,17 @@ bool RunCommand(Session& s, const std::string& name)
         MnuSconvertshapeto(s);
     else if (name == "MnuSback" || name == "MnuC3") {
         SendToBack(s);
-        RebuildGL(s, true);
+        RebuildGL(s);
         PaintFrame(s);
     } else if (name == "MnuSfront" || name == "MnuC3bringtofront") {
         BringToFront(s);
-        RebuildGL(s, true);
+        RebuildGL(s);
         PaintFrame(s);
     } else if (name == "MnuBshowall") {
         auto& f = s.showFlags;
         f.ShowPoly = f.ShowTexPoly = f.ShowWideLine = f.ShowDotLine = f.ShowTreeLine = 1;
         f.ShowAPI = f.ShowRunway = f.ShowNav = f.ShowExclude = 1;
-        RebuildGL(s, true);
+        RebuildGL(s);
         PaintFrame(s);
     } else if (name == "MnuBedit") {
         MnuBedit(s);
@@ -223,7 +223,7 @@ bool RunCommand(Session& s, const std::string& name)
         PaintFrame(s);
     } else if (name == "MnuBshowgrid") {
         s.showFlags.ShowGrid = s.showFlags.ShowGrid == 1 ? 0 : 1;
-        RebuildGL(s, true);
+        RebuildGL(s);
         PaintFrame(s);
     } else if (name == "MnuC2centerHere") {
         s.view.setOffX(Add32(0, -static_cast<std::int64_t>(s.editor.memory.ContextPoint.X)));

@@ -88,7 +88,7 @@ void RunImmediate(Session& s, F transform)
     transform(s.editor.work);
     EndWorkingCopy(s);
     MarkChanged(s, true);
-    RebuildGL(s, true);
+    RebuildGL(s);
     PaintFrame(s);
 }
 
@@ -313,7 +313,7 @@ void MnuSconvertshapeto(Session& s)
         rec = chosen;
         rec.gLimits = ComputeLimits(s.stores.PointStore[i]);
     }
-    RebuildGL(s, true);
+    RebuildGL(s);
     PaintFrame(s);
 }
 

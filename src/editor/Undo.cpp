@@ -51,7 +51,7 @@ void Undo(Session& s)
     CopyScene(e.UndoLast.stores, s.stores);
     CopySelectionState(e.UndoLast.selection, e.selection);
     CopySnapshot(e.UndoNext, e.UndoLast);
-    RebuildGL(s, true);
+    RebuildGL(s);
     PaintFrame(s);
 }
 
@@ -149,7 +149,7 @@ void MnuEpaste(Session& s)
     }
     sel.setState(3);
     MarkChanged(s, true);
-    RebuildGL(s, true);
+    RebuildGL(s);
     PaintFrame(s);
 }
 

@@ -185,7 +185,7 @@ bool LoadProject(Session& s, const std::string& path, const FlowHooks& hooks)
     s.recent.addPath(path, s.ui);
     s.config.FWTPath = GetFolderFromPath(path);
     Call(hooks.titleChanged, s);
-    Call(hooks.redraw, s);
+    Call(hooks.redrawOpened ? hooks.redrawOpened : hooks.redraw, s);
     return true;
 }
 

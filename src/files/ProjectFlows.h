@@ -25,6 +25,9 @@ struct FlowHooks {
     std::function<void(Session&)> resetTool;
     // Rebuild the OpenGL list when active, and paint the plan again.
     std::function<void(Session&)> redraw;
+    // The same after a project was opened, when the OpenGL view also loads its textures; redraw
+    // without it.
+    std::function<void(Session&)> redrawOpened;
 };
 
 // Window states as the window system reports them.

@@ -66,7 +66,8 @@ public:
 
     // The plan view is out of date: paint it again (PaintFrame).
     virtual void Repaint() {}
-    // The OpenGL display list is out of date; full also rebuilds the shapes' tessellation.
+    // The OpenGL display list is out of date; full loads the textures again first (after a
+    // project is opened and after the shape properties dialog).
     virtual void RebuildGLList(bool /*full*/) {}
     // Pops up a canvas menu at the pointer: "MnuClick2", "MnuClick3" or "MnuSelection".
     virtual void PopupMenu(const std::string& /*name*/) {}

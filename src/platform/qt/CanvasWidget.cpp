@@ -11,6 +11,7 @@
 #include "editor/CanvasEvents.h"
 #include "platform/Ui.h"
 #include "platform/qt/QtCanvas.h"
+#include "platform/qt/GlPlanView.h"
 #include "render/Paint.h"
 
 namespace fw::qt {
@@ -52,13 +53,35 @@ void CanvasWidget::MakeBuffers()
     window_ = std::make_unique<QtCanvas>(session_.view.sWidth(), session_.view.sHeight());
     painted_ = false;
     ++buffersMade_;
+    if (glView_ != nullptr)
+        glView_->Resize(session_.view.sWidth(), session_.view.sHeight());
+}
+
+void CanvasWidget::setGlView(GlPlanView* view)
+{
+    glView_ = view;
+    if (glView_ != nullptr)
+        glView_->Resize(session_.view.sWidth(), session_.view.sHeight());
+    painted_ = false;
 }
 
 bool CanvasWidget::Compose()
 {
     if (session_.windowReady != 1)
         return false;
-    fw::PaintFrame(session_, *window_, *back_);
+    if (glView_ != nullptr) {
+        // The GL frame is read into the back buffer, which then stands for the window's buffer
+        // that a swap would show.
+        GlHooks gl;
+        gl.glFrame = [this](Canvas& window) {
+            glView_->Frame(session_, *back_);
+            window.CopyFrom(*back_);
+        };
+        gl.swapBuffers = [this] { window_->CopyFrom(*back_); };
+        fw::PaintFrame(session_, *window_, *back_, &gl);
+    } else {
+        fw::PaintFrame(session_, *window_, *back_);
+    }
     painted_ = true;
     return true;
 }

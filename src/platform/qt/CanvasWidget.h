@@ -12,6 +12,7 @@
 
 namespace fw::qt {
 
+class GlPlanView;
 class QtCanvas;
 
 class CanvasWidget : public QWidget {
@@ -28,6 +29,8 @@ public:
     void PaintNow();
     // The window canvas as last painted, sWidth by sHeight (at least 1 by 1).
     QImage Frame() const;
+    // In OpenGL mode the full frame comes from the GL view; nullptr for the ordinary view.
+    void setGlView(GlPlanView* view);
     // How many times the back buffer was made (one per resize that changed nothing else).
     int buffersMade() const { return buffersMade_; }
     // Runs editor work; the main window puts its fault guard here. Default: a fault becomes a
@@ -69,6 +72,7 @@ private:
     Session& session_;
     std::unique_ptr<QtCanvas> back_;
     std::unique_ptr<QtCanvas> window_;
+    GlPlanView* glView_ = nullptr;
     std::function<void(const std::function<void()>&)> guard_;
     bool painted_ = false;
     int buffersMade_ = 0;

@@ -22,6 +22,8 @@ int GLContext::Create()
     format.setBlueBufferSize(5);
     format.setDepthBufferSize(16);
     format.setVersion(1, 1);
+    // The fixed-function calls of the view are real calls only in a compatibility context.
+    format.setProfile(QSurfaceFormat::CompatibilityProfile);
 
     int steps = 0;
     context_ = std::make_unique<QOpenGLContext>();
@@ -42,6 +44,8 @@ int GLContext::Create()
         Release();
     return steps;
 }
+
+bool GLContext::MakeCurrent() { return context_ && surface_ && context_->makeCurrent(surface_.get()); }
 
 void GLContext::Release()
 {

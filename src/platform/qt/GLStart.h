@@ -22,6 +22,8 @@ public:
     // Not current any more, and deleted; nothing happens without a context.
     void Release();
     bool active() const { return context_ != nullptr; }
+    // Current again on its surface before the view draws; false without a context.
+    bool MakeCurrent();
     QOpenGLContext* context() const { return context_.get(); }
 
 private:

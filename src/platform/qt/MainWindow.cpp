@@ -20,6 +20,7 @@
 #include "files/ProjectFlows.h"
 #include "platform/qt/CanvasWidget.h"
 #include "platform/qt/GLStart.h"
+#include "platform/qt/GlPlanView.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtUi.h"
 #include "platform/qt/ToolIcons.h"
@@ -371,21 +372,37 @@ bool MainWindow::Load()
     session_.windowReady = 1;
     canvas_->PaintNow();
 
-    if (session_.openGLActive == 1) {
-        const int steps = createOpenGL_ ? createOpenGL_() : gl_->Create();
-        if (steps != 3) {
-            gl_->Release();
-            if (hooks_.openGLFailed)
-                hooks_.openGLFailed();
-            // The user starts again; the next start runs without OpenGL.
-            closing_ = true;
-            timer1_.stop();
-            close();
-            if (hooks_.endProgram)
-                hooks_.endProgram();
-            return false;
-        }
+    if (session_.openGLActive == 1 && !StartOpenGL()) {
+        gl_->Release();
+        if (hooks_.openGLFailed)
+            hooks_.openGLFailed();
+        // The user starts again; the next start runs without OpenGL.
+        closing_ = true;
+        timer1_.stop();
+        close();
+        if (hooks_.endProgram)
+            hooks_.endProgram();
+        return false;
     }
+    return true;
+}
+
+bool MainWindow::StartOpenGL()
+{
+    if (createOpenGL_)
+        return createOpenGL_() == 3;
+    if (gl_->Create() != 3)
+        return false;
+    // The state, the tessellator and the framebuffer belong to the set-up: any of them failing
+    // fails the start as a context would.
+    glView_ = std::make_unique<GlPlanView>(*gl_);
+    if (!glView_->Setup(session_.view.sWidth(), session_.view.sHeight())) {
+        glView_.reset();
+        return false;
+    }
+    canvas_->setGlView(glView_.get());
+    ui_.setGlRebuild([this](bool full) { glView_->Rebuild(session_, full); });
+    canvas_->PaintNow();
     return true;
 }
 
@@ -490,8 +507,12 @@ void MainWindow::closeEvent(QCloseEvent* event)
     }
     // Release the renderer: the OpenGL context when there is one, else the image; the canvas's
     // resources go with the widget.
-    if (gl_->active())
+    if (gl_->active()) {
+        ui_.setGlRebuild({});
+        canvas_->setGlView(nullptr);
+        glView_.reset();
         gl_->Release();
+    }
     else
         session_.bitmap = CBitmapState{};
     timer1_.stop();

@@ -22,6 +22,7 @@ namespace fw::qt {
 
 class CanvasWidget;
 class GLContext;
+class GlPlanView;
 class QtUi;
 
 // What the window asks of the rest of the program at exit. Each may be left empty.
@@ -113,7 +114,10 @@ private:
     QToolBar* toolBar_ = nullptr;
     CanvasWidget* canvas_ = nullptr;
     QTimer timer1_;
+    // The context and the GL view's set-up; false when the start failed.
+    bool StartOpenGL();
     std::unique_ptr<GLContext> gl_;
+    std::unique_ptr<GlPlanView> glView_;
     std::function<int()> createOpenGL_;
     bool closing_ = false;
 };

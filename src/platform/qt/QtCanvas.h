@@ -31,6 +31,13 @@ public:
 
     // The picture so far (RGB32); valid while the canvas lives.
     const QImage& Image() const { return image_; }
+    // The pixels for a whole frame written from outside (the OpenGL view's read-back): the first
+    // row's first pixel, and the values from one row to the next in stride.
+    std::uint32_t* FrameBits(int& stride)
+    {
+        stride = static_cast<int>(stride_);
+        return reinterpret_cast<std::uint32_t*>(bits_);
+    }
     // 0x00RRGGBB of one pixel, 0 off the surface.
     std::uint32_t Pixel(int x, int y) const;
 

@@ -28,6 +28,8 @@ public:
     void setSession(Session* session) { session_ = session; }
     // Where PopupMenu finds a menu by its name.
     void setMenuLookup(std::function<QMenu*(const QString&)> lookup) { menuLookup_ = std::move(lookup); }
+    // Who rebuilds the OpenGL list; nobody until the OpenGL view has started.
+    void setGlRebuild(std::function<void(bool)> rebuild) { glRebuild_ = std::move(rebuild); }
 
     void Message(const std::string& text, MessageStyle style, const std::string& title = {}) override;
     Answer AskYesNoCancel(const std::string& text, const std::string& title = {}) override;
@@ -40,6 +42,11 @@ public:
     bool OpenExternal(const std::string& pathOrUrl) override;
     void ShowScasmStatus(const std::string& text, const std::string& logPath) override;
     void Repaint() override;
+    void RebuildGLList(bool full) override
+    {
+        if (glRebuild_)
+            glRebuild_(full);
+    }
     bool ProjectSettings(ProjectRecord& project, bool newProject) override;
     // Pops up "MnuClick2", "MnuClick3" or "MnuSelection" at the pointer and waits for the choice.
     void PopupMenu(const std::string& name) override;
@@ -58,6 +65,7 @@ private:
     QPointer<QWidget> parent_;
     QPointer<QWidget> canvas_;
     Session* session_ = nullptr;
+    std::function<void(bool)> glRebuild_;
     std::function<QMenu*(const QString&)> menuLookup_;
     bool waitCursor_ = false;
 };

@@ -39,6 +39,10 @@ FlowHooks WindowFlowHooks(MainWindow& window, Session& session)
         RebuildGL(s);
         PaintFrame(s);
     };
+    h.redrawOpened = [](Session& s) {
+        RebuildGL(s, true);
+        PaintFrame(s);
+    };
     return h;
 }
 
