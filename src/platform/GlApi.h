@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 namespace fw {
 
@@ -36,6 +37,20 @@ inline constexpr unsigned kModulate = 0x2100;
 inline constexpr unsigned kRgba = 0x1908;
 inline constexpr unsigned kUnsignedByte = 0x1401;
 } // namespace gl
+
+// What the tessellator made of one polygon: primitives, each its mode and the indices of its
+// vertices in the polygon's vertex buffer.
+struct GlPrimitives {
+    std::vector<unsigned> modes;
+    std::vector<std::uint32_t> starts; // where each primitive's indices begin in indices
+    std::vector<std::uint32_t> indices;
+    void clear()
+    {
+        modes.clear();
+        starts.clear();
+        indices.clear();
+    }
+};
 
 class GlApi {
 public:
@@ -71,16 +86,17 @@ public:
     virtual void Vertex2d(double x, double y) = 0;
     virtual void Color4ub(std::uint8_t r, std::uint8_t g, std::uint8_t b, std::uint8_t a) = 0;
 
-    // The one tessellator: false when it can't be made. Its callbacks are begin (Begin), end (End)
-    // and vertex: the vertex callback takes the five doubles at the address given to TessVertex,
-    // the texture coordinates behind the position.
+    virtual void TexCoord2dv(const double* st) = 0;
+    virtual void Vertex3dv(const double* xyz) = 0;
+
+    // The one tessellator: false when it can't be made.
     virtual bool NewTess() = 0;
-    virtual void TessBeginPolygon() = 0;
-    virtual void TessBeginContour() = 0;
-    // xyzst stays where it is until TessEndPolygon.
-    virtual void TessVertex(const double* xyzst) = 0;
-    virtual void TessEndContour() = 0;
-    virtual void TessEndPolygon() = 0;
+    // One polygon of one contour through the tessellator, whose begin, vertex and end callbacks
+    // are kept in out instead of being called at once, so that a shape that didn't change needn't
+    // be tessellated again. vertices: five doubles each, the position and the texture
+    // coordinates; they stay where they are until this returns. A polygon the tessellator can't
+    // make (one that crosses itself, as there is no combine callback) gives nothing.
+    virtual void Tessellate(const std::vector<double>& vertices, GlPrimitives& out) = 0;
 };
 
 } // namespace fw

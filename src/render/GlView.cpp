@@ -32,17 +32,23 @@ void Upload(GlApi& gl, unsigned name, std::int32_t width, std::int32_t height, c
     gl.TexImage2D(width, height, rgba.data());
 }
 
-// Five doubles a vertex, X, -Y, 0 and the texture coordinates, so that the vertex callback's
-// copy of the two values behind the position never reads outside the buffer. The buffer is
-// filled before the polygon begins and doesn't move until it ends.
-void Tessellate(GlApi& gl, const std::vector<double>& vertices)
+// Five doubles a vertex: X, -Y, 0 and the texture coordinates. Each vertex of a primitive is sent
+// as the tessellator's vertex callback does: the two values behind the position as texture
+// coordinates, then the position.
+void Tessellate(GlApi& gl, GlFillCache& fills, std::size_t index, const std::vector<double>& v)
 {
-    gl.TessBeginPolygon();
-    gl.TessBeginContour();
-    for (std::size_t i = 0; i + 5 <= vertices.size(); i += 5)
-        gl.TessVertex(&vertices[i]);
-    gl.TessEndContour();
-    gl.TessEndPolygon();
+    const GlPrimitives& p = fills.Fill(gl, index, v);
+    for (std::size_t k = 0; k < p.modes.size(); ++k) {
+        const std::size_t end = k + 1 < p.starts.size() ? p.starts[k + 1] : p.indices.size();
+        gl.Begin(p.modes[k]);
+        for (std::size_t i = p.starts[k]; i < end; ++i) {
+            const double* vertex = &v[5 * static_cast<std::size_t>(p.indices[i])];
+            const double st[2] = {vertex[3], vertex[4]};
+            gl.TexCoord2dv(st);
+            gl.Vertex3dv(vertex);
+        }
+        gl.End();
+    }
 }
 
 void PushVertex(std::vector<double>& v, const Point& p, double s, double t)
@@ -54,12 +60,13 @@ void PushVertex(std::vector<double>& v, const Point& p, double s, double t)
     v.push_back(t);
 }
 
-void TexturedFill(GlApi& gl, const GlTextureTable& table, const ShapeRecord& record, const std::vector<double>& v)
+void TexturedFill(GlApi& gl, const GlTextureTable& table, GlFillCache& fills, std::size_t index,
+                  const ShapeRecord& record, const std::vector<double>& v)
 {
     gl.Color4ub(255, 255, 255, 255);
     gl.Enable(gl::kTexture2D);
     gl.BindTexture(gl::kTexture2D, table.find(record.tDayPath));
-    Tessellate(gl, v);
+    Tessellate(gl, fills, index, v);
     gl.Disable(gl::kTexture2D);
 }
 
@@ -92,6 +99,26 @@ void Handle(GlApi& gl, const Point& p, std::int32_t colour, double zoom)
 bool Closed(std::uint8_t type) { return type == kPoly || type == kTexPoly || type == kFlatten || type == kForest; }
 
 } // namespace
+
+const GlPrimitives& GlFillCache::Fill(GlApi& gl, std::size_t index, const std::vector<double>& vertices)
+{
+    if (entries_.size() <= index)
+        entries_.resize(index + 1);
+    Entry& e = entries_[index];
+    if (!e.made || e.vertices != vertices) {
+        e.vertices = vertices;
+        gl.Tessellate(e.vertices, e.primitives);
+        e.made = true;
+        ++tessellations_;
+    }
+    return e.primitives;
+}
+
+void GlFillCache::Trim(std::size_t count)
+{
+    if (entries_.size() > count)
+        entries_.resize(count);
+}
 
 bool GlTextureTable::add(const std::string& name)
 {
@@ -161,7 +188,8 @@ void GlLoadTextures(const Session& s, GlApi& gl, GlTextureTable& table)
     }
 }
 
-void GlPaintPoly(GlApi& gl, const GlTextureTable& table, const PointList& points, const ShapeRecord& record)
+void GlPaintPoly(GlApi& gl, const GlTextureTable& table, GlFillCache& fills, std::size_t index, const PointList& points,
+                 const ShapeRecord& record)
 {
     std::vector<double> v;
     v.reserve(points.size() * 5);
@@ -170,17 +198,18 @@ void GlPaintPoly(GlApi& gl, const GlTextureTable& table, const PointList& points
             PushVertex(v, p, 0.0, 0.0);
         const std::int32_t c = record.cColor;
         gl.Color4ub(Red(c), Green(c), Blue(c), static_cast<std::uint8_t>(record.cTransparency * 17));
-        Tessellate(gl, v);
+        Tessellate(gl, fills, index, v);
         return;
     }
     const double minX = record.gLimits[0];
     const double minY = record.gLimits[2];
     for (const Point& p : points)
         PushVertex(v, p, (p.X - minX) / 256.0, (p.Y - minY) / 256.0);
-    TexturedFill(gl, table, record, v);
+    TexturedFill(gl, table, fills, index, record, v);
 }
 
-void GlPaintTexPoly(GlApi& gl, const GlTextureTable& table, const PointList& points, const ShapeRecord& record)
+void GlPaintTexPoly(GlApi& gl, const GlTextureTable& table, GlFillCache& fills, std::size_t index,
+                    const PointList& points, const ShapeRecord& record)
 {
     std::vector<double> v;
     v.reserve(points.size() * 5);
@@ -189,7 +218,7 @@ void GlPaintTexPoly(GlApi& gl, const GlTextureTable& table, const PointList& poi
         const std::size_t k = i < 4 ? i : 3;
         PushVertex(v, points[i], record.mTexMap[2 * k] / 256.0, record.mTexMap[2 * k + 1] / 256.0);
     }
-    TexturedFill(gl, table, record, v);
+    TexturedFill(gl, table, fills, index, record, v);
 }
 
 void GlPaintOutline(GlApi& gl, const PointList& points, bool closed, std::int32_t colour, bool showPoints,
@@ -208,20 +237,22 @@ void GlPaintOutline(GlApi& gl, const PointList& points, bool closed, std::int32_
             Handle(gl, points[i], colour, zoom);
 }
 
-void GlBuildList(const Session& s, GlApi& gl, const GlTextureTable& table)
+void GlBuildList(const Session& s, GlApi& gl, const GlTextureTable& table, GlFillCache& fills)
 {
     const int count = s.stores.ShapeCount();
     if (count < 1)
         return;
     const CSelection& sel = s.editor.selection;
     const double zoom = s.view.zoom();
+    fills.Trim(static_cast<std::size_t>(count));
     gl.NewList(kGlShapeList, gl::kCompile);
     for (int i = 0; i < count; ++i) {
         const ShapeRecord& r = s.stores.ShapeStore[i];
+        const auto index = static_cast<std::size_t>(i);
         if (r.gType == kPoly)
-            GlPaintPoly(gl, table, s.stores.PointStore[i], r);
+            GlPaintPoly(gl, table, fills, index, s.stores.PointStore[i], r);
         else if (r.gType == kTexPoly)
-            GlPaintTexPoly(gl, table, s.stores.PointStore[i], r);
+            GlPaintTexPoly(gl, table, fills, index, s.stores.PointStore[i], r);
     }
     for (int i = 0; i < count; ++i)
         if (sel.shapeIsSelected(i) != 1)

@@ -34,6 +34,29 @@ private:
     std::vector<GlTextureEntry> entries_;
 };
 
+// The tessellator's primitives of each shape's fill, with the vertices they were made from: the
+// list is compiled anew after every edit, and only a fill whose vertices changed is tessellated
+// again.
+class GlFillCache {
+public:
+    // The primitives of the fill of the shape at index, whose vertex buffer is vertices.
+    const GlPrimitives& Fill(GlApi& gl, std::size_t index, const std::vector<double>& vertices);
+    // Forgets the shapes from count on.
+    void Trim(std::size_t count);
+    void clear() { entries_.clear(); }
+    // How many polygons went through the tessellator so far.
+    int tessellations() const { return tessellations_; }
+
+private:
+    struct Entry {
+        std::vector<double> vertices;
+        GlPrimitives primitives;
+        bool made = false;
+    };
+    std::vector<Entry> entries_;
+    int tessellations_ = 0;
+};
+
 inline constexpr unsigned kGlShapeList = 1;
 
 // Once after the context is made current: blending, white clear colour, hints, the tessellator.
@@ -49,13 +72,16 @@ void GlLoadTextures(const Session& s, GlApi& gl, GlTextureTable& table);
 
 // Compiles list 1 anew from the shapes: fills, unselected outlines, selected outlines. Nothing
 // happens without shapes, so the old list stays.
-void GlBuildList(const Session& s, GlApi& gl, const GlTextureTable& table);
+void GlBuildList(const Session& s, GlApi& gl, const GlTextureTable& table, GlFillCache& fills);
 
 // Sets the projection of the current view, clears and replays the list. The caller swaps.
 void GlFrame(const Session& s, GlApi& gl);
 
-void GlPaintPoly(GlApi& gl, const GlTextureTable& table, const PointList& points, const ShapeRecord& record);
-void GlPaintTexPoly(GlApi& gl, const GlTextureTable& table, const PointList& points, const ShapeRecord& record);
+// The fills of the shape at index.
+void GlPaintPoly(GlApi& gl, const GlTextureTable& table, GlFillCache& fills, std::size_t index, const PointList& points,
+                 const ShapeRecord& record);
+void GlPaintTexPoly(GlApi& gl, const GlTextureTable& table, GlFillCache& fills, std::size_t index,
+                    const PointList& points, const ShapeRecord& record);
 void GlPaintOutline(GlApi& gl, const PointList& points, bool closed, std::int32_t colour, bool showPoints,
                     double zoom);
 

@@ -72,7 +72,7 @@ protected:
     void Render()
     {
         GlLoadTextures(s_, gl_, table_);
-        GlBuildList(s_, gl_, table_);
+        GlBuildList(s_, gl_, table_, fills_);
         GlFrame(s_, gl_);
         pixels_.assign(200 * 200, 0);
         frame_.Read(pixels_.data(), 200);
@@ -93,6 +93,7 @@ protected:
     OpenGl gl_;
     GlFramebuffer frame_;
     GlTextureTable table_;
+    GlFillCache fills_;
     std::filesystem::path dir_;
     Session s_;
     std::vector<std::uint32_t> pixels_;

@@ -36,7 +36,8 @@ TEST(GlList, FillsThenPlainOutlinesThenSelectedOnesWithHandlesBakedAtTheZoom)
 
     RecordingGl gl;
     GlTextureTable table;
-    GlBuildList(s, gl, table);
+    GlFillCache fills;
+    GlBuildList(s, gl, table, fills);
     ASSERT_EQ(gl.calls.front(), "NewList 1 4864");
     EXPECT_EQ(gl.calls.back(), "EndList");
     const auto colours = gl.Only("Color4ub");
@@ -47,11 +48,13 @@ TEST(GlList, FillsThenPlainOutlinesThenSelectedOnesWithHandlesBakedAtTheZoom)
         "Color4ub 0 0 0 255",   "Color4ub 255 255 255 255", "Color4ub 0 0 0 255",   "Color4ub 0 255 0 255",
         "Color4ub 255 255 255 255", "Color4ub 0 255 0 255", "Color4ub 255 255 255 255", "Color4ub 0 255 0 255"};
     EXPECT_EQ(colours, expected);
-    // Line loop for the closed Poly and Forest, line strip for the wide line.
+    // The fill's primitives, then a line loop for the closed Poly and Forest, a line strip for
+    // the wide line.
     const auto begins = gl.Only("Begin");
-    EXPECT_EQ(begins[0], "Begin 2");
-    EXPECT_EQ(begins[3], "Begin 2");
-    EXPECT_EQ(begins[6], "Begin 3");
+    EXPECT_EQ(begins[0], "Begin 6");
+    EXPECT_EQ(begins[1], "Begin 2");
+    EXPECT_EQ(begins[4], "Begin 2");
+    EXPECT_EQ(begins[7], "Begin 3");
     // At zoom 0.5 the handle runs from 2 units before the point to 6 after, Y turned over.
     const auto corners = gl.Only("Vertex2d");
     EXPECT_EQ(corners[0], "Vertex2d -2 2");
@@ -69,7 +72,8 @@ TEST(GlList, StateColoursAndNothingForStateZero)
         AddShape(s, kPoly, Pts({{0, 0}, {100, 0}, {100, 100}}));
         Select(s, 0, state);
         RecordingGl gl;
-        GlBuildList(s, gl, GlTextureTable{});
+        GlFillCache fills;
+        GlBuildList(s, gl, GlTextureTable{}, fills);
         const auto colours = gl.Only("Color4ub");
         if (colour.empty())
             EXPECT_EQ(gl.Only("Begin 2").size(), 0u) << "a selected shape of state 0 has no outline";
@@ -82,7 +86,8 @@ TEST(GlList, NoShapesKeepsTheOldList)
 {
     Session s = MakeSession(400, 300);
     RecordingGl gl;
-    GlBuildList(s, gl, GlTextureTable{});
+    GlFillCache fills;
+        GlBuildList(s, gl, GlTextureTable{}, fills);
     EXPECT_TRUE(gl.calls.empty());
 }
 
@@ -102,7 +107,8 @@ TEST(GlList, TexturedPolyTilesFromItsBoxCornerAndTexPolyTakesItsMap)
     table.add("None");
     table.add("grass.bmp");
     RecordingGl gl;
-    GlBuildList(s, gl, table);
+    GlFillCache fills;
+    GlBuildList(s, gl, table, fills);
     const auto v = gl.Only("TessVertex");
     ASSERT_EQ(v.size(), 7u);
     EXPECT_EQ(v[0], "TessVertex 100 -50 0 0 0");
@@ -115,9 +121,43 @@ TEST(GlList, TexturedPolyTilesFromItsBoxCornerAndTexPolyTakesItsMap)
     ASSERT_EQ(binds.size(), 2u);
     EXPECT_EQ(binds[0], "BindTexture 3553 2");
     EXPECT_EQ(binds[1], "BindTexture 3553 1");
-    EXPECT_EQ(gl.Only("Color4ub 255 255 255 255").size() >= 2, true);
+    // Each vertex as the vertex callback sends it: its texture coordinates, then its position.
+    const auto sent = gl.Only("TexCoord2dv");
+    ASSERT_EQ(sent.size(), 7u);
+    EXPECT_EQ(sent[1], "TexCoord2dv 2 0");
+    EXPECT_EQ(gl.Only("Vertex3dv")[1], "Vertex3dv 612 -50 0");
     EXPECT_EQ(gl.Only("Enable 3553").size(), 2u);
     EXPECT_EQ(gl.Only("Disable 3553").size(), 2u);
+}
+
+TEST(GlList, OnlyAFillWhoseVerticesChangedIsTessellatedAgain)
+{
+    Session s = MakeSession(400, 300);
+    for (int i = 0; i < 3; ++i)
+        AddShape(s, kPoly, Pts({{0, 0}, {100 + i, 0}, {100, 100}}));
+    RecordingGl gl;
+    GlFillCache fills;
+    GlBuildList(s, gl, GlTextureTable{}, fills);
+    EXPECT_EQ(fills.tessellations(), 3);
+    const std::vector<std::string> first = gl.calls;
+
+    gl.calls.clear();
+    GlBuildList(s, gl, GlTextureTable{}, fills);
+    EXPECT_EQ(fills.tessellations(), 3);
+    std::vector<std::string> replayed = first;
+    std::erase_if(replayed, [](const std::string& c) { return c.rfind("Tess", 0) == 0; });
+    EXPECT_EQ(gl.calls, replayed) << "the same list without the tessellator";
+
+    s.stores.PointStore[1][2].Y = 90;
+    s.stores.ShapeStore[2].gIsColored = 1; // colour only: texture coordinates go, vertices change
+    GlBuildList(s, gl, GlTextureTable{}, fills);
+    EXPECT_EQ(fills.tessellations(), 5);
+    // Shapes moved down the store by a delete take their own fills, never a stale one.
+    s.stores.PointStore.erase(s.stores.PointStore.begin());
+    s.stores.ShapeStore.erase(s.stores.ShapeStore.begin());
+    gl.calls.clear();
+    GlBuildList(s, gl, GlTextureTable{}, fills);
+    EXPECT_EQ(gl.Only("Tessellate").size(), 2u);
 }
 
 TEST(GlTextures, CheckerFirstThenEachReadableTextureOnce)

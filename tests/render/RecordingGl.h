@@ -42,12 +42,21 @@ public:
     {
         Add("Color4ub %u %u %u %u", r, g, b, a);
     }
+    void TexCoord2dv(const double* st) override { Add("TexCoord2dv %g %g", st[0], st[1]); }
+    void Vertex3dv(const double* v) override { Add("Vertex3dv %g %g %g", v[0], v[1], v[2]); }
     bool NewTess() override { return tessOk; }
-    void TessBeginPolygon() override { Add("TessBeginPolygon"); }
-    void TessBeginContour() override {}
-    void TessVertex(const double* v) override { Add("TessVertex %g %g %g %g %g", v[0], v[1], v[2], v[3], v[4]); }
-    void TessEndContour() override {}
-    void TessEndPolygon() override { Add("TessEndPolygon"); }
+    // Records the polygon and makes one fan of all its vertices.
+    void Tessellate(const std::vector<double>& v, GlPrimitives& out) override
+    {
+        out.clear();
+        Add("Tessellate %u", static_cast<unsigned>(v.size() / 5));
+        for (std::size_t i = 0; i + 5 <= v.size(); i += 5)
+            Add("TessVertex %g %g %g %g %g", v[i], v[i + 1], v[i + 2], v[i + 3], v[i + 4]);
+        out.modes.push_back(6);
+        out.starts.push_back(0);
+        for (std::uint32_t i = 0; i < v.size() / 5; ++i)
+            out.indices.push_back(i);
+    }
 
     // The lines that start with prefix, in order.
     std::vector<std::string> Only(const std::string& prefix) const

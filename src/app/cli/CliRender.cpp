@@ -123,7 +123,8 @@ bool RenderOpenGl(const Session& s, int width, int height, std::vector<std::uint
     }
     GlTextureTable table;
     GlLoadTextures(s, gl, table);
-    GlBuildList(s, gl, table);
+    GlFillCache fills;
+    GlBuildList(s, gl, table, fills);
     GlFrame(s, gl);
     pixels.assign(static_cast<std::size_t>(width) * height, 0);
     frame.Read(pixels.data(), width);

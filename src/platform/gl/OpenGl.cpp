@@ -13,16 +13,27 @@ namespace fw {
 
 namespace {
 
-void GLAPIENTRY OnBegin(GLenum mode) { glBegin(mode); }
-void GLAPIENTRY OnEnd() { glEnd(); }
+// The polygon being tessellated: its vertex buffer and where the primitives go.
+struct Capture {
+    const GLdouble* base = nullptr;
+    GlPrimitives* out = nullptr;
+};
 
-// The position and, behind it, the two texture coordinates; with texturing off they don't count.
-void GLAPIENTRY OnVertex(void* data)
+void GLAPIENTRY OnBegin(GLenum mode, void* data)
 {
-    const auto* v = static_cast<const GLdouble*>(data);
-    const GLdouble st[2] = {v[3], v[4]};
-    glTexCoord2dv(st);
-    glVertex3dv(v);
+    auto* c = static_cast<Capture*>(data);
+    c->out->modes.push_back(mode);
+    c->out->starts.push_back(static_cast<std::uint32_t>(c->out->indices.size()));
+}
+
+void GLAPIENTRY OnEnd(void*) {}
+
+// The vertex's place in the buffer; the vertex itself, with the two texture coordinates
+// behind its position, is sent when the primitives are replayed.
+void GLAPIENTRY OnVertex(void* vertex, void* data)
+{
+    auto* c = static_cast<Capture*>(data);
+    c->out->indices.push_back(static_cast<std::uint32_t>((static_cast<const GLdouble*>(vertex) - c->base) / 5));
 }
 
 } // namespace
@@ -72,6 +83,9 @@ void OpenGl::Vertex2f(float x, float y) { glVertex2f(x, y); }
 void OpenGl::Vertex2d(double x, double y) { glVertex2d(x, y); }
 void OpenGl::Color4ub(std::uint8_t r, std::uint8_t g, std::uint8_t b, std::uint8_t a) { glColor4ub(r, g, b, a); }
 
+void OpenGl::TexCoord2dv(const double* st) { glTexCoord2dv(st); }
+void OpenGl::Vertex3dv(const double* xyz) { glVertex3dv(xyz); }
+
 bool OpenGl::NewTess()
 {
     tess_ = std::make_unique<Tess>();
@@ -80,41 +94,30 @@ bool OpenGl::NewTess()
         tess_.reset();
         return false;
     }
-    gluTessCallback(tess_->tess, GLU_TESS_BEGIN, reinterpret_cast<_GLUfuncptr>(&OnBegin));
-    gluTessCallback(tess_->tess, GLU_TESS_END, reinterpret_cast<_GLUfuncptr>(&OnEnd));
-    gluTessCallback(tess_->tess, GLU_TESS_VERTEX, reinterpret_cast<_GLUfuncptr>(&OnVertex));
+    gluTessCallback(tess_->tess, GLU_TESS_BEGIN_DATA, reinterpret_cast<_GLUfuncptr>(&OnBegin));
+    gluTessCallback(tess_->tess, GLU_TESS_END_DATA, reinterpret_cast<_GLUfuncptr>(&OnEnd));
+    gluTessCallback(tess_->tess, GLU_TESS_VERTEX_DATA, reinterpret_cast<_GLUfuncptr>(&OnVertex));
     return true;
 }
 
-void OpenGl::TessBeginPolygon()
+void OpenGl::Tessellate(const std::vector<double>& vertices, GlPrimitives& out)
 {
-    if (tess_)
-        gluTessBeginPolygon(tess_->tess, nullptr);
-}
-
-void OpenGl::TessBeginContour()
-{
-    if (tess_)
-        gluTessBeginContour(tess_->tess);
-}
-
-void OpenGl::TessVertex(const double* xyzst)
-{
-    // The tessellator reads the position and hands the same address to the vertex callback.
-    if (tess_)
-        gluTessVertex(tess_->tess, const_cast<GLdouble*>(xyzst), const_cast<GLdouble*>(xyzst));
-}
-
-void OpenGl::TessEndContour()
-{
-    if (tess_)
-        gluTessEndContour(tess_->tess);
-}
-
-void OpenGl::TessEndPolygon()
-{
-    if (tess_)
-        gluTessEndPolygon(tess_->tess);
+    out.clear();
+    if (!tess_ || vertices.size() < 5)
+        return;
+    Capture capture{vertices.data(), &out};
+    GLdouble* base = const_cast<GLdouble*>(vertices.data());
+    gluTessBeginPolygon(tess_->tess, &capture);
+    gluTessBeginContour(tess_->tess);
+    for (std::size_t i = 0; i + 5 <= vertices.size(); i += 5)
+        gluTessVertex(tess_->tess, base + i, base + i);
+    gluTessEndContour(tess_->tess);
+    gluTessEndPolygon(tess_->tess);
+    // A polygon given up half way (the tessellator's error) may leave an open primitive.
+    if (!out.starts.empty() && out.starts.back() == out.indices.size()) {
+        out.modes.pop_back();
+        out.starts.pop_back();
+    }
 }
 
 GlFramebuffer::~GlFramebuffer() { Release(); }
@@ -159,19 +162,20 @@ void GlFramebuffer::Read(std::uint32_t* pixels, int stride) const
 {
     if (framebuffer_ == 0)
         return;
-    glFinish();
     glBindFramebuffer(GL_FRAMEBUFFER, framebuffer_);
+    // One read into the target with GL's bottom row first, then the rows turned over in place.
     glPixelStorei(GL_PACK_ALIGNMENT, 4);
     glPixelStorei(GL_PACK_ROW_LENGTH, stride);
-    // GL's rows run from the bottom: read each into its row from the top.
-    for (int y = 0; y < height_; ++y)
-        glReadPixels(0, height_ - 1 - y, width_, 1, GL_BGRA, GL_UNSIGNED_INT_8_8_8_8_REV,
-                     pixels + static_cast<std::ptrdiff_t>(y) * stride);
+    glReadPixels(0, 0, width_, height_, GL_BGRA, GL_UNSIGNED_INT_8_8_8_8_REV, pixels);
     glPixelStorei(GL_PACK_ROW_LENGTH, 0);
-    for (int y = 0; y < height_; ++y) {
-        std::uint32_t* row = pixels + static_cast<std::ptrdiff_t>(y) * stride;
-        for (int x = 0; x < width_; ++x)
-            row[x] |= 0xFF000000u;
+    for (int top = 0, bottom = height_ - 1; top <= bottom; ++top, --bottom) {
+        std::uint32_t* a = pixels + static_cast<std::ptrdiff_t>(top) * stride;
+        std::uint32_t* b = pixels + static_cast<std::ptrdiff_t>(bottom) * stride;
+        for (int x = 0; x < width_; ++x) {
+            const std::uint32_t t = a[x] | 0xFF000000u;
+            a[x] = b[x] | 0xFF000000u;
+            b[x] = t;
+        }
     }
 }
 

@@ -44,12 +44,10 @@ public:
     void Vertex2f(float x, float y) override;
     void Vertex2d(double x, double y) override;
     void Color4ub(std::uint8_t r, std::uint8_t g, std::uint8_t b, std::uint8_t a) override;
+    void TexCoord2dv(const double* st) override;
+    void Vertex3dv(const double* xyz) override;
     bool NewTess() override;
-    void TessBeginPolygon() override;
-    void TessBeginContour() override;
-    void TessVertex(const double* xyzst) override;
-    void TessEndContour() override;
-    void TessEndPolygon() override;
+    void Tessellate(const std::vector<double>& vertices, GlPrimitives& out) override;
 
     // Drops the tessellator; the context must still be current.
     void Release();

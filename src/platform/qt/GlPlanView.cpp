@@ -25,7 +25,7 @@ void GlPlanView::Rebuild(const Session& s, bool full)
         return;
     if (full)
         GlLoadTextures(s, gl_, table_);
-    GlBuildList(s, gl_, table_);
+    GlBuildList(s, gl_, table_, fills_);
 }
 
 void GlPlanView::Frame(const Session& s, QtCanvas& target)

@@ -36,6 +36,7 @@ private:
     OpenGl gl_;
     GlFramebuffer frame_;
     GlTextureTable table_;
+    GlFillCache fills_;
     bool ready_ = false;
 };
 
