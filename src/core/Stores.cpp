@@ -55,4 +55,38 @@ void CompactStores(Stores& s)
 bool CanAddShape(const Stores& s) { return s.ShapeCount() < kMaxShapes; }
 bool CanAddObject(const Stores& s) { return s.ObjectCount() < kMaxObjects; }
 
+bool HasFlatten(const Stores& s)
+{
+    for (const ShapeRecord& r : s.ShapeStore)
+        if (r.gType == kFlatten)
+            return true;
+    return false;
+}
+
+bool LeaveOutSecondFlatten(const Stores& s, std::vector<PointList>& points, std::vector<ShapeRecord>& shapes)
+{
+    bool have = HasFlatten(s);
+    bool leftOut = false;
+    std::size_t kept = 0;
+    for (std::size_t i = 0; i < shapes.size(); ++i) {
+        if (shapes[i].gType == kFlatten) {
+            if (have) {
+                leftOut = true;
+                continue;
+            }
+            have = true;
+        }
+        if (kept != i) {
+            shapes[kept] = std::move(shapes[i]);
+            if (i < points.size())
+                points[kept] = std::move(points[i]);
+        }
+        ++kept;
+    }
+    shapes.resize(kept);
+    if (points.size() > kept)
+        points.resize(kept);
+    return leftOut;
+}
+
 } // namespace fw

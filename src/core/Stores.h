@@ -38,4 +38,12 @@ void CompactStores(Stores& s);
 bool CanAddShape(const Stores& s);
 bool CanAddObject(const Stores& s);
 
+// A project holds at most one flatten polygon. The flatten tool's message when there is one.
+inline constexpr const char* kOneFlattenMessage =
+    "You already drew a flatten polygon...\n\nOnly one flatten polygon can be specified for every Fieldwright project.";
+bool HasFlatten(const Stores& s);
+// Shapes about to be added (paste, import): each flatten polygon that would be the second in the
+// stores is left out, with its points. True when one was left out.
+bool LeaveOutSecondFlatten(const Stores& s, std::vector<PointList>& points, std::vector<ShapeRecord>& shapes);
+
 } // namespace fw

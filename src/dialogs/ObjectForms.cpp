@@ -1,6 +1,7 @@
 #include "dialogs/ObjectForms.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "core/Numbers.h"
 #include "core/SignCaption.h"
@@ -10,12 +11,13 @@ namespace fw {
 
 namespace {
 
-// A whole number with bounds, rounded half to even first; the message of the value checks.
-bool CheckLongIn(const ValueContext& ctx, const std::string& text, std::int32_t lower, std::int32_t upper,
-                 const std::string& name, std::int16_t& out)
+// A runway dialog's whole number: CheckLong, which applies no bounds, so the bounds the
+// dialog's table names are not applied either (a length of 99 feet is stored). The record's field is
+// 16-bit: a number it can't hold is a wrong value, with the check's message, and nothing is stored.
+bool CheckLong16(const ValueContext& ctx, const std::string& text, const std::string& name, std::int16_t& out)
 {
     std::int32_t v = 0;
-    if (!CheckLong(ctx, text, "", v) || v < lower || v > upper) {
+    if (!CheckLong(ctx, text, "", v) || v < INT16_MIN || v > INT16_MAX) {
         if (ctx.ui)
             ctx.ui->Message("You entered a wrong value for " + name + "!", MessageStyle::Information);
         return false;
@@ -261,21 +263,21 @@ OkResult FormRunway::Ok(const ValueContext& ctx, ObjectRecord& r) const
                                                 "the inner marker (Im)"};
     if (!CheckDouble(ctx, T("IlsSlopeN"), 0, 10, "the first slope angle", slopeN) ||
         !CheckDouble(ctx, T("IlsSlopeF"), 0, 10, "the second slope angle", slopeF) ||
-        !CheckLongIn(ctx, T("Length"), 100, 20000, "the runway length", length) ||
-        !CheckLongIn(ctx, T("Width"), 10, 2000, "the runway width", width) ||
+        !CheckLong16(ctx, T("Length"), "the runway length", length) ||
+        !CheckLong16(ctx, T("Width"), "the runway width", width) ||
         !CheckDouble(ctx, T("Heading"), 0, 359.9999, "the runway heading", heading) ||
         !CheckByte(ctx, T("StrobesN"), 0, 10, "the approach light strobes", strobesN) ||
         !CheckByte(ctx, T("StrobesF"), 0, 10, "the approach light strobes", strobesF))
         return OkResult::Refused;
     for (int i = 0; i < 6; ++i)
-        if (!CheckLongIn(ctx, T(kMarkers[i]), 0, 20000, kMarkerNames[i % 3], markers[i]))
+        if (!CheckLong16(ctx, T(kMarkers[i]), kMarkerNames[i % 3], markers[i]))
             return OkResult::Refused;
-    if (!CheckLongIn(ctx, T("IlsRangeN"), 0, 255, "the ILS range", rangeN) ||
-        !CheckLongIn(ctx, T("IlsRangeF"), 0, 255, "the ILS range", rangeF) ||
+    if (!CheckLong16(ctx, T("IlsRangeN"), "the ILS range", rangeN) ||
+        !CheckLong16(ctx, T("IlsRangeF"), "the ILS range", rangeF) ||
         !CheckDouble(ctx, T("IlsFreqN"), 108, 135.75, "the ILS frequency", freqN) ||
         !CheckDouble(ctx, T("IlsFreqF"), 108, 135.75, "the ILS frequency", freqF) ||
-        !CheckLongIn(ctx, T("ThrOffN"), 0, 5000, "the runway threshold", thr) ||
-        !CheckLongIn(ctx, T("ExtN"), 0, 5000, "the runway extension", ext))
+        !CheckLong16(ctx, T("ThrOffN"), "the runway threshold", thr) ||
+        !CheckLong16(ctx, T("ExtN"), "the runway extension", ext))
         return OkResult::Refused;
 
     for (const char* t : kRunwayTicks)

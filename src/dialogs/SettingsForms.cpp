@@ -301,4 +301,26 @@ std::string ConvertAngle(const std::string& input, int format, char sep)
     }
 }
 
+void FormConverter::Load_()
+{
+    values = FormValues();
+    values["Text3"] = "";
+    values.SetInt("InputUnit", 0);
+    values.SetInt("OutputUnit", 0);
+    values["Text4"] = "";
+    values["Text1"] = "";
+    values.SetInt("OutputFormat", 0);
+    values["Text2"] = "";
+}
+
+void FormConverter::ConvertDist(char sep)
+{
+    values["Text4"] = ConvertDistance(values.Text("Text3"), values.Int("InputUnit"), values.Int("OutputUnit"), sep);
+}
+
+void FormConverter::ConvertLat(char sep)
+{
+    values["Text2"] = ConvertAngle(values.Text("Text1"), values.Int("OutputFormat"), sep);
+}
+
 } // namespace fw

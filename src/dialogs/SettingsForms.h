@@ -68,4 +68,21 @@ const std::vector<std::string>& AngleFormats();
 std::string ConvertDistance(const std::string& input, int inputUnit, int outputUnit, char decimalSeparator);
 std::string ConvertAngle(const std::string& input, int format, char decimalSeparator);
 
+// The unit converter's fields, named as its controls: tab dist Text3 (input), InputUnit,
+// OutputUnit, Text4 (result); tab lat Text1 (input), OutputFormat, Text2 (result). It is loaded
+// hidden once and keeps what was typed; nothing in it changes the project.
+struct FormConverter {
+    static constexpr const char* kName = "FormConverter";
+    static constexpr const char* kTitle = "Converter";
+    // As loaded at start: empty texts, each list on its first entry.
+    void Load_();
+    // "Convert >>" of tab dist: Text4 from Text3 and the two units; of tab lat: Text2 from Text1
+    // and the output format.
+    void ConvertDist(char decimalSeparator);
+    void ConvertLat(char decimalSeparator);
+    // The two result fields can't be typed into.
+    static bool IsResult(const std::string& field) { return field == "Text4" || field == "Text2"; }
+    FormValues values;
+};
+
 } // namespace fw

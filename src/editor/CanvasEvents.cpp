@@ -103,6 +103,18 @@ void PlaceObject(Session& s, const Point& p)
     PaintFrame(s);
 }
 
+// Drawing ends without a shape: the points so far are dropped and the tool is put down.
+void AbandonShape(Session& s)
+{
+    EditorState& e = s.editor;
+    e.draw.reset();
+    e.EditState = 0;
+    SetCanvasPointer(s, 0);
+    Menu_Enable(s);
+    Menu_EnableToolBar(s);
+    PaintFrame(s);
+}
+
 void FinishShape(Session& s)
 {
     EditorState& e = s.editor;
@@ -213,14 +225,9 @@ bool ToolClick(Session& s, const std::string& key)
 
     if (tool) {
         const bool isObject = tool->editState == 14;
-        if (tool->type == kFlatten) {
-            for (const auto& r : s.stores.ShapeStore)
-                if (r.gType == kFlatten) {
-                    UiOf(s).Message("You already drew a flatten polygon...\n\nOnly one flatten polygon can be "
-                                    "specified for every Fieldwright project.",
-                                    MessageStyle::Information);
-                    return true;
-                }
+        if (tool->type == kFlatten && HasFlatten(s.stores)) {
+            UiOf(s).Message(kOneFlattenMessage, MessageStyle::Information);
+            return true;
         }
         if (isObject ? !CanAddObject(s.stores) : !CanAddShape(s.stores))
             return true;
@@ -264,8 +271,10 @@ void CanvasMouseDown(Session& s, MouseButton button, int shift, double x, double
     const int st = e.EditState;
     if (IsDrawingState(st)) {
         if (!Fits16(P)) {
-            UiOf(s).Message("This point lies too far from the reference point to be drawn.",
-                            MessageStyle::Information);
+            // The point can't be held in 16 bits: the shape being drawn is abandoned, so that
+            // the tool ends and the menus come back; nothing is added.
+            UiOf(s).Message(kPointTooFarMessage, MessageStyle::Information);
+            AbandonShape(s);
             return;
         }
         e.memory.DrawFirstPoint = 0;

@@ -13,6 +13,10 @@ enum class MouseButton { Left, Middle, Right };
 // Shift state bits, as the canvas reports them.
 enum : int { kShiftKey = 1, kCtrlKey = 2, kAltKey = 4 };
 
+// A click while drawing whose world point can't be held in 16 bits: the message, and the shape
+// being drawn is abandoned.
+inline constexpr const char* kPointTooFarMessage = "This point lies too far from the reference point to be drawn.";
+
 // A tool button by its key; false for an unknown key.
 bool ToolClick(Session& s, const std::string& key);
 

@@ -157,6 +157,15 @@ void MnuSshapeproperties(Session& s)
     }
 }
 
+void MnuFsettings(Session& s)
+{
+    ProjectRecord copy = s.project;
+    if (s.ui && s.ui->ProjectSettings(copy, false)) {
+        s.project = std::move(copy);
+        MarkChanged(s, false);
+    }
+}
+
 bool RunCommand(Session& s, const std::string& name)
 {
     for (const auto& z : kZoomLevels)
@@ -172,7 +181,9 @@ bool RunCommand(Session& s, const std::string& name)
             PaintFrame(s);
             return true;
         }
-    if (name == "MnuEundo")
+    if (name == "MnuFsettings")
+        MnuFsettings(s);
+    else if (name == "MnuEundo")
         Undo(s);
     else if (name == "MnuEcopy")
         MnuEcopy(s);

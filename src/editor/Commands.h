@@ -32,6 +32,10 @@ bool RunCommand(Session& s, const std::string& name);
 // The eight zoom levels and their commands; one row up or down.
 void ZoomStep(Session& s, bool in);
 
+// "Proj&ect settings...": the project settings dialog on a copy of the record; OK stores it and
+// marks the project changed, without an undo step.
+void MnuFsettings(Session& s);
+
 // The double click in idle, and Ctrl+P.
 void MnuSshapeproperties(Session& s);
 

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <ostream>
 #include <sstream>
@@ -73,7 +74,7 @@ bool ReplayUi::ChooseFile(const FileDialogRequest& request, std::string& path)
         Log("file", request.filter, "cancel", true);
         return false;
     }
-    path = a.values[0];
+    path = resolvePath ? resolvePath(a.values[0], request.save) : a.values[0];
     Log("file", request.filter, path, true);
     return true;
 }
@@ -89,7 +90,7 @@ bool ReplayUi::ChooseFolder(const std::string& title, const std::string&, std::s
         Log("folder", title, "cancel", true);
         return false;
     }
-    folder = a.values[0];
+    folder = resolvePath ? resolvePath(a.values[0], true) : a.values[0];
     Log("folder", title, folder, true);
     return true;
 }
@@ -262,6 +263,41 @@ bool ReplayUi::ProjectSettings(ProjectRecord& project, bool newProject)
     return AnswerDialog("projectSettings", project.Name, t);
 }
 
+bool ReplayUi::Preferences(ConfigRecord& config, bool openGLActive)
+{
+    FormTarget t;
+    t.config = &config;
+    t.openGLActive = openGLActive;
+    return AnswerDialog("preferences", "Preferences", t);
+}
+
+bool ReplayUi::OptimizeSettings(ProjectRecord& working)
+{
+    FormTarget t;
+    t.optimize = &working;
+    return AnswerDialog("optimize", "Optimization settings", t);
+}
+
+void ReplayUi::Converter()
+{
+    const bool answered = !answers.empty() && answers.front().kind == "form" && formAnswers &&
+                          !answers.front().values.empty() && answers.front().values[0] == "FormConverter";
+    if (!answered) {
+        Log("converter", "Converter", "shown", false);
+        return;
+    }
+    QueuedAnswer a;
+    Take(a);
+    Log("converter", "Converter", Joined(a.values), true);
+    const std::size_t entry = log.size() - 1;
+    FormTarget t;
+    t.converter = &converter;
+    std::string why;
+    formAnswers(a.values, t, why);
+    if (!why.empty())
+        log[entry].answer += " (" + why + ")";
+}
+
 // ---- the harness ----
 
 namespace {
@@ -409,8 +445,9 @@ bool RunFileCommand(Session& s, const std::string& name)
 
 } // namespace
 
-ReplaySession::ReplaySession(const std::string& programFolder, const std::string& baseFolder)
-    : baseFolder_(baseFolder)
+ReplaySession::ReplaySession(const std::string& programFolder, const std::string& baseFolder,
+                             const std::string& outFolder)
+    : baseFolder_(baseFolder), outFolder_(outFolder)
 {
     session.programFolder = programFolder;
     session.ui = &ui;
@@ -418,13 +455,63 @@ ReplaySession::ReplaySession(const std::string& programFolder, const std::string
     ClearStores(session.stores);
     ResetConfig(session.config, programFolder);
     session.windowReady = 1;
+    ui.resolvePath = [this](const std::string& path, bool write) {
+        return write ? ResolveWrite(path) : ResolveRead(path);
+    };
 }
 
-std::string ReplaySession::Resolve(const std::string& path) const
+namespace {
+std::string InFolder(const std::string& folder, const std::string& path)
 {
-    if (path.empty() || path[0] == '/' || baseFolder_.empty())
+    if (path.empty() || path[0] == '/' || folder.empty())
         return path;
-    return baseFolder_ + (baseFolder_.back() == '/' ? "" : "/") + path;
+    return folder + (folder.back() == '/' ? "" : "/") + path;
+}
+} // namespace
+
+std::string ReplaySession::ResolveRead(const std::string& path) const
+{
+    if (!outFolder_.empty()) {
+        const std::string out = InFolder(outFolder_, path);
+        std::error_code ec;
+        if (std::filesystem::exists(out, ec))
+            return out;
+    }
+    return InFolder(baseFolder_, path);
+}
+
+std::string ReplaySession::ResolveWrite(const std::string& path) const
+{
+    return InFolder(outFolder_.empty() ? baseFolder_ : outFolder_, path);
+}
+
+bool ReplaySession::RunHarnessCommand(const std::string& name, std::string& error)
+{
+    Session& s = session;
+    if (name == "MnuFoptions") {
+        if (ui.Preferences(s.config, s.openGLActive != 0))
+            PaintFrame(s);
+    } else if (name == "MnuHconverter") {
+        ui.Converter();
+    } else if (name == "MnuHabout") {
+        // The about box: modal, with OK only.
+        ui.log.push_back({"about", "About Fieldwright", "ok", true});
+    } else if (name == "MnuFexit") {
+        // The exit flow's question; the window and the configuration file aren't part of the harness.
+        if (AskToSave(s, EditorHooks())) {
+            ended = true;
+            ui.log.push_back({"exit", "Fieldwright", "", true});
+        }
+    } else if (name == "MnuFexport" || name == "MnuFbgl" || name == "MnuBloadremove" || name == "MnuBremove") {
+        if (!moreCommands || !moreCommands(s, name)) {
+            error = "command '" + name + "' needs the batch tool";
+            return false;
+        }
+    } else {
+        error = "unknown command '" + name + "'";
+        return false;
+    }
+    return true;
 }
 
 bool ReplaySession::Run(const std::string& rawLine, std::string& error)
@@ -437,6 +524,10 @@ bool ReplaySession::Run(const std::string& rawLine, std::string& error)
         return true;
     const std::string& cmd = w[0];
     Session& s = session;
+    if (ended && cmd != "state") {
+        error = "the program has ended (MnuFexit)";
+        return false;
+    }
     try {
         if (cmd == "canvas") {
             double W = 0, H = 0;
@@ -520,10 +611,8 @@ bool ReplaySession::Run(const std::string& rawLine, std::string& error)
                 if (auto it = m.items.find(w[1]); it != m.items.end() && it->second.enabled == false)
                     return true;
             }
-            if (!RunFileCommand(s, w[1]) && !RunCommand(s, w[1])) {
-                error = "unknown command '" + w[1] + "'";
+            if (!RunFileCommand(s, w[1]) && !RunCommand(s, w[1]) && !RunHarnessCommand(w[1], error))
                 return false;
-            }
         } else if (cmd == "answer") {
             if (w.size() < 2) {
                 error = "answer needs a value";
@@ -537,8 +626,9 @@ bool ReplaySession::Run(const std::string& rawLine, std::string& error)
                 a.kind = k;
                 a.values = {w[2]};
             } else if (k == "file" && w.size() == 3) {
+                // Resolved when a dialog takes it: a save dialog writes, an open dialog reads.
                 a.kind = k;
-                a.values = {Resolve(w[2])};
+                a.values = {w[2]};
             } else if (k == "text" && w.size() >= 3) {
                 a.kind = k;
                 a.values.assign(w.begin() + 2, w.end());
@@ -555,7 +645,7 @@ bool ReplaySession::Run(const std::string& rawLine, std::string& error)
                 error = "state needs a file";
                 return false;
             }
-            std::ofstream out(Resolve(w[1]), std::ios::binary);
+            std::ofstream out(ResolveWrite(w[1]), std::ios::binary);
             out << StateJson();
             if (!out) {
                 error = "unable to write '" + w[1] + "'";
@@ -568,10 +658,10 @@ bool ReplaySession::Run(const std::string& rawLine, std::string& error)
             }
             const FlowHooks h = EditorHooks();
             if (cmd == "open") {
-                if (LoadProject(s, Resolve(w[1]), h))
+                if (LoadProject(s, ResolveRead(w[1]), h))
                     h.resetTool(s);
             } else {
-                WriteProject(s, Resolve(w[1]), h);
+                WriteProject(s, ResolveWrite(w[1]), h);
             }
         } else {
             error = "unknown command '" + cmd + "'";
@@ -680,6 +770,38 @@ std::string ReplaySession::StateJson() const
       << ", \"panel5\": " << JsonString(m.panel5) << ", \"panel6\": " << JsonString(m.panel6) << "},\n";
     o << "  \"pointer\": {\"code\": " << PointerCode(ui.pointer) << ", \"cursor\": " << PointerCursor(ui.pointer)
       << "},\n";
+    // The preferences; a path in the program folder is shown from "{program}/", so the state
+    // reads the same wherever the program stands.
+    const auto path = [&s](const std::string& p) {
+        std::string folder = s.programFolder;
+        if (!folder.empty() && folder.back() == '/')
+            folder.pop_back();
+        if (!folder.empty() && p.compare(0, folder.size(), folder) == 0 &&
+            (p.size() == folder.size() || p[folder.size()] == '/'))
+            return JsonString("{program}" + p.substr(folder.size()));
+        return JsonString(p);
+    };
+    const ConfigRecord& c = s.config;
+    o << "  \"preferences\": {\"GridDist\": "
+      << JsonList(std::vector<std::int32_t>(c.GridDist.begin(), c.GridDist.end())) << ", \"GridColor4\": "
+      << c.GridColor4 << ", \"EnableOpenGL\": " << int(c.EnableOpenGL) << ", \"FSPath\": " << path(c.FSPath)
+      << ", \"SceneryPath\": " << path(c.SceneryPath) << ", \"TEXPath\": " << path(c.TEXPath) << "},\n";
+    // The unit converter's fields, by tab; as loaded at start until it was first used.
+    const auto field = [this](const char* name) {
+        const auto it = ui.converter.find(name);
+        return it == ui.converter.end() ? std::string() : it->second;
+    };
+    const auto position = [&field](const char* name) {
+        const std::string t = field(name);
+        char* end = nullptr;
+        const long v = std::strtol(t.c_str(), &end, 10);
+        return t.empty() || *end != '\0' ? 0L : v;
+    };
+    o << "  \"converter\": {\"dist\": {\"Text3\": " << JsonString(field("Text3"))
+      << ", \"InputUnit\": " << position("InputUnit") << ", \"OutputUnit\": " << position("OutputUnit")
+      << ", \"Text4\": " << JsonString(field("Text4")) << "}, \"lat\": {\"Text1\": " << JsonString(field("Text1"))
+      << ", \"OutputFormat\": " << position("OutputFormat") << ", \"Text2\": " << JsonString(field("Text2"))
+      << "}},\n";
     o << "  \"log\": [";
     for (std::size_t i = 0; i < ui.log.size(); ++i) {
         const auto& l = ui.log[i];

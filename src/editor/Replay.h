@@ -9,27 +9,43 @@
 //   up L|M|R X Y [MODS]
 //   dblclick X Y               down, up, double click and up at a pixel
 //   key CODE                   key down with its key code
-//   command NAME               a menu command by its name (its top menu is opened first)
+//   command NAME               a menu command by its name (its top menu is opened first); every
+//                              command of the menus and the canvas menus. MnuFexport, MnuFbgl,
+//                              MnuBloadremove and MnuBremove need the batch tool's moreCommands.
+//                              MnuFexit asks to save and ends the program: later lines but
+//                              "state" are refused. The configuration file isn't written.
 //   answer ok|cancel|yes|no    queue the answer to the next question
 //   answer index N             ... to FormSelection (FormConvertShape: the Nth choice)
-//   answer file PATH           ... to a file dialog
+//   answer file PATH           ... to a file or folder dialog
 //   answer text TEXT [TEXT]    ... to a form of text boxes; "ratio" or "noratio" may follow
 //   answer tip show|dontshow   ... to a design tip
-//   answer form NAME FIELD=VALUE ... ok|cancel
-//                              ... to a property dialog, when the harness has formAnswers
+//   answer form NAME WORD ... ok|cancel|close
+//                              ... to a dialog, when the harness has formAnswers: the property
+//                              dialogs, FormSettings (New and MnuFsettings), FormOptimize (its
+//                              "Settings" button), FormOptions (MnuFoptions) and FormConverter
+//                              (MnuHconverter and the "Converter" buttons). WORD is FIELD=VALUE or
+//                              a button's name (dialogs/FormAnswers.h)
 //   save FILE                  write the project
 //   state FILE                 write the session's state as JSON
 //
 // Answers are taken in the order queued, one per question; messages take none. A question with
-// no answer queued is answered as a closed dialog would answer it, and the log says so.
+// no answer queued is answered as a closed dialog would answer it, and the log says so. A form
+// answer that is refused leaves the dialog open, as it was opened, for the next answer. The unit
+// converter doesn't block: it takes a FormConverter answer only when that is the next one queued.
+//
+// Relative paths: what the script writes (save, state, a save dialog's answer) goes to the output
+// folder; what it reads (open, an open dialog's answer) comes from the output folder when the file
+// is there, else from the script's folder. Without an output folder both are the script's folder.
 #pragma once
 
 #include <deque>
 #include <functional>
 #include <iosfwd>
+#include <map>
 #include <string>
 #include <vector>
 
+#include "core/Config.h"
 #include "core/Session.h"
 #include "platform/Ui.h"
 
@@ -79,8 +95,26 @@ public:
         ProjectRecord* project = nullptr;
         const PointList* points = nullptr;
         bool mustComplete = false; // a new shape or project: only OK closes the dialog
+        ProjectRecord* optimize = nullptr;   // FormOptimize on the project settings' working copy
+        ConfigRecord* config = nullptr;      // FormOptions
+        bool openGLActive = false;           // ... and what the running program uses
+        std::map<std::string, std::string>* converter = nullptr; // FormConverter's kept fields
     };
     std::function<int(const std::vector<std::string>& words, const FormTarget& target, std::string& why)> formAnswers;
+
+    // The dialogs the Ui port doesn't carry, which the harness opens itself.
+    // FormOptions (MnuFoptions) on the configuration; true for OK.
+    bool Preferences(ConfigRecord& config, bool openGLActive);
+    // FormOptimize, from FormSettings' "Settings"; true for OK.
+    bool OptimizeSettings(ProjectRecord& working);
+    // The unit converter is shown; it takes a FormConverter answer if that is next in the queue.
+    void Converter();
+
+    // The unit converter's fields, kept while the session lasts as the hidden window keeps them;
+    // empty until first used (its fields as loaded at start).
+    std::map<std::string, std::string> converter;
+    // Resolves a file dialog's answer: write is true for a save dialog. Empty: as given.
+    std::function<std::string(const std::string& path, bool write)> resolvePath;
 
     std::deque<QueuedAnswer> answers;
     std::vector<Entry> log;
@@ -102,7 +136,13 @@ private:
 // A session driven by a script: ResetAtStart, the default configuration, the window up.
 class ReplaySession {
 public:
-    explicit ReplaySession(const std::string& programFolder, const std::string& baseFolder = {});
+    // baseFolder: the script's folder; outFolder: where what the script writes goes (empty: the
+    // script's folder).
+    explicit ReplaySession(const std::string& programFolder, const std::string& baseFolder = {},
+                           const std::string& outFolder = {});
+    // The session and the Ui point at each other and at this harness: it stays where it was made.
+    ReplaySession(const ReplaySession&) = delete;
+    ReplaySession& operator=(const ReplaySession&) = delete;
 
     // Runs one script line; false with a reason in error when the line can't run.
     bool Run(const std::string& line, std::string& error);
@@ -114,10 +154,21 @@ public:
 
     Session session;
     ReplayUi ui;
+    // Menu commands whose work lives in modules the editor doesn't link (the export, the
+    // background image): true when the name was one of them.
+    std::function<bool(Session& session, const std::string& name)> moreCommands;
+    // Set once MnuFexit went through: the program has ended.
+    bool ended = false;
 
 private:
-    std::string Resolve(const std::string& path) const;
+    // A relative path for reading: the output folder when the file is there, else the script's.
+    std::string ResolveRead(const std::string& path) const;
+    // A relative path for writing: the output folder, else the script's.
+    std::string ResolveWrite(const std::string& path) const;
+    // The commands of the File and Help menus that the harness carries out itself.
+    bool RunHarnessCommand(const std::string& name, std::string& error);
     std::string baseFolder_;
+    std::string outFolder_;
 };
 
 } // namespace fw

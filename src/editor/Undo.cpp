@@ -132,8 +132,14 @@ void MnuEpaste(Session& s)
     std::vector<ObjectRecord> objects;
     const Clipboard& clip = s.editor.clipboard;
     ClipFetch(clip, base, points, shapes, objects);
-    if (s.stores.ShapeCount() + clip.shapeLast + 1 >= kMaxShapes + 1 ||
-        s.stores.ObjectCount() + clip.objectLast + 1 >= kMaxObjects + 1)
+    // A project holds at most one flatten polygon: one that would be the second is left out.
+    const bool leftOut = LeaveOutSecondFlatten(s.stores, points, shapes);
+    if (s.stores.ShapeCount() + static_cast<int>(shapes.size()) >= kMaxShapes + 1 ||
+        s.stores.ObjectCount() + static_cast<int>(objects.size()) >= kMaxObjects + 1)
+        return;
+    if (leftOut)
+        UiOf(s).Message(kOneFlattenMessage, MessageStyle::Information);
+    if (shapes.empty() && objects.empty())
         return;
     CSelection& sel = s.editor.selection;
     sel.reset();

@@ -163,13 +163,14 @@ bool LoadProject(Session& s, const std::string& path, const FlowHooks& hooks)
         }
     }
 
-    // One record selected: the first shape, or else the first object.
+    // One record selected: the first shape, or else the first object; in either case in the
+    // select state, so that a click on another item selects it (design.md).
     CSelection& sel = s.editor.selection;
     sel.reset();
     if (!s.stores.ObjectStore.empty()) {
         const ObjectRecord& o = s.stores.ObjectStore[0];
         sel.addEntry(0, 1, o.PosX, o.PosX, o.PosY, o.PosY);
-        sel.setState(3);
+        sel.setState(1);
         if (auto* flag = ShowFlagOf(s.showFlags, o.oType))
             *flag = 1;
     }
@@ -354,6 +355,9 @@ bool ImportSelection(Session& s, const std::string& path, const FlowHooks& hooks
         Tell(s, "There are no shapes/objects in the file!", MessageStyle::Information);
         return false;
     }
+    // A project holds at most one flatten polygon: one that would be the second is left out, as
+    // if the file didn't hold it.
+    const bool leftOut = LeaveOutSecondFlatten(s.stores, data.points, data.shapes);
     // The common box of what was read: shapes by their limits, objects by their position.
     std::int64_t left = std::numeric_limits<std::int64_t>::max();
     std::int64_t upper = std::numeric_limits<std::int64_t>::max();
@@ -367,6 +371,10 @@ bool ImportSelection(Session& s, const std::string& path, const FlowHooks& hooks
     }
     if (s.stores.ShapeStore.size() + data.shapes.size() > static_cast<std::size_t>(kMaxShapes) ||
         s.stores.ObjectStore.size() + data.objects.size() > static_cast<std::size_t>(kMaxObjects))
+        return false;
+    if (leftOut)
+        Tell(s, kOneFlattenMessage, MessageStyle::Information);
+    if (data.shapes.empty() && data.objects.empty())
         return false;
 
     const std::int64_t dx = static_cast<std::int64_t>(target.X) - left;

@@ -2,6 +2,7 @@
 
 #include "core/Config.h"
 #include "dialogs/FormAnswers.h"
+#include "dialogs/SettingsForms.h"
 #include "platform/ScriptedUi.h"
 
 namespace fw {
@@ -82,6 +83,139 @@ TEST_F(Answers, SignsAndProjectSettings)
               Result::Stored);
     EXPECT_EQ(p.Name, "Field");
     EXPECT_EQ(p.LongitudeDegree, 179.0);
+}
+
+TEST_F(Answers, ChoosingFourBandsHoldsTheSelectedBandToThree)
+{
+    ShapeRecord t;
+    t.gType = kTreeLine;
+    ResetShape(t, kTreeLine);
+    ASSERT_EQ(t.mNumBands, 8);
+    t.mSelectedBand() = 5;
+    EXPECT_EQ(AnswerShapeForm({"FormShape", "Bands=0", "ok"}, t, nullptr, false, ctx, problem), Result::Stored);
+    EXPECT_EQ(t.mNumBands, 4);
+    EXPECT_EQ(t.mSelectedBand(), 3);
+    // Back to 8 bands: the selection stays where it was held.
+    EXPECT_EQ(AnswerShapeForm({"FormShape", "Bands=1", "ok"}, t, nullptr, false, ctx, problem), Result::Stored);
+    EXPECT_EQ(t.mNumBands, 8);
+    EXPECT_EQ(t.mSelectedBand(), 3);
+}
+
+TEST_F(Answers, TheShapeDialogsConverterButton)
+{
+    ShapeRecord t;
+    ResetShape(t, kWideLine);
+    FormButtons buttons;
+    int shown = 0;
+    buttons.converter = [&] { ++shown; };
+    EXPECT_EQ(AnswerShapeForm({"FormShape", "Converter", "Value=3", "ok"}, t, nullptr, false, ctx, problem, buttons),
+              Result::Stored);
+    EXPECT_EQ(shown, 1);
+    EXPECT_EQ(t.gLineWidth, 3.0);
+    EXPECT_EQ(AnswerShapeForm({"FormShape", "Settings", "ok"}, t, nullptr, false, ctx, problem, buttons),
+              Result::Refused);
+    EXPECT_EQ(problem, "FormShape has no button Settings");
+    // The window's close box is Cancel where the dialog allows it.
+    EXPECT_EQ(AnswerShapeForm({"FormShape", "Value=9", "close"}, t, nullptr, false, ctx, problem), Result::Cancelled);
+    EXPECT_EQ(t.gLineWidth, 3.0);
+}
+
+TEST_F(Answers, ValuesCarryEscapedBytesAndButtonsArePressedInOrder)
+{
+    ProjectRecord p;
+    ResetProject(p);
+    // "%20" is a blank, "%25" a percent sign; a button the form doesn't have is refused.
+    EXPECT_EQ(AnswerProjectForm({"FormSettings", "Text1=Big%20Field%2525", "ok"}, p, false, ctx, problem),
+              Result::Stored);
+    EXPECT_EQ(p.Name, "Big Field%25");
+    EXPECT_EQ(AnswerProjectForm({"FormSettings", "Launch", "ok"}, p, false, ctx, problem), Result::Refused);
+    EXPECT_EQ(problem, "FormSettings has no button Launch");
+
+    // "Settings" opens FormOptimize on the working copy; its OK is stored with the settings' OK.
+    FormButtons buttons;
+    int optimized = 0;
+    buttons.optimize = [&](ProjectRecord& working) {
+        ++optimized;
+        std::string why;
+        return AnswerOptimizeForm({"FormOptimize", "Text5=300", "Text1=grass.bmp", "ok"}, working, ctx, why) ==
+               Result::Stored;
+    };
+    int converters = 0;
+    buttons.converter = [&] { ++converters; };
+    EXPECT_EQ(AnswerProjectForm({"FormSettings", "Settings", "Converter", "cancel"}, p, false, ctx, problem, buttons),
+              Result::Cancelled);
+    EXPECT_EQ(p.Distance[0], 100);
+    EXPECT_EQ(AnswerProjectForm({"FormSettings", "Settings", "Converter", "ok"}, p, false, ctx, problem, buttons),
+              Result::Stored);
+    EXPECT_EQ(optimized, 2);
+    EXPECT_EQ(converters, 2);
+    EXPECT_EQ(p.Distance[0], 300);
+    EXPECT_EQ(p.Texture[0], "grass.bmp");
+}
+
+TEST_F(Answers, OptimizeChecksItsStepsInOrder)
+{
+    ProjectRecord p;
+    ResetProject(p);
+    EXPECT_EQ(AnswerOptimizeForm({"FormOptimize", "Text5=2001", "Text6=-1", "ok"}, p, ctx, problem), Result::Refused);
+    EXPECT_EQ(AnswerOptimizeForm({"FormOptimize", "Text5=2000", "Text6=-1", "ok"}, p, ctx, problem), Result::Refused);
+    EXPECT_EQ(AnswerOptimizeForm({"FormOptimize", "Text7=x", "ok"}, p, ctx, problem), Result::Refused);
+    EXPECT_EQ(ui.Messages(), (std::vector<std::string>{"You entered a wrong value for visibility step 2!",
+                                                        "You entered a wrong value for visibility step 3!",
+                                                        "You entered a wrong value for visibility step 4!"}));
+    EXPECT_EQ(AnswerOptimizeForm({"FormOptimize", "Text5=2000", "Text6=0", "Text7=10", "ok"}, p, ctx, problem),
+              Result::Stored);
+    EXPECT_EQ(p.Distance, (std::array<std::int16_t, 3>{2000, 0, 10}));
+}
+
+TEST_F(Answers, PreferencesWithTheirShapeAndFolderButtons)
+{
+    ConfigRecord c = config;
+    // Grid spacings are checked in order, each 0..1000.
+    EXPECT_EQ(AnswerOptionsForm({"FormOptions", "Tg2=1001", "ok"}, c, false, ctx, problem), Result::Refused);
+    EXPECT_EQ(ui.Messages(), std::vector<std::string>{"You entered a wrong value for grid spacing 2!"});
+    EXPECT_EQ(c.GridDist[1], 200);
+    // The default shape's dialog and the folder browser are asked through the Ui.
+    ui.files.push_back("/scenery/out");
+    EXPECT_EQ(AnswerOptionsForm({"FormOptions", "Tg1=25", "Pg1=255", "Check1=1", "poly", "Browse2", "ok"}, c, false,
+                                ctx, problem),
+              Result::Stored);
+    EXPECT_EQ(c.GridDist[0], 25);
+    EXPECT_EQ(c.GridColor4, 255);
+    EXPECT_EQ(c.EnableOpenGL, 1);
+    EXPECT_EQ(c.SceneryPath, AddBackslash("/scenery/out"));
+    EXPECT_EQ(ui.Messages().back(), "OpenGL rendering will only be enabled/disabled after restarting Fieldwright...");
+    EXPECT_EQ(ui.calls[ui.calls.size() - 2].kind, "folder");
+    EXPECT_EQ(ui.calls[ui.calls.size() - 2].text, PathPrompts()[1]);
+    EXPECT_EQ(AnswerOptionsForm({"FormOptions", "Pg1=red", "ok"}, c, false, ctx, problem), Result::Refused);
+    EXPECT_EQ(problem, "Pg1 takes a colour, a number 0 to 16777215");
+}
+
+TEST_F(Answers, ConverterKeepsItsFieldsAndConvertsOnBothTabs)
+{
+    std::map<std::string, std::string> fields;
+    EXPECT_EQ(AnswerConverterForm({"FormConverter", "Text3=1000", "OutputUnit=2", "dist", "close"}, fields, ctx,
+                                  problem),
+              Result::Cancelled);
+    EXPECT_EQ(fields["Text4"], "3280.8");
+    EXPECT_EQ(AnswerConverterForm({"FormConverter", "Text1=S40%2030", "lat", "close"}, fields, ctx, problem),
+              Result::Cancelled);
+    EXPECT_EQ(fields["Text2"], "-40.5");
+    EXPECT_EQ(fields["Text3"], "1000"); // the other tab keeps what was typed
+    EXPECT_EQ(AnswerConverterForm({"FormConverter", "Text1=60", "OutputFormat=1", "lat", "close"}, fields, ctx,
+                                  problem),
+              Result::Cancelled);
+    EXPECT_EQ(fields["Text2"], "60 0'");
+    EXPECT_EQ(AnswerConverterForm({"FormConverter", "Text1=40%2060", "lat", "close"}, fields, ctx, problem),
+              Result::Cancelled);
+    EXPECT_EQ(fields["Text2"], "Value of wrong format!");
+    EXPECT_EQ(AnswerConverterForm({"FormConverter", "Text3=100001", "dist", "close"}, fields, ctx, problem),
+              Result::Cancelled);
+    EXPECT_EQ(fields["Text4"], "Unable to convert value!");
+    EXPECT_EQ(AnswerConverterForm({"FormConverter", "Text4=1", "close"}, fields, ctx, problem), Result::Refused);
+    EXPECT_EQ(problem, "the converter's result Text4 can't be typed into");
+    EXPECT_EQ(AnswerConverterForm({"FormConverter", "dist", "ok"}, fields, ctx, problem), Result::Refused);
+    EXPECT_EQ(problem, "the converter has no OK or Cancel: its answer ends with close");
 }
 
 TEST_F(Answers, OutOfRangeListPositionsAndTicksNeverLeaveTheRecordsBounds)

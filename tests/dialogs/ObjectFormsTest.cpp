@@ -146,12 +146,14 @@ TEST_F(Dialog, RunwayChecksInTheirOrder)
     FormRunway f;
     f.Show_(o, '.');
     // Break every value, then mend them one at a time: each OK names the next.
+    // The long values have no bounds: only what is no number or can't be held in their
+    // 16-bit fields is wrong.
     const std::vector<std::pair<std::string, std::string>> order{
-        {"IlsSlopeN", "10.5"}, {"IlsSlopeF", "-1"},  {"Length", "99"},         {"Width", "2001"},
-        {"Heading", "360"},    {"StrobesN", "11"},   {"StrobesF", "x"},        {"MarkerOuterN", "20001"},
-        {"MarkerMiddleN", "-1"}, {"MarkerInnerN", ""}, {"MarkerOuterF", "1e9"}, {"MarkerMiddleF", "-5"},
-        {"MarkerInnerF", "30000"}, {"IlsRangeN", "256"}, {"IlsRangeF", "-1"},  {"IlsFreqN", "107.9"},
-        {"IlsFreqF", "135.8"}, {"ThrOffN", "5001"},  {"ExtN", "-1"}};
+        {"IlsSlopeN", "10.5"}, {"IlsSlopeF", "-1"},  {"Length", "x"},          {"Width", "40000"},
+        {"Heading", "360"},    {"StrobesN", "11"},   {"StrobesF", "x"},        {"MarkerOuterN", "32768"},
+        {"MarkerMiddleN", "-32769"}, {"MarkerInnerN", ""}, {"MarkerOuterF", "1e10"}, {"MarkerMiddleF", "a"},
+        {"MarkerInnerF", "1e9"}, {"IlsRangeN", "3.5.1"}, {"IlsRangeF", "-1e6"},  {"IlsFreqN", "107.9"},
+        {"IlsFreqF", "135.8"}, {"ThrOffN", ""},  {"ExtN", "99999"}};
     FormValues good = f.values;
     for (const auto& [k, v] : order)
         f.values[k] = v;
@@ -195,6 +197,40 @@ TEST_F(Dialog, RunwayChecksInTheirOrder)
     f.Show_(o, '.');
     EXPECT_EQ(f.values.Int("Surface"), 7);
     EXPECT_EQ(SurfaceList()[3], SurfaceList()[7]); // both rows read "Asphalt"
+}
+
+TEST_F(Dialog, RunwayLongValuesTakeNoBounds)
+{
+    // CheckLong applies no bounds, and the runway dialog's bounds aren't applied (design.md).
+    ObjectRecord o = Fresh(kRunway);
+    FormRunway f;
+    f.Show_(o, '.');
+    f.values["Length"] = "99";
+    f.values["Width"] = "2001";
+    f.values["MarkerOuterN"] = "20001";
+    f.values["MarkerMiddleF"] = "-1";
+    f.values["IlsRangeN"] = "256";
+    f.values["IlsRangeF"] = "0";
+    f.values["ThrOffN"] = "5001";
+    f.values["ExtN"] = "-1";
+    f.values["MarkerInnerN"] = "32767";
+    f.values["MarkerInnerF"] = "-32768";
+    ASSERT_EQ(f.Ok(ctx, o), OkResult::Stored);
+    EXPECT_TRUE(Said().empty());
+    EXPECT_EQ(o.Length(), 99);
+    EXPECT_EQ(o.RwyWidth(), 2001);
+    EXPECT_EQ(o.MarkerOuterN(), 20001);
+    EXPECT_EQ(o.MarkerMiddleF(), -1);
+    EXPECT_EQ(o.IlsRangeN(), 256);
+    EXPECT_EQ(o.IlsRangeF(), 0);
+    EXPECT_EQ(o.ThrOffN(), 5001);
+    EXPECT_EQ(o.ExtN(), -1);
+    EXPECT_EQ(o.MarkerInnerN(), 32767);
+    EXPECT_EQ(o.MarkerInnerF(), -32768);
+    // A fraction rounds half to even, as for every integer check.
+    f.values["Length"] = "98.5";
+    ASSERT_EQ(f.Ok(ctx, o), OkResult::Stored);
+    EXPECT_EQ(o.Length(), 98);
 }
 
 TEST(SignCaption, BufferRoundTripAndEmptyPanels)

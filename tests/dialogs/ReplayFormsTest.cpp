@@ -6,6 +6,8 @@
 #include <fstream>
 #include <sstream>
 
+#include <unistd.h>
+
 namespace {
 
 std::string ReadAll(const std::string& path)
@@ -47,6 +49,86 @@ TEST(ReplayForms, RefusedValuesKeepTheDialogOpenUntilAnAnswerPasses)
     EXPECT_NE(project.find("My_NDB"), std::string::npos);
     EXPECT_NE(project.find("526.5"), std::string::npos);
     std::filesystem::remove_all(folder);
+}
+
+// A fixture script run by the batch tool where it stands; what it writes goes to a scratch folder.
+struct FixtureRun {
+    explicit FixtureRun(const std::string& script)
+        : out(std::filesystem::temp_directory_path() / ("fw_replay_dialogs_" + std::to_string(::getpid()))),
+          path(std::string(FW_FIXTURES) + "/dialogs/" + script)
+    {
+        std::filesystem::remove_all(out);
+        std::filesystem::create_directories(out);
+        const std::string cmd = std::string(FW_CLI) + " replay '" + path + "' --out '" + out.string() + "'";
+        code = std::system(cmd.c_str());
+    }
+    ~FixtureRun() { std::filesystem::remove_all(out); }
+    std::string Read(const std::string& name) const { return ReadAll((out / name).string()); }
+    std::filesystem::path out;
+    std::string path;
+    int code = -1;
+};
+
+bool Has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+
+TEST(ReplayForms, EveryMenuCommandRunsByItsName)
+{
+    FixtureRun run("every_command.txt");
+    ASSERT_EQ(run.code, 0);
+    const std::string running = run.Read("running.json");
+    const std::string ended = run.Read("ended.json");
+    // The dialogs without an answer are closed; the commands of the export and the image ran.
+    for (const char* expected :
+         {"\"kind\": \"preferences\", \"text\": \"Preferences\", \"answer\": \"cancel\"",
+          "\"kind\": \"converter\", \"text\": \"Converter\", \"answer\": \"shown\"",
+          "\"kind\": \"about\"", "\"text\": \"Text format (*.txt)|*.txt\"",
+          "\"text\": \"FS scenery (*.bgl)|*.bgl\"", "\"text\": \"Bitmap picture (*.bmp)|*.bmp\""})
+        EXPECT_TRUE(Has(running, expected)) << expected;
+    // Exit asked to save; cancelled it goes on, "no" ends the program.
+    EXPECT_FALSE(Has(running, "\"kind\": \"exit\""));
+    EXPECT_TRUE(Has(ended, "\"answer\": \"no\", \"queued\": true},\n    {\"kind\": \"exit\""));
+    // Nothing beside the script.
+    EXPECT_FALSE(std::filesystem::exists(std::string(FW_FIXTURES) + "/dialogs/running.json"));
+    EXPECT_FALSE(std::filesystem::exists(std::string(FW_FIXTURES) + "/dialogs/ended.json"));
+}
+
+TEST(ReplayForms, AfterExitOnlyTheStateIsWritten)
+{
+    const auto folder = std::filesystem::temp_directory_path() / ("fw_replay_exit_" + std::to_string(::getpid()));
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder / "script.txt") << "command MnuFexit\nstate ended.json\ntool poly\n";
+    const std::string cmd = std::string(FW_CLI) + " replay '" + (folder / "script.txt").string() + "' 2>/dev/null";
+    EXPECT_NE(std::system(cmd.c_str()), 0) << "the tool after the end is refused";
+    EXPECT_TRUE(Has(ReadAll((folder / "ended.json").string()), "\"kind\": \"exit\""));
+    std::filesystem::remove_all(folder);
+}
+
+TEST(ReplayForms, SettingsOutsideNewOptimizeOptionsAndTheConverter)
+{
+    FixtureRun run("settings_options_converter.txt");
+    ASSERT_EQ(run.code, 0);
+    const std::string state = run.Read("dialogs.json");
+    // The checks and messages of each dialog, in their order.
+    for (const char* expected :
+         {"You entered a wrong value for the longitude (degrees)!", "You entered a wrong value for visibility step 2!",
+          "You entered a wrong value for grid spacing 1!",
+          "OpenGL rendering will only be enabled/disabled after restarting Fieldwright...",
+          "\"kind\": \"folder\", \"text\": \"Set Fieldwright's texture directory."})
+        EXPECT_TRUE(Has(state, expected)) << expected;
+    // The preferences and both tabs of the converter in the state.
+    EXPECT_TRUE(Has(state, "\"GridDist\": [20, 200, 1000]"));
+    EXPECT_TRUE(Has(state, "\"EnableOpenGL\": 1"));
+    EXPECT_TRUE(Has(state, "\"TEXPath\": \"" + (run.out / "textures").string() + "/\""));
+    EXPECT_TRUE(Has(state, "\"converter\": {\"dist\": {\"Text3\": \"1000\", \"InputUnit\": 0, \"OutputUnit\": 2, "
+                           "\"Text4\": \"3280.8\"}, \"lat\": {\"Text1\": \"N40 30 15\", \"OutputFormat\": 1, "
+                           "\"Text2\": \"40 30.25'\"}}"));
+    // The project settings and the optimisation settings were stored; the tree line took the
+    // default shape changed in the preferences.
+    const std::string project = run.Read("dialogs.fwt");
+    for (const char* expected : {"Name=\"Fieldtown\"", "LongitudeDegree= 179", "Distance1= 150",
+                                 "Texture1=\"grass.bmp\"", "mNumBands= 4", "mBandHeight= 12.5"})
+        EXPECT_TRUE(Has(project, expected)) << expected;
 }
 
 } // namespace

@@ -199,6 +199,43 @@ TEST(Paste, ObjectsOnlyAndOverTheLimit)
     EXPECT_TRUE(f.ui().log.empty());
 }
 
+TEST(Paste, ASecondFlattenPolygonIsLeftOutWithTheToolsMessage)
+{
+    EditorFixture f(1.0);
+    f.AddShape(kFlatten, {{0, 0}, {100, 0}, {100, 100}});
+    f.AddShape(kPoly, {{200, 0}, {300, 0}, {300, 100}});
+    f.SelectShape(0);
+    f.SelectShape(1);
+    f.Run({"command MnuEcopy", "command MnuEpaste"});
+    // The polygon is pasted; the flatten polygon would be the second and is left out.
+    ASSERT_EQ(f.s().stores.ShapeCount(), 3);
+    EXPECT_EQ(f.s().stores.ShapeStore[2].gType, kPoly);
+    EXPECT_EQ(f.s().stores.PointStore.size(), 3u);
+    EXPECT_EQ(f.s().editor.selection.SelShapes(), (std::vector<std::uint16_t>{2}));
+    ASSERT_EQ(f.Kinds(), std::vector<std::string>{"message"});
+    EXPECT_EQ(f.ui().log[0].text, "You already drew a flatten polygon...\n\nOnly one flatten polygon can be "
+                                  "specified for every Fieldwright project.");
+    EXPECT_EQ(f.s().dirty, 1);
+
+    // A clipboard of the flatten polygon alone pastes nothing and changes nothing.
+    f.s().editor.selection.reset();
+    f.SelectShape(0);
+    f.s().dirty = 0;
+    f.Run({"command MnuEcopy", "command MnuEpaste"});
+    EXPECT_EQ(f.s().stores.ShapeCount(), 3);
+    EXPECT_EQ(f.ui().log.size(), 2u);
+    EXPECT_EQ(f.s().dirty, 0);
+    EXPECT_EQ(f.s().editor.selection.SelShapes(), (std::vector<std::uint16_t>{0}));
+
+    // Into a project without one, the first flatten polygon of the clipboard goes in.
+    f.Run({"command MnuEdelete"});
+    ASSERT_EQ(f.s().stores.ShapeCount(), 2);
+    f.Run({"command MnuEpaste"});
+    ASSERT_EQ(f.s().stores.ShapeCount(), 3);
+    EXPECT_EQ(f.s().stores.ShapeStore[2].gType, kFlatten);
+    EXPECT_EQ(f.ui().log.size(), 2u);
+}
+
 TEST(WorkingCopy, MovesFromTheBaseNotFromTheLastResult)
 {
     WorkingCopy w;

@@ -97,26 +97,25 @@ inline std::string Px(int worldX, int worldY)
     return std::to_string(worldX + 400) + " " + std::to_string(worldY + 300);
 }
 
-// Runs a fixture script in a folder of its own (scripts write beside themselves) and keeps the
-// session for the checks.
+// Runs a fixture script where it stands, with what it writes going to a scratch folder of its own
+// (never beside the script), and keeps the session for the checks.
 struct Scenario {
     explicit Scenario(const std::string& script)
         : dir(std::filesystem::temp_directory_path() /
               ("fw_editor_scenario_" + std::to_string(::getpid()) + "_" + script)),
-          path((dir / script).string())
+          path((std::filesystem::path(FW_FIXTURES) / "editor" / script).string())
     {
         std::filesystem::remove_all(dir);
         std::filesystem::create_directories(dir);
-        std::filesystem::copy_file(std::filesystem::path(FW_FIXTURES) / "editor" / script, path);
-        replay = std::make_unique<ReplaySession>(FW_PROGRAM_DIR, dir.string());
+        replay = std::make_unique<ReplaySession>(FW_PROGRAM_DIR, std::string(FW_FIXTURES) + "/editor", dir.string());
         std::ostringstream err;
         code = replay->RunFile(path, err);
         errors = err.str();
     }
     ~Scenario() { std::filesystem::remove_all(dir); }
     const Session& s() const { return replay->session; }
-    std::filesystem::path dir;
-    std::string path;
+    std::filesystem::path dir; // the output folder
+    std::string path;          // the script, in the fixtures
     std::unique_ptr<ReplaySession> replay;
     int code = -1;
     std::string errors;

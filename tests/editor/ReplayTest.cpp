@@ -2,6 +2,9 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <iterator>
+
+#include <sys/wait.h>
 
 #include "EditorTestSupport.h"
 #include "files/ProjectFile.h"
@@ -87,11 +90,52 @@ TEST(Replay, CommandLineRunsAScript)
 {
     Scenario sc("draw_drag_undo.txt");
     std::filesystem::remove(sc.dir / "drawn.json");
-    const std::string cmd = std::string(FW_CLI) + " replay '" + sc.path + "'";
+    std::filesystem::remove(sc.dir / "drawn.fwt");
+    // The fixture runs where it stands; what it writes goes to the output folder.
+    const std::string cmd = std::string(FW_CLI) + " replay '" + sc.path + "' --out '" + sc.dir.string() + "'";
     ASSERT_EQ(std::system(cmd.c_str()), 0);
     EXPECT_EQ(ReadFileText((sc.dir / "drawn.json").string()), kDrawnState);
+    EXPECT_TRUE(std::filesystem::exists(sc.dir / "drawn.fwt"));
+    const auto beside = std::filesystem::path(FW_FIXTURES) / "editor";
+    EXPECT_FALSE(std::filesystem::exists(beside / "drawn.json")) << "nothing is written into the source tree";
+    EXPECT_FALSE(std::filesystem::exists(beside / "drawn.fwt"));
     const std::string bad = std::string(FW_CLI) + " replay /nonexistent/script.txt 2>/dev/null";
     EXPECT_NE(std::system(bad.c_str()), 0);
+    // A missing or absent output folder, or two scripts, is a usage error.
+    for (const std::string& args : {"'" + sc.path + "' --out", "'" + sc.path + "' --out /nonexistent/out",
+                                    "'" + sc.path + "' '" + sc.path + "'"}) {
+        const std::string usage = std::string(FW_CLI) + " replay " + args + " 2>/dev/null";
+        EXPECT_EQ(WEXITSTATUS(std::system(usage.c_str())), 2) << args;
+    }
+}
+
+TEST(Replay, ReadsComeFromTheScriptsFolderWritesGoToTheOutputFolder)
+{
+    const auto root = std::filesystem::temp_directory_path() / ("fw_replay_folders_" + std::to_string(::getpid()));
+    std::filesystem::remove_all(root);
+    std::filesystem::create_directories(root / "script");
+    std::filesystem::create_directories(root / "out");
+    {
+        ReplaySession maker(FW_PROGRAM_DIR, (root / "script").string());
+        std::string error;
+        ASSERT_TRUE(maker.Run("save input.fwt", error)) << error;
+    }
+    ReplaySession r(FW_PROGRAM_DIR, (root / "script").string(), (root / "out").string());
+    std::string error;
+    for (const char* line : {"open input.fwt", "save copy.fwt", "answer file saved", "command MnuFsaveas",
+                             "answer file input.fwt", "command MnuFopen", "state state.json"})
+        ASSERT_TRUE(r.Run(line, error)) << line << ": " << error;
+    EXPECT_EQ(r.session.projectPath, (root / "script" / "input.fwt").string());
+    EXPECT_TRUE(std::filesystem::exists(root / "out" / "copy.fwt"));
+    EXPECT_TRUE(std::filesystem::exists(root / "out" / "saved.fwt"));
+    EXPECT_TRUE(std::filesystem::exists(root / "out" / "state.json"));
+    const auto written = std::distance(std::filesystem::directory_iterator(root / "script"),
+                                       std::filesystem::directory_iterator());
+    EXPECT_EQ(written, 1) << "only the input stands beside the script";
+    // A file the script wrote is read back from the output folder.
+    ASSERT_TRUE(r.Run("open saved.fwt", error)) << error;
+    EXPECT_EQ(r.session.projectPath, (root / "out" / "saved.fwt").string());
+    std::filesystem::remove_all(root);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "EditorTestSupport.h"
 #include "editor/CanvasEvents.h"
+#include "files/ProjectFile.h"
 
 namespace fw::test {
 namespace {
@@ -94,14 +95,66 @@ TEST(Drawing, TheLimitOf800StopsSilently)
     EXPECT_TRUE(f.ui().log.empty());
 }
 
-TEST(Drawing, WorldPointsBeyond16BitsAreRefusedWithAMessage)
+TEST(Drawing, AWorldPointBeyond16BitsAbandonsTheShape)
 {
-    EditorFixture f(0.0625);
-    f.s().view.setOffX(-30000);
-    f.Run({"tool poly", "down L 790 300"});
+    // At 6.25 %, "Center here" on the right edge five times brings the edge past world X 32767.
+    EditorFixture f(1.0);
+    f.Run({"command MnuC2625"});
+    for (int i = 0; i < 5; ++i)
+        f.Run({"down R 799 300", "up R 799 300", "command MnuC2centerHere"});
+    f.ui().log.clear();
+    f.Run({"tool poly", "down L 400 300", "up L 400 300", "move 790 300", "down L 799 300"});
+    // The message once, and the shape being drawn is abandoned: the tool ends, the menus and the
+    // tools come back, nothing is added.
+    EXPECT_EQ(f.Kinds(), std::vector<std::string>{"message"});
+    EXPECT_EQ(f.ui().log[0].text, "This point lies too far from the reference point to be drawn.");
+    EXPECT_EQ(f.s().editor.EditState, 0);
     EXPECT_EQ(f.s().editor.draw.PointIndex(), 0);
-    EXPECT_EQ(f.s().editor.EditState, 1);
-    ASSERT_EQ(f.Kinds(), std::vector<std::string>{"message"});
+    EXPECT_EQ(f.s().stores.ShapeCount(), 0);
+    for (bool on : f.s().editor.topMenuEnabled)
+        EXPECT_TRUE(on);
+    for (bool on : f.s().editor.toolEnabled)
+        EXPECT_TRUE(on);
+    EXPECT_EQ(f.ui().pointer, Pointer::Arrow);
+    EXPECT_EQ(f.s().dirty, 0);
+    // The next click is an ordinary click in idle: a pan, and no message.
+    f.Run({"up L 799 300", "down L 799 300"});
+    EXPECT_EQ(f.s().editor.EditState, 7);
+    f.Run({"up L 799 300"});
+    EXPECT_EQ(f.ui().log.size(), 1u);
+    // Drawing in range works as before.
+    f.Run({"tool poly", "down L 400 300", "up L 400 300", "down L 420 300", "up L 420 300", "answer ok",
+           "dblclick 420 320"});
+    EXPECT_EQ(f.s().stores.ShapeCount(), 1);
+    EXPECT_EQ(f.s().editor.EditState, 0);
+}
+
+TEST(Loading, AProjectOfObjectsOpensInTheSelectState)
+{
+    // Two NDBs: after the load the first is selected in the select state, so that a click on the
+    // other's handle selects it instead of panning.
+    const auto dir = std::filesystem::temp_directory_path() / ("fw_objects_only_" + std::to_string(::getpid()));
+    std::filesystem::create_directories(dir);
+    ProjectData data;
+    ResetProject(data.project);
+    for (int x : {0, 100}) {
+        ObjectRecord o;
+        ResetObject(o, kNdb, FW_PROGRAM_DIR);
+        o.PosX = x;
+        data.objects.push_back(o);
+    }
+    const std::string path = (dir / "objects.fwt").string();
+    ASSERT_TRUE(WriteProjectFile(path, data, nullptr));
+    EditorFixture f(1.0);
+    f.Run({"open " + path});
+    std::filesystem::remove_all(dir);
+    EXPECT_EQ(f.s().editor.selection.SelObjects(), (std::vector<std::uint16_t>{0}));
+    EXPECT_EQ(f.s().editor.selection.state(), 1);
+    f.Run({"command MnuC2100"}); // the load resets the view; Px is at 100 %
+    f.Run({"down L " + Px(100, 0)});
+    EXPECT_EQ(f.s().editor.EditState, 0) << "no pan";
+    EXPECT_EQ(f.s().editor.selection.SelObjects(), (std::vector<std::uint16_t>{1}));
+    f.Run({"up L " + Px(100, 0)});
 }
 
 TEST(Placing, OkKeepsTheObjectCancelRemovesIt)

@@ -84,6 +84,7 @@ TEST_F(Flows, OpenLoadsSelectsAndNamesTheProject)
     // The first shape wins over the first object; both their show flags are on.
     EXPECT_EQ(s.editor.selection.SelShapes(), (std::vector<std::uint16_t>{0}));
     EXPECT_TRUE(s.editor.selection.SelObjects().empty());
+    EXPECT_EQ(s.editor.selection.state(), 1);
     EXPECT_EQ(s.showFlags.ShowPoly, 1);
     EXPECT_EQ(s.showFlags.ShowRunway, 1);
     EXPECT_FALSE(ui.waitCursor);
@@ -126,6 +127,8 @@ TEST_F(Flows, OpenWithoutRecordsSelectsNothingAndWithoutSettingsHidesTypes)
     EXPECT_EQ(s.showFlags.ShowPoly, 0);
     EXPECT_EQ(s.showFlags.ShowExclude, 1); // the selected exclude area's flag
     EXPECT_EQ(s.editor.selection.SelObjects(), (std::vector<std::uint16_t>{0}));
+    // The first object is selected as a first shape would be: in the select state, not drag.
+    EXPECT_EQ(s.editor.selection.state(), 1);
 }
 
 TEST_F(Flows, LoadReRootsBuiltInMacrosAndRebuildsTheirOutline)
@@ -383,6 +386,47 @@ TEST_F(Flows, SelectionSaveAndImport)
     EXPECT_EQ(s.editor.selection.SelShapeCount(), 2);
     EXPECT_EQ(s.editor.selection.SelObjectCount(), 1);
     EXPECT_EQ(s.dirty, 1);
+}
+
+TEST_F(Flows, ImportLeavesOutASecondFlattenPolygon)
+{
+    // A selection file of two flatten polygons and a polygon.
+    ProjectData part;
+    for (int type : {kFlatten, kPoly, kFlatten}) {
+        ShapeRecord sh;
+        ResetShape(sh, type);
+        sh.gType = static_cast<std::uint8_t>(type);
+        part.shapes.push_back(sh);
+        part.points.push_back({{0, 0}, {10 * type, 0}, {10 * type, 10}});
+    }
+    ASSERT_TRUE(WriteProjectFile(dir.path("two.fso"), part, nullptr));
+    ASSERT_TRUE(ImportSelection(s, dir.path("two.fso")));
+    // The first flatten polygon goes in, the second of the file is left out with the tool's message.
+    ASSERT_EQ(s.stores.ShapeCount(), 2);
+    EXPECT_EQ(s.stores.ShapeStore[0].gType, kFlatten);
+    EXPECT_EQ(s.stores.ShapeStore[1].gType, kPoly);
+    EXPECT_EQ(s.stores.PointStore[1][1].X - s.stores.PointStore[1][0].X, 10 * kPoly);
+    EXPECT_EQ(ui.Messages(), std::vector<std::string>{"You already drew a flatten polygon...\n\nOnly one flatten "
+                                                      "polygon can be specified for every Fieldwright project."});
+    EXPECT_EQ(s.editor.selection.SelShapeCount(), 2);
+
+    // Imported again, both flatten polygons would be a second one: the polygon alone goes in.
+    ASSERT_TRUE(ImportSelection(s, dir.path("two.fso")));
+    ASSERT_EQ(s.stores.ShapeCount(), 3);
+    EXPECT_EQ(s.stores.ShapeStore[2].gType, kPoly);
+    EXPECT_EQ(ui.Messages().size(), 2u);
+    EXPECT_EQ(s.editor.selection.SelShapes(), (std::vector<std::uint16_t>{2}));
+
+    // A file of a flatten polygon alone adds nothing.
+    ProjectData alone;
+    alone.shapes.push_back(part.shapes[0]);
+    alone.points.push_back(part.points[0]);
+    ASSERT_TRUE(WriteProjectFile(dir.path("alone.fso"), alone, nullptr));
+    s.dirty = 0;
+    EXPECT_FALSE(ImportSelection(s, dir.path("alone.fso")));
+    EXPECT_EQ(s.stores.ShapeCount(), 3);
+    EXPECT_EQ(ui.Messages().size(), 3u);
+    EXPECT_EQ(s.dirty, 0);
 }
 
 TEST_F(Flows, ImportRefusals)

@@ -5,34 +5,81 @@
 #include "app/cli/Commands.h"
 #include "dialogs/FormAnswers.h"
 #include "editor/Replay.h"
+#include "export/Compile.h"
+#include "platform/PosixProcess.h"
+#include "render/BackImage.h"
 
 namespace fw::cli {
 
 int Replay(const Args& args)
 {
-    if (args.size() != 1) {
-        std::fputs("usage: fieldwright-cli replay SCRIPT\n", stderr);
+    std::string script, out;
+    bool bad = false;
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        if (args[i] == "--out") {
+            if (i + 1 >= args.size() || !out.empty() || args[i + 1].empty())
+                bad = true;
+            else
+                out = args[++i];
+        } else if (script.empty()) {
+            script = args[i];
+        } else {
+            bad = true;
+        }
+    }
+    if (bad || script.empty()) {
+        std::fputs("usage: fieldwright-cli replay SCRIPT [--out FOLDER]\n", stderr);
         return 2;
     }
-    const std::filesystem::path script(args[0]);
-    std::string base = script.parent_path().string();
+    if (!out.empty() && !std::filesystem::is_directory(out)) {
+        std::fprintf(stderr, "the output folder '%s' doesn't exist\n", out.c_str());
+        return 2;
+    }
+    std::string base = std::filesystem::path(script).parent_path().string();
     if (base.empty())
         base = ".";
-    ReplaySession replay(ProgramFolder(), base);
-    // "answer form ..." lines fill in the property dialogs and run their checks.
+    ReplaySession replay(ProgramFolder(), base, out);
+    // "answer form ..." lines fill in the dialogs and run their checks.
     Session& session = replay.session;
-    replay.ui.formAnswers = [&session](const std::vector<std::string>& words, const ReplayUi::FormTarget& t,
-                                       std::string& why) {
+    ReplayUi& ui = replay.ui;
+    FormButtons buttons;
+    buttons.optimize = [&ui](ProjectRecord& working) { return ui.OptimizeSettings(working); };
+    buttons.converter = [&ui] { ui.Converter(); };
+    ui.formAnswers = [&session, buttons](const std::vector<std::string>& words, const ReplayUi::FormTarget& t,
+                                         std::string& why) {
+        const ValueContext ctx = session.values();
         FormAnswerResult r = FormAnswerResult::Refused;
         if (t.shape)
-            r = AnswerShapeForm(words, *t.shape, t.points, t.mustComplete, session.values(), why);
+            r = AnswerShapeForm(words, *t.shape, t.points, t.mustComplete, ctx, why, buttons);
         else if (t.object)
-            r = AnswerObjectForm(words, *t.object, session.config, session.programFolder, session.values(), why);
+            r = AnswerObjectForm(words, *t.object, session.config, session.programFolder, ctx, why);
         else if (t.project)
-            r = AnswerProjectForm(words, *t.project, t.mustComplete, session.values(), why);
+            r = AnswerProjectForm(words, *t.project, t.mustComplete, ctx, why, buttons);
+        else if (t.optimize)
+            r = AnswerOptimizeForm(words, *t.optimize, ctx, why);
+        else if (t.config)
+            r = AnswerOptionsForm(words, *t.config, t.openGLActive, ctx, why);
+        else if (t.converter)
+            r = AnswerConverterForm(words, *t.converter, ctx, why);
         return static_cast<int>(r);
     };
-    return replay.RunFile(args[0], std::cerr);
+    // The menu commands whose work is in the export and the background image.
+    replay.moreCommands = [](Session& s, const std::string& name) {
+        if (name == "MnuFexport") {
+            MnuFexport(s);
+        } else if (name == "MnuFbgl") {
+            PosixProcess process;
+            MnuFbgl(s, process, CompilerFromEnvironment());
+        } else if (name == "MnuBloadremove") {
+            MnuBloadremove(s);
+        } else if (name == "MnuBremove") {
+            MnuBremove(s);
+        } else {
+            return false;
+        }
+        return true;
+    };
+    return replay.RunFile(script, std::cerr);
 }
 
 } // namespace fw::cli

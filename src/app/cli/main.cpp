@@ -28,7 +28,7 @@ constexpr const char* kUsage =
     "                                 write the project's SCASM text\n"
     "  compile FILE.fwt OUT.bgl       export and run the scenery compiler\n"
     "  check-scasm FILE.txt           check the structure of SCASM text\n"
-    "  replay SCRIPT                  run an editor event script\n"
+    "  replay SCRIPT [--out FOLDER]   run an editor event script; what it writes goes to FOLDER\n"
     "  render FILE.fwt OUT.png [--size WxH] [--zoom Z] [--offset X Y]\n"
     "                                 paint the plan view into a picture\n";
 

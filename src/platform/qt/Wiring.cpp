@@ -1,5 +1,6 @@
 #include "platform/qt/Wiring.h"
 
+#include "editor/Commands.h"
 #include "editor/EditorCommon.h"
 #include "editor/Undo.h"
 #include "export/Compile.h"
@@ -74,13 +75,7 @@ void WireFileCommands(MainWindow& window, Session& session, const std::string& c
 
 void WireSettingsCommands(MainWindow& window, Session& session)
 {
-    window.connectCommand("MnuFsettings", [&session] {
-        ProjectRecord copy = session.project;
-        if (session.ui && session.ui->ProjectSettings(copy, false)) {
-            session.project = copy;
-            MarkChanged(session, false);
-        }
-    });
+    window.connectCommand("MnuFsettings", [&session] { MnuFsettings(session); });
     window.connectCommand("MnuFoptions", [&session, &window] {
         if (RunFormOptions(session.config, session.openGLActive, session.values(), session.programFolder, &window))
             PaintFrame(session);
