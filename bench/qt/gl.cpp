@@ -32,7 +32,7 @@ Gl& Context()
     static Gl g;
     static const bool made = [] {
         std::string error;
-        g.ok = g.context.Create(error) && GlSetup(g.gl) && g.frame.Resize(kWidth, kHeight);
+        g.ok = g.context.Create(error) == 3 && GlSetup(g.gl) && g.frame.Resize(kWidth, kHeight);
         if (!g.ok)
             std::fprintf(stderr, "no OpenGL context: %s\n", error.c_str());
         return true;

@@ -26,7 +26,7 @@ protected:
     void SetUp() override
     {
         std::string error;
-        ASSERT_TRUE(context_.Create(error)) << error;
+        ASSERT_EQ(context_.Create(error), 3) << error;
         ASSERT_TRUE(GlSetup(gl_));
         ASSERT_TRUE(frame_.Resize(200, 200));
         dir_ = std::filesystem::temp_directory_path() / ("fw_gl_pixels_" + std::to_string(::getpid()));

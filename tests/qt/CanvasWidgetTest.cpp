@@ -22,6 +22,7 @@
 #include "editor/CanvasEvents.h"
 #include "editor/Commands.h"
 #include "platform/qt/CanvasWidget.h"
+#include "platform/qt/GlPlanView.h"
 #include "platform/qt/MainWindow.h"
 #include "platform/qt/QtUi.h"
 #include "platform/qt/Startup.h"
@@ -509,6 +510,70 @@ TEST_F(MainWindowCommands, AboutIsAModalBox)
     Trigger("MnuHabout");
     EXPECT_EQ(title, "About Fieldwright");
     EXPECT_TRUE(modal);
+}
+
+
+// The OpenGL view in the canvas: filled shapes from the GL frame, the overlays painted over it.
+struct GlCanvasTest : CanvasFixture {
+    GlCanvasTest()
+    {
+        std::string error;
+        started = context.Create(error) == 3 && view.Setup(400, 300);
+        session.openGLActive = 1;
+        canvas->setGlView(&view);
+        ui.setGlRebuild([this](bool full) { view.Rebuild(session, full); });
+    }
+    ~GlCanvasTest() override
+    {
+        ui.setGlRebuild({});
+        canvas->setGlView(nullptr);
+        view.Release();
+    }
+    HeadlessGlContext context;
+    GlPlanView view{context};
+    bool started = false;
+};
+
+TEST_F(GlCanvasTest, ShapesAreFilledAndDragAndRubberBandOverlaysLieOverThem)
+{
+    ASSERT_TRUE(started);
+    AddShape(session, {0, 0, 40, 0, 40, 40, 0, 40}, kPoly);
+    ShapeRecord& r = session.stores.ShapeStore[0];
+    r.gIsColored = 1;
+    r.cColor = RGB(255, 0, 0);
+    r.cTransparency = 15;
+    AppendObject(session.stores, kVor, -100, -100, 0, session.programFolder);
+    mouse.Click(200, 150);
+    ASSERT_EQ(session.editor.selection.firstShape(), 0);
+    EXPECT_EQ(Px(Frame(), 220, 170), 0xFF0000u) << "filled";
+    EXPECT_EQ(Px(Frame(), 100, 50), kWhitePx) << "no object in this view";
+
+    RunCommand(session, "MnuSdragshape");
+    mouse.Press(201, 151);
+    mouse.Move(261, 181);
+    EXPECT_EQ(Px(Frame(), 280, 180), kGreyPx) << "the ghost over the GL frame";
+    EXPECT_EQ(Px(Frame(), 220, 170), 0xFF0000u);
+    mouse.Release(261, 181);
+    EXPECT_EQ(Px(Frame(), 280, 200), 0xFF0000u) << "the list rebuilt with the moved shape";
+    EXPECT_EQ(Px(Frame(), 210, 160), kWhitePx);
+
+    RunCommand(session, "MnuSselectshape");
+    mouse.Press(150, 100, Qt::LeftButton, Qt::ShiftModifier);
+    mouse.Move(250, 200, Qt::ShiftModifier);
+    int dark = 0;
+    const QImage f = Frame();
+    for (int x = 150; x < 250; ++x)
+        dark += Px(f, x, 100) == kBlackPx;
+    EXPECT_GT(dark, 30) << "the rubber band";
+    mouse.Release(250, 200, Qt::LeftButton, Qt::ShiftModifier);
+}
+
+TEST_F(GlCanvasTest, AViewWithoutAContextFailsItsSetUp)
+{
+    HeadlessGlContext none;
+    GlPlanView view(none);
+    EXPECT_FALSE(view.Setup(100, 100));
+    EXPECT_FALSE(view.ready());
 }
 
 } // namespace

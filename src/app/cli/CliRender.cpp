@@ -111,7 +111,7 @@ bool RenderOpenGl(const Session& s, int width, int height, std::vector<std::uint
 {
     HeadlessGlContext context;
     std::string error;
-    if (!context.Create(error)) {
+    if (context.Create(error) != 3) {
         std::fprintf(stderr, "Unable to render with OpenGL: %s\n", error.c_str());
         return false;
     }

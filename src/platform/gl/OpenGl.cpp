@@ -181,7 +181,7 @@ void GlFramebuffer::Read(std::uint32_t* pixels, int stride) const
 
 HeadlessGlContext::~HeadlessGlContext() { Release(); }
 
-bool HeadlessGlContext::Create(std::string& error)
+int HeadlessGlContext::Create(std::string& error)
 {
     Release();
     EGLDisplay display = EGL_NO_DISPLAY;
@@ -195,14 +195,14 @@ bool HeadlessGlContext::Create(std::string& error)
         display = eglGetDisplay(EGL_DEFAULT_DISPLAY);
         if (display == EGL_NO_DISPLAY || !eglInitialize(display, &major, &minor)) {
             error = "no EGL display could be opened";
-            return false;
+            return 0;
         }
     }
     display_ = display;
     if (!eglBindAPI(EGL_OPENGL_API)) {
         error = "the EGL display offers no desktop OpenGL";
         Release();
-        return false;
+        return 0;
     }
     const EGLint configAttributes[] = {EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT, EGL_NONE};
     EGLConfig config = nullptr;
@@ -215,15 +215,22 @@ bool HeadlessGlContext::Create(std::string& error)
     if (context == EGL_NO_CONTEXT) {
         error = "no OpenGL context could be made";
         Release();
-        return false;
+        return 1;
     }
     context_ = context;
-    if (!eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, context)) {
+    if (!MakeCurrent()) {
         error = "the OpenGL context could not be made current";
         Release();
-        return false;
+        return 2;
     }
-    return true;
+    return 3;
+}
+
+bool HeadlessGlContext::MakeCurrent()
+{
+    if (eglGetCurrentContext() == context_ && context_ != nullptr)
+        return true;
+    return context_ != nullptr && eglMakeCurrent(display_, EGL_NO_SURFACE, EGL_NO_SURFACE, context_);
 }
 
 void HeadlessGlContext::Release()

@@ -84,7 +84,8 @@ private:
 };
 
 // A desktop OpenGL context in the compatibility profile without any window or display (Mesa's
-// surfaceless platform, else the default display), made current at once.
+// surfaceless platform, else the default display). The view draws into a framebuffer of its own,
+// so one such context serves the desktop program, the batch tool and the tests alike.
 class HeadlessGlContext {
 public:
     HeadlessGlContext() = default;
@@ -92,8 +93,14 @@ public:
     HeadlessGlContext(const HeadlessGlContext&) = delete;
     HeadlessGlContext& operator=(const HeadlessGlContext&) = delete;
 
-    // False with the reason in error.
-    bool Create(std::string& error);
+    // The three steps of the set-up, each counting 1 when it succeeded: a display with desktop
+    // OpenGL, the context, making it current. Only 3 is a working context; below it error says
+    // why and nothing is kept.
+    int Create(std::string& error);
+    // Current again before the view draws; false without a context.
+    bool MakeCurrent();
+    bool active() const { return context_ != nullptr; }
+    // Not current any more, and deleted; nothing happens without a context.
     void Release();
 
 private:

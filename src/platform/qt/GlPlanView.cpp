@@ -1,6 +1,5 @@
 #include "platform/qt/GlPlanView.h"
 
-#include "platform/qt/GLStart.h"
 #include "platform/qt/QtCanvas.h"
 
 namespace fw::qt {

@@ -8,12 +8,11 @@
 
 namespace fw::qt {
 
-class GLContext;
 class QtCanvas;
 
 class GlPlanView {
 public:
-    explicit GlPlanView(GLContext& context) : context_(context) {}
+    explicit GlPlanView(HeadlessGlContext& context) : context_(context) {}
     ~GlPlanView();
     GlPlanView(const GlPlanView&) = delete;
     GlPlanView& operator=(const GlPlanView&) = delete;
@@ -32,7 +31,7 @@ public:
     void Release();
 
 private:
-    GLContext& context_;
+    HeadlessGlContext& context_;
     OpenGl gl_;
     GlFramebuffer frame_;
     GlTextureTable table_;

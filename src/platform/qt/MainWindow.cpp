@@ -19,7 +19,6 @@
 #include "editor/Commands.h"
 #include "files/ProjectFlows.h"
 #include "platform/qt/CanvasWidget.h"
-#include "platform/qt/GLStart.h"
 #include "platform/qt/GlPlanView.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtUi.h"
@@ -65,7 +64,7 @@ MainWindow::MainWindow(Session& session, QtUi& ui, MainWindowHooks hooks)
     : session_(session), ui_(ui), hooks_(std::move(hooks))
 {
     setObjectName("Form1");
-    gl_ = std::make_unique<GLContext>();
+    gl_ = std::make_unique<HeadlessGlContext>();
     canvas_ = new CanvasWidget(session_, this);
     setCentralWidget(canvas_);
     ui_.setParent(this);
@@ -391,7 +390,8 @@ bool MainWindow::StartOpenGL()
 {
     if (createOpenGL_)
         return createOpenGL_() == 3;
-    if (gl_->Create() != 3)
+    std::string error;
+    if (gl_->Create(error) != 3)
         return false;
     // The state, the tessellator and the framebuffer belong to the set-up: any of them failing
     // fails the start as a context would.

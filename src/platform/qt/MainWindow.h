@@ -11,6 +11,7 @@
 #include <QTimer>
 
 #include "core/Session.h"
+#include "platform/gl/OpenGl.h"
 
 class QAction;
 class QActionGroup;
@@ -21,7 +22,6 @@ class QToolBar;
 namespace fw::qt {
 
 class CanvasWidget;
-class GLContext;
 class GlPlanView;
 class QtUi;
 
@@ -56,7 +56,6 @@ public:
     bool Load();
     // The number of OpenGL set-up steps that succeeded (3 for all); replaceable for tests.
     void setOpenGLCreator(std::function<int()> create) { createOpenGL_ = std::move(create); }
-    GLContext& glContext() { return *gl_; }
 
     // A menu command or tool button by its name ("MnuFopen", "MnuC2100", "poly", ...); null if none.
     QAction* action(const QString& name) const;
@@ -116,7 +115,7 @@ private:
     QTimer timer1_;
     // The context and the GL view's set-up; false when the start failed.
     bool StartOpenGL();
-    std::unique_ptr<GLContext> gl_;
+    std::unique_ptr<HeadlessGlContext> gl_;
     std::unique_ptr<GlPlanView> glView_;
     std::function<int()> createOpenGL_;
     bool closing_ = false;
