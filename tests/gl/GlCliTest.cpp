@@ -67,4 +67,24 @@ TEST(CliRenderOpenGl, PaintsTheFilledAndTexturedFrameWithoutADisplay)
     std::remove(out.c_str());
 }
 
+TEST(CliRenderOpenGl, NoContextIsAMessageAndExitCodeOneAndNoPicture)
+{
+    // No EGL vendor at all: as on a machine without any OpenGL driver.
+    const std::string out = ::testing::TempDir() + "fw_render_gl_none.png";
+    std::remove(out.c_str());
+    const std::string cmd = "__EGL_VENDOR_LIBRARY_FILENAMES=/nonexistent.json \"" + std::string(FW_CLI) +
+                            "\" render \"" + FW_FIXTURES + "/render/gl_field.fwt\" \"" + out + "\" --opengl 2>&1";
+    FILE* p = popen(cmd.c_str(), "r");
+    ASSERT_NE(p, nullptr);
+    std::string text;
+    char buffer[256];
+    while (std::fgets(buffer, sizeof buffer, p) != nullptr)
+        text += buffer;
+    const int status = pclose(p);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status), 1);
+    EXPECT_NE(text.find("Unable to render with OpenGL"), std::string::npos) << text;
+    EXPECT_FALSE(std::filesystem::exists(out));
+}
+
 } // namespace
