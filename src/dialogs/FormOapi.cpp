@@ -91,13 +91,16 @@ bool FormOapi::LoadMacro(const std::string& file)
     const std::string onDisk = FindPathNoCase(file);
     if (file.empty() || !FileExists(onDisk))
         return false;
+    // All three passes first: a file whose header can't be read changes nothing.
+    MacroHeader uses;
+    MacroHeader defaults;
+    MacroHeader descriptions;
+    if (!ReadMacroUses(onDisk, uses) || !ReadMacroDefaults(onDisk, sep_, defaults) ||
+        !ReadMacroDescriptions(onDisk, sep_, descriptions))
+        return false;
     path = file;
     values["Label35"] = GetNameFromPath(path, true);
-    MacroHeader uses;
-    ReadMacroUses(onDisk, uses);
     ShowUses(uses);
-    MacroHeader defaults;
-    ReadMacroDefaults(onDisk, sep_, defaults);
     if (defaults.range >= 1)
         values.SetInt("Text2", defaults.range);
     if (defaults.scale >= 0)
@@ -106,7 +109,7 @@ bool FormOapi::LoadMacro(const std::string& file)
         values.SetInt("Combo2", defaults.density);
     for (int i = 0; i < 10; ++i)
         values[ParamControl(6 + i)] = defaults.params[i];
-    ReadMacroDescriptions(onDisk, sep_, header);
+    header = descriptions;
     description = header.description;
     paramLabels = header.params;
     return true;

@@ -29,7 +29,8 @@ struct FormOapi {
                char decimalSeparator);
     // Combo1 changed to position: the object's own macro (0) or a listed one.
     void ChooseMacro(int position);
-    // A macro file picked with Browse (or reloaded by "Reset defaults"): false when it is missing.
+    // A macro file picked with Browse (or reloaded by "Reset defaults"): false, and nothing
+    // changed, when it is missing or its header can't be read.
     bool LoadMacro(const std::string& path);
     // OK: the checks in order, then the record and the configuration's APIPath and combo position.
     OkResult Ok(const ValueContext& ctx, ObjectRecord& r, ConfigRecord& config) const;

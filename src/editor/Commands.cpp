@@ -1,5 +1,6 @@
 #include "editor/Commands.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -127,6 +128,32 @@ void ZoomStep(Session& s, bool in)
             SetZoom(s, kZoomLevels[next].zoom);
         return;
     }
+}
+
+void WheelZoom(Session& s, int steps, double x, double y)
+{
+    if (steps == 0 || s.editor.EditState != 0)
+        return;
+    COffset& view = s.view;
+    int from = -1;
+    for (int i = 0; i < 8; ++i)
+        if (kZoomLevels[i].zoom == view.zoom())
+            from = i;
+    if (from < 0)
+        return;
+    const int to = std::clamp(from + std::clamp(steps, -8, 8), 0, 7);
+    if (to == from)
+        return;
+    // The world point under the pixel is (pixel - centre) / zoom - offset; keep it at the new zoom.
+    const double change = 1.0 / kZoomLevels[to].zoom - 1.0 / kZoomLevels[from].zoom;
+    const auto held = [](double wanted, std::int32_t now) {
+        const double lo = std::min(-10000, now);
+        const double hi = std::max(10000, now);
+        return Round32(std::clamp(wanted, lo, hi));
+    };
+    view.setOffX(held(view.offX() + (Round32(x) - static_cast<double>(view.centX())) * change, view.offX()));
+    view.setOffY(held(view.offY() + (Round32(y) - static_cast<double>(view.centY())) * change, view.offY()));
+    SetZoom(s, kZoomLevels[to].zoom);
 }
 
 void MnuSshapeproperties(Session& s)

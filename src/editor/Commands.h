@@ -31,6 +31,12 @@ bool RunCommand(Session& s, const std::string& name);
 
 // The eight zoom levels and their commands; one row up or down.
 void ZoomStep(Session& s, bool in);
+// The mouse wheel over the canvas: `steps` rows of the zoom levels, positive in and negative out,
+// stopping at 6.25% and 400%, about the pixel (x, y) of the drawable area, so that the world
+// point under it stays under it. The view's offset is held inside the work area as a pan holds
+// it, but never pulled in from beyond it (after "Center here"). Only when the canvas is idle
+// (EditState 0), as for the zoom keys; nothing but the zoom and the offset changes.
+void WheelZoom(Session& s, int steps, double x, double y);
 
 // "Proj&ect settings...": the project settings dialog on a copy of the record; OK stores it and
 // marks the project changed, without an undo step.

@@ -97,5 +97,36 @@ TEST_F(Oapi, KeysPastesAndClosingWithoutAMacro)
     EXPECT_EQ(f.values.Text("Text8"), "10");
 }
 
+TEST_F(Oapi, AFileWhoseHeaderCantBeReadIsRefusedAndChangesNothing)
+{
+    ObjectRecord o;
+    ResetObject(o, kApi, folder);
+    FormOapi f;
+    f.Show_(o, config, folder, '.');
+    f.ChooseMacro(1);
+    const std::string before = f.path;
+    const auto enabled = f.enabled;
+    const std::string label = f.values.Text("Label35");
+    const std::string range = f.values.Text("Text2");
+    ASSERT_FALSE(before.empty());
+    // A folder by the name of a macro: it exists, but there is no header to read.
+    std::filesystem::create_directories(folder + "API/folder.api");
+    EXPECT_FALSE(f.LoadMacro(folder + "API/folder.api"));
+    EXPECT_EQ(f.path, before);
+    EXPECT_EQ(f.enabled, enabled);
+    EXPECT_EQ(f.values.Text("Label35"), label);
+    EXPECT_EQ(f.values.Text("Text2"), range);
+    EXPECT_EQ(f.description, "A box");
+    // A missing file, as before.
+    EXPECT_FALSE(f.LoadMacro(folder + "API/none.api"));
+    EXPECT_EQ(f.path, before);
+    // A readable one loads.
+    std::ofstream(folder + "API/other.api") << ";macrodesc Another\r\nArea( 5 %3 )\r\n";
+    EXPECT_TRUE(f.LoadMacro(folder + "API/other.api"));
+    EXPECT_EQ(f.values.Text("Label35"), "other.api");
+    EXPECT_EQ(f.description, "Another");
+    EXPECT_TRUE(ui.Messages().empty());
+}
+
 } // namespace
 } // namespace fw

@@ -46,6 +46,126 @@ TEST(View, ZoomStepsStopAtTheEnds)
     EXPECT_TRUE(f.ui().log.empty());
 }
 
+// The world point under a pixel, unrounded: what the wheel keeps in place.
+double WorldXAt(const COffset& v, int px) { return (px - v.centX()) / v.zoom() - v.offX(); }
+double WorldYAt(const COffset& v, int py) { return (py - v.centY()) / v.zoom() - v.offY(); }
+
+TEST(View, WheelZoomsThroughTheLevelsAboutThePointUnderThePointer)
+{
+    EditorFixture f(0.25);
+    COffset& v = f.s().view;
+    v.setOffX(120);
+    v.setOffY(-40);
+    const int px = 700, py = 100;
+    const double wx = WorldXAt(v, px), wy = WorldYAt(v, py);
+    // Each call rounds the offset once: the point drifts by at most half a world unit a call.
+    int calls = 0;
+    WheelZoom(f.s(), 1, px, py);
+    ++calls;
+    EXPECT_EQ(v.zoom(), 0.5);
+    EXPECT_NEAR(WorldXAt(v, px), wx, 0.5 * calls);
+    EXPECT_NEAR(WorldYAt(v, py), wy, 0.5 * calls);
+    EXPECT_EQ(v.offX(), 120 + (700 - 400) * (2 - 4)); // 1 / 0.5 - 1 / 0.25
+    EXPECT_EQ(v.offY(), -40 + (100 - 300) * (2 - 4));
+    // And it is painted where it was: the forward map of the world point lands on the pixel.
+    EXPECT_NEAR(v.PixelX(wx), px, 1);
+    EXPECT_NEAR(v.PixelY(wy), py, 1);
+
+    // Three notches at once go three rows; the table ends at 400 %, the rest is dropped.
+    WheelZoom(f.s(), 3, px, py);
+    ++calls;
+    EXPECT_EQ(v.zoom(), 3.0);
+    EXPECT_NEAR(WorldXAt(v, px), wx, 0.5 * calls);
+    WheelZoom(f.s(), 5, px, py);
+    ++calls;
+    EXPECT_EQ(v.zoom(), 4.0);
+    EXPECT_NEAR(WorldXAt(v, px), wx, 0.5 * calls);
+    EXPECT_NEAR(v.PixelX(wx), px, 0.5 * calls * 4 + 1);
+    const std::int32_t ox = v.offX();
+    WheelZoom(f.s(), 1, 10, 10); // at 400 %: nothing, not even the offset
+    EXPECT_EQ(v.zoom(), 4.0);
+    EXPECT_EQ(v.offX(), ox);
+
+    // Back out through every level about the same pixel.
+    for (double z : {3.0, 2.0, 1.0, 0.5, 0.25, 0.125, 0.0625}) {
+        WheelZoom(f.s(), -1, px, py);
+        ++calls;
+        EXPECT_EQ(v.zoom(), z);
+        EXPECT_NEAR(WorldXAt(v, px), wx, 0.5 * calls) << z;
+        EXPECT_NEAR(WorldYAt(v, py), wy, 0.5 * calls) << z;
+    }
+    WheelZoom(f.s(), -1, px, py);
+    EXPECT_EQ(v.zoom(), 0.0625);
+    // At the centre pixel the offset stays: that is the zoom of the keys.
+    v.setOffX(77);
+    v.setOffY(-33);
+    WheelZoom(f.s(), 2, 400, 300);
+    EXPECT_EQ(v.zoom(), 0.25);
+    EXPECT_EQ(v.offX(), 77);
+    EXPECT_EQ(v.offY(), -33);
+    EXPECT_TRUE(f.ui().log.empty());
+}
+
+TEST(View, WheelHoldsTheOffsetAsAPanDoesButNeverPullsItIn)
+{
+    EditorFixture f(0.0625);
+    COffset& v = f.s().view;
+    v.setOffX(-9000);
+    // Zoom in at the right edge: the centre would go past the work area's east end.
+    WheelZoom(f.s(), 1, 799, 300);
+    EXPECT_EQ(v.zoom(), 0.125);
+    EXPECT_EQ(v.offX(), -10000);
+    // Beyond the work area after "Center here" (world -14000 at the centre): the wheel doesn't
+    // jump back into the work area, and takes the view no further out.
+    v.setOffX(14000);
+    v.setOffY(0);
+    WheelZoom(f.s(), 1, 400, 300);
+    EXPECT_EQ(v.zoom(), 0.25);
+    EXPECT_EQ(v.offX(), 14000);
+    WheelZoom(f.s(), 1, 0, 300); // in about a point further west: the centre would follow it
+    EXPECT_EQ(v.zoom(), 0.5);
+    EXPECT_EQ(v.offX(), 14000);
+    WheelZoom(f.s(), -1, 0, 300); // out about it: the centre goes east, toward the work area
+    EXPECT_EQ(v.zoom(), 0.25);
+    EXPECT_EQ(v.offX(), 14000 + (0 - 400) * (4 - 2));
+}
+
+TEST(View, WheelIsTheIdleCanvasOnlyAndChangesNothingElse)
+{
+    EditorFixture f(1.0);
+    COffset& v = f.s().view;
+    // A shape being drawn: the wheel leaves the view and the drawing alone.
+    f.Run({"tool poly", "down L 400 300", "up L 400 300", "move 500 300"});
+    const int state = f.s().editor.EditState;
+    ASSERT_NE(state, 0);
+    WheelZoom(f.s(), 1, 500, 300);
+    EXPECT_EQ(v.zoom(), 1.0);
+    EXPECT_EQ(v.offX(), 0);
+    EXPECT_EQ(f.s().editor.EditState, state);
+
+    // A zoom that is no row of the table steps nowhere, as the keys.
+    EditorFixture g(1.0);
+    g.s().view.setZoom(0.3);
+    WheelZoom(g.s(), 1, 100, 100);
+    EXPECT_EQ(g.s().view.zoom(), 0.3);
+    EXPECT_EQ(g.s().view.offX(), 0);
+
+    // Idle with a selection in drag mode: the selection, the stores and the undo stay as they were.
+    EditorFixture h(1.0);
+    const int shape = h.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}});
+    h.SelectShape(shape);
+    h.s().editor.selection.setState(3);
+    const auto dirty = h.s().dirty;
+    const auto selected = h.s().editor.selection.SelShapeCount();
+    WheelZoom(h.s(), -1, 600, 200);
+    EXPECT_EQ(h.s().view.zoom(), 0.5);
+    EXPECT_EQ(h.s().editor.selection.state(), 3);
+    EXPECT_EQ(h.s().editor.selection.SelShapeCount(), selected);
+    EXPECT_EQ(h.s().dirty, dirty);
+    EXPECT_EQ(h.s().stores.PointStore[shape][1].X, 100);
+    EXPECT_EQ(h.s().editor.EditState, 0);
+}
+
 TEST(View, ResizeKeepsTheCentreAndZoom)
 {
     EditorFixture f(2.0);

@@ -16,6 +16,7 @@
 #include <QMouseEvent>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QWheelEvent>
 
 #include "core/Config.h"
 #include "core/Session.h"
@@ -117,6 +118,15 @@ public:
     void Key(int key, Qt::KeyboardModifiers m = Qt::NoModifier)
     {
         QKeyEvent e(QEvent::KeyPress, key, m);
+        QCoreApplication::sendEvent(w_, &e);
+    }
+
+    // A turn of the wheel, in eighths of a degree: 120 is one notch away from the user.
+    void Wheel(double x, double y, int delta)
+    {
+        const QPointF local(x + CanvasWidget::kBorder, y + CanvasWidget::kBorder);
+        QWheelEvent e(local, w_->mapToGlobal(local), QPoint(), QPoint(0, delta), buttons_, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(w_, &e);
     }
 
@@ -374,6 +384,47 @@ TEST_F(CanvasWidgetTest, KeysOfTheCanvas)
     EXPECT_EQ(session.editor.selection.state(), 1) << "Enter is Selected";
 }
 
+TEST_F(CanvasWidgetTest, TheWheelZoomsAboutThePointUnderThePointer)
+{
+    // A square around world (100, -50), which is pixel (300, 100) at 100 %.
+    AddShape(session, {90, -60, 110, -60, 110, -40, 90, -40}, kPoly);
+    canvas->PaintNow();
+    EXPECT_EQ(Px(Frame(), 300, 90), kBlackPx); // the middle of the top edge
+    EXPECT_EQ(Px(Frame(), 290, 100), kBlackPx); // and of the left edge
+    mouse.Wheel(300, 100, 120);
+    EXPECT_EQ(session.view.zoom(), 2.0);
+    // Under the pointer the world stays: the square's edges are 20 pixels from it now.
+    EXPECT_EQ(ScreenToWorld(session.view, 300, 100).X, 100);
+    EXPECT_EQ(ScreenToWorld(session.view, 300, 100).Y, -50);
+    EXPECT_EQ(Px(Frame(), 300, 80), kBlackPx);
+    EXPECT_EQ(Px(Frame(), 280, 100), kBlackPx);
+    EXPECT_EQ(Px(Frame(), 300, 90), kWhitePx);
+
+    // A fine wheel: half notches add up to one step; a turn back starts afresh.
+    mouse.Wheel(300, 100, 60);
+    EXPECT_EQ(session.view.zoom(), 2.0);
+    mouse.Wheel(300, 100, 60);
+    EXPECT_EQ(session.view.zoom(), 3.0);
+    mouse.Wheel(300, 100, 60);
+    mouse.Wheel(300, 100, -60);
+    EXPECT_EQ(session.view.zoom(), 3.0);
+    mouse.Wheel(300, 100, -60);
+    EXPECT_EQ(session.view.zoom(), 2.0);
+    // Two notches toward the user in one event: two levels out.
+    mouse.Wheel(300, 100, -240);
+    EXPECT_EQ(session.view.zoom(), 0.5);
+    EXPECT_EQ(ScreenToWorld(session.view, 300, 100).X, 100);
+    EXPECT_EQ(ScreenToWorld(session.view, 300, 100).Y, -50);
+
+    // Drawing: the wheel changes nothing, the shape goes on.
+    ToolClick(session, "poly");
+    mouse.Click(50, 50);
+    mouse.Wheel(300, 100, 120);
+    EXPECT_EQ(session.view.zoom(), 0.5);
+    EXPECT_EQ(session.editor.EditState, 1);
+    EXPECT_TRUE(ui.messages.empty());
+}
+
 // The main window around the canvas.
 struct WindowFixture : ::testing::Test {
     WindowFixture()
@@ -422,6 +473,15 @@ TEST_F(MainWindowCommands, AToolButtonShutsMenusAndToolsAtOnceUntilTheShapeEnds)
     Trigger("zoomIn");
     EXPECT_EQ(session.view.zoom(), 0.5);
     EXPECT_EQ(window->panel(6)->text(), "50 %");
+}
+
+TEST_F(MainWindowCommands, TheWheelShowsItsZoomInTheStatusBarAndTheMenuAtOnce)
+{
+    mouse.Wheel(100, 100, 120);
+    EXPECT_EQ(session.view.zoom(), 0.5);
+    EXPECT_EQ(window->panel(6)->text(), "50 %");
+    EXPECT_TRUE(window->action("MnuC250")->isChecked());
+    EXPECT_FALSE(window->action("MnuC225")->isChecked());
 }
 
 TEST_F(MainWindowCommands, MenuCommandsRunTheEditorAndShowTheirFlagsAtOnce)

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
 #include <QToolBar>
 
 #include "core/Config.h"
@@ -150,6 +151,62 @@ TEST_F(MainWindowFrame, LoadSetsSizeTitlePopupsPanelsAndReadiness)
     session.hasName = 1;
     w.UpdateTitle();
     EXPECT_EQ(w.windowTitle(), "Fieldwright - [My field.fwt]");
+}
+
+TEST(StartGeometry, TheSavedSizeIsHeldInsideTheScreenWithItsFrameAndCentred)
+{
+    const QRect screen(0, 0, 1280, 1024);
+    const QMargins frame(8, 40, 8, 8);
+    const QSize least(300, 200);
+    StartGeometry g = HeldStartGeometry(700, 500, screen, frame, least);
+    EXPECT_EQ(g.size, QSize(700, 500));
+    EXPECT_EQ(g.framePos, QPoint((1280 - 716) / 2, (1024 - 548) / 2));
+    // Larger than the screen: as large as the screen holds, frame and all, at its top left.
+    g = HeldStartGeometry(3000, 2500, screen, frame, least);
+    EXPECT_EQ(g.size, QSize(1264, 976));
+    EXPECT_EQ(g.framePos, QPoint(0, 0));
+    // Damaged: nothing positive gives the default, a sliver gives the minimum.
+    g = HeldStartGeometry(-2000000000, 0, screen, frame, least);
+    EXPECT_EQ(g.size, QSize(640, 480));
+    g = HeldStartGeometry(5, 2147483647, screen, frame, least);
+    EXPECT_EQ(g.size, QSize(300, 976));
+    // A screen that doesn't start at 0 (a panel on the left and on top).
+    g = HeldStartGeometry(5000, 300, QRect(64, 30, 1216, 994), frame, least);
+    EXPECT_EQ(g.size, QSize(1200, 300));
+    EXPECT_EQ(g.framePos, QPoint(64, 30 + (994 - 348) / 2));
+    // A screen smaller than the window's minimum: the screen wins.
+    g = HeldStartGeometry(640, 480, QRect(0, 0, 200, 150), frame, least);
+    EXPECT_EQ(g.size, QSize(184, 102));
+}
+
+TEST_F(MainWindowFrame, DamagedSizeAndStateKeepTheWholeWindowOnTheScreen)
+{
+    struct Saved {
+        int width, height, status;
+    };
+    for (const Saved saved : {Saved{5000, 4000, 0}, Saved{-2000000000, 99999, 0}, Saved{0, -5, 7},
+                              Saved{2147483647, 2147483647, -1}}) {
+        session.config.WinWidth = saved.width;
+        session.config.WinHeight = saved.height;
+        session.config.WinStatus = saved.status;
+        MainWindow w(session, ui);
+        w.Load();
+        const QRect room = w.screen()->availableGeometry();
+        EXPECT_TRUE(w.isVisible());
+        EXPECT_FALSE(w.isMinimized()) << saved.status;
+        EXPECT_FALSE(w.isMaximized()) << saved.status;
+        EXPECT_TRUE(room.contains(w.frameGeometry())) << saved.width << " x " << saved.height;
+        const QWidget* bar = w.findChild<QWidget*>("StatusBar1");
+        ASSERT_NE(bar, nullptr);
+        EXPECT_TRUE(room.contains(QRect(bar->mapToGlobal(QPoint(0, 0)), bar->size())));
+        EXPECT_TRUE(room.contains(QRect(w.menuBar()->mapToGlobal(QPoint(0, 0)), w.menuBar()->size())));
+        w.hide();
+    }
+    session.config.WinWidth = 0;
+    session.config.WinHeight = 0;
+    MainWindow w(session, ui);
+    w.Load();
+    EXPECT_EQ(w.size(), QSize(640, 480));
 }
 
 struct Exit : Fixture {

@@ -2,11 +2,14 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QFile>
 #include <QLabel>
 #include <QLocale>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include "platform/ScriptedUi.h"
@@ -129,7 +132,11 @@ TEST(QtUi, TipsAndQuestionsAnswerAsThePersonChose)
 TEST(FormScasmStatus, ViewErrorsKeepsTheDialogAndCloseEndsIt)
 {
     int viewed = 0;
-    FormScasmStatus form("Unable to generate BGL file. One or more errors occured...", [&] { ++viewed; });
+    FormScasmStatus form("Unable to generate BGL file. One or more errors occured...", "/nowhere/SCAERROR.LOG",
+                         [&] {
+                             ++viewed;
+                             return true; // the desktop's viewer has it
+                         });
     EXPECT_EQ(form.windowTitle(), "SCASM status");
     EXPECT_EQ(form.viewErrorsButton()->text(), "View errors");
     EXPECT_EQ(form.closeButton()->text(), "&Close");
@@ -140,6 +147,88 @@ TEST(FormScasmStatus, ViewErrorsKeepsTheDialogAndCloseEndsIt)
     form.closeButton()->click();
     EXPECT_FALSE(form.isVisible());
     EXPECT_EQ(form.result(), QDialog::Accepted);
+}
+
+TEST(FormScasmStatus, WithoutALauncherTheLogShowsInAReadOnlyWindowOfTheProgram)
+{
+    QTemporaryDir dir;
+    const QString log = dir.filePath("SCAERROR.LOG");
+    {
+        QFile f(log);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write("Scasm compilation status: errors\r\nLine 12: unknown command \x84Vor(\x93\r\n");
+    }
+    int asked = 0;
+    FormScasmStatus form("Unable to generate BGL file. One or more errors occured...", log, [&] {
+        ++asked;
+        return false; // no launcher opened it
+    });
+    form.show();
+    QString shown;
+    bool readOnly = false;
+    QString title;
+    OnModal<FormScasmLog>([&](FormScasmLog* w) {
+        title = w->windowTitle();
+        shown = w->textView()->toPlainText();
+        readOnly = w->textView()->isReadOnly();
+        // The status dialog stands under it.
+        EXPECT_TRUE(form.isVisible());
+        w->closeButton()->click();
+    });
+    form.viewErrorsButton()->click();
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(title, "SCASM errors");
+    EXPECT_TRUE(readOnly);
+    EXPECT_EQ(shown, QString::fromUtf8("Scasm compilation status: errors\nLine 12: unknown command "
+                                       "\u201EVor(\u201C\n"));
+    EXPECT_TRUE(form.isVisible()) << "back in the status dialog";
+    form.closeButton()->click();
+    EXPECT_FALSE(form.isVisible());
+
+    // No viewer given at all: the program's window too.
+    FormScasmStatus bare("x", log, {});
+    bare.show();
+    bool opened = false;
+    OnModal<FormScasmLog>([&](FormScasmLog* w) {
+        opened = true;
+        w->accept();
+    });
+    bare.viewErrorsButton()->click();
+    EXPECT_TRUE(opened);
+}
+
+TEST(FormScasmStatus, TheLogWindowReadsOnlyARegularFileAndOnlySoMuch)
+{
+    QTemporaryDir dir;
+    bool readable = true;
+    EXPECT_EQ(ReadLogText(dir.filePath("missing.log"), &readable), "");
+    EXPECT_FALSE(readable);
+    EXPECT_EQ(ReadLogText(dir.path(), &readable), "") << "a folder";
+    EXPECT_FALSE(readable);
+    EXPECT_EQ(ReadLogText("/dev/zero", &readable), "") << "a device would read without end";
+    EXPECT_FALSE(readable);
+
+    const QString big = dir.filePath("big.log");
+    {
+        QFile f(big);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(QByteArray(kMaxLogBytes + 10, 'e'));
+    }
+    const QString text = ReadLogText(big, &readable);
+    EXPECT_TRUE(readable);
+    EXPECT_EQ(text.size(), kMaxLogBytes + 6);
+    EXPECT_TRUE(text.endsWith("\n[...]"));
+
+    const QString empty = dir.filePath("empty.log");
+    {
+        QFile f(empty);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    }
+    FormScasmLog window(empty);
+    EXPECT_EQ(window.textView()->toPlainText(), "");
+    EXPECT_EQ(window.textView()->placeholderText(), "The compiler wrote nothing into its log.");
+    FormScasmLog none(dir.filePath("missing.log"));
+    EXPECT_EQ(none.textView()->placeholderText(), "The compiler left no log that could be read.");
 }
 
 TEST(QtUi, PopupMenuShowsTheNamedMenuAndWaits)

@@ -7,8 +7,10 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QResizeEvent>
+#include <QWheelEvent>
 
 #include "editor/CanvasEvents.h"
+#include "editor/Commands.h"
 #include "platform/Ui.h"
 #include "platform/qt/QtCanvas.h"
 #include "platform/qt/GlPlanView.h"
@@ -261,6 +263,26 @@ void CanvasWidget::mouseDoubleClickEvent(QMouseEvent* event)
         return;
     }
     Run([&] { CanvasDoubleClick(session_); });
+    emit eventHandled();
+}
+
+void CanvasWidget::wheelEvent(QWheelEvent* event)
+{
+    event->accept();
+    const int delta = event->angleDelta().y();
+    if (delta == 0)
+        return;
+    // A turn the other way starts afresh.
+    if ((delta > 0) != (wheelRest_ > 0))
+        wheelRest_ = 0;
+    wheelRest_ += delta;
+    const int steps = wheelRest_ / 120;
+    if (steps == 0)
+        return;
+    wheelRest_ -= steps * 120;
+    const double x = static_cast<float>(event->position().x() - kBorder);
+    const double y = static_cast<float>(event->position().y() - kBorder);
+    Run([&] { WheelZoom(session_, steps, x, y); });
     emit eventHandled();
 }
 

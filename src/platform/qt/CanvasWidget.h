@@ -57,6 +57,8 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    // The wheel zooms through the zoom levels about the point under the pointer (WheelZoom).
+    void wheelEvent(QWheelEvent* event) override;
 
 private:
     void MakeBuffers();
@@ -76,6 +78,9 @@ private:
     std::function<void(const std::function<void()>&)> guard_;
     bool painted_ = false;
     int buffersMade_ = 0;
+    // Wheel turn not yet spent on a zoom step: 120 eighths of a degree make one notch, and fine
+    // wheels and touch pads send less at a time.
+    int wheelRest_ = 0;
 };
 
 } // namespace fw::qt

@@ -1,11 +1,17 @@
 #include "platform/qt/FormBase.h"
 
+#include <algorithm>
+
+#include <QBoxLayout>
 #include <QCloseEvent>
+#include <QFontDatabase>
+#include <QFontMetrics>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSpacerItem>
 
 #include "platform/qt/QtText.h"
 
@@ -149,6 +155,13 @@ void FormBase::reject()
     QDialog::reject();
 }
 
+void FormBase::setVisible(bool visible)
+{
+    if (visible)
+        FitTitle(this);
+    QDialog::setVisible(visible);
+}
+
 void FormBase::closeEvent(QCloseEvent* event)
 {
     if (canClose && !canClose()) {
@@ -156,6 +169,55 @@ void FormBase::closeEvent(QCloseEvent* event)
         return;
     }
     QDialog::closeEvent(event);
+}
+
+int TitleRoom(const QString& title)
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::TitleFont);
+    font.setBold(true);
+    const int text = QFontMetrics(font).horizontalAdvance(title);
+    // The frame's icon and three buttons take about 150 pixels on the common desktops; an eighth
+    // more of the text for a title font larger than ours.
+    constexpr int kFrameButtons = 150;
+    return text + text / 8 + kFrameButtons;
+}
+
+void FitTitle(QWidget* window)
+{
+    if (!window || window->property("fwTitleFitted").toBool())
+        return;
+    window->setProperty("fwTitleFitted", true);
+    const int needed = TitleRoom(window->windowTitle());
+    QLayout* layout = window->layout();
+    if (!layout) {
+        window->setMinimumWidth(std::max(window->minimumWidth(), needed));
+        return;
+    }
+    const QMargins margins = layout->contentsMargins();
+    auto* room = new QSpacerItem(std::max(0, needed - margins.left() - margins.right()), 0, QSizePolicy::Minimum,
+                                 QSizePolicy::Fixed);
+    if (auto* grid = qobject_cast<QGridLayout*>(layout)) {
+        grid->addItem(room, grid->rowCount(), 0, 1, std::max(1, grid->columnCount()));
+        return;
+    }
+    auto* box = qobject_cast<QBoxLayout*>(layout);
+    if (box && (box->direction() == QBoxLayout::LeftToRight || box->direction() == QBoxLayout::RightToLeft)) {
+        // Across a row the spacer would add to the width: the window's minimum takes it instead.
+        delete room;
+        window->setMinimumWidth(std::max(window->minimumWidth(), needed));
+        return;
+    }
+    layout->addItem(room);
+}
+
+QMargins FrameAllowance(const QWidget& window)
+{
+    const QRect outer = window.frameGeometry();
+    const QRect inner = window.geometry();
+    const QMargins now(inner.left() - outer.left(), inner.top() - outer.top(), outer.right() - inner.right(),
+                       outer.bottom() - inner.bottom());
+    return QMargins(std::max(now.left(), 8), std::max(now.top(), 40), std::max(now.right(), 8),
+                    std::max(now.bottom(), 8));
 }
 
 void AddRow(QGridLayout* grid, const QString& label, QWidget* field, const QString& after)

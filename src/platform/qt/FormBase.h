@@ -64,6 +64,8 @@ public:
     std::function<bool()> canClose;
 
     void reject() override;
+    // The title is fitted (FitTitle) when the form first shows, once its fields are laid out.
+    void setVisible(bool visible) override;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -75,6 +77,17 @@ private:
     std::map<std::string, QSlider*> sliders_;
     std::map<std::string, QButtonGroup*> options_;
 };
+
+// The width a window needs for the window manager to show its whole title: the title in the bold
+// title font and an eighth more, and about 150 pixels for the frame's icon and buttons.
+int TitleRoom(const QString& title);
+// Widens a window's layout to TitleRoom of its title. Once per window; a window without a
+// layout gets a minimum width instead.
+void FitTitle(QWidget* window);
+
+// The frame the window manager puts around a window: what the window has now, but at least a
+// title bar and thin borders, as before the first show nobody knows it yet.
+QMargins FrameAllowance(const QWidget& window);
 
 // A label and a widget in the next row of a grid.
 void AddRow(QGridLayout* grid, const QString& label, QWidget* field, const QString& after = {});

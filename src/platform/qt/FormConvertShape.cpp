@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "editor/FormModels.h"
+#include "platform/qt/FormBase.h"
 #include "platform/qt/QtUi.h"
 
 namespace fw::qt {
@@ -57,6 +58,7 @@ FormConvertShape::FormConvertShape(std::vector<ShapeRecord>& copies, std::functi
     layout->addWidget(label);
     layout->addLayout(body);
     layout->setSizeConstraint(QLayout::SetFixedSize);
+    FitTitle(this);
 }
 
 QRadioButton* FormConvertShape::option(int index) const

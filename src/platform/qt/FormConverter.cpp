@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QStyle>
 #include <QTabWidget>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -14,6 +15,7 @@
 #include <algorithm>
 
 #include "dialogs/SettingsForms.h"
+#include "platform/qt/FormBase.h"
 #include "platform/qt/QtText.h"
 
 namespace fw::qt {
@@ -27,6 +29,27 @@ QWidget* FindConverter()
         if (w->objectName() == "FormConverter")
             return w;
     return nullptr;
+}
+
+// A result field wide enough for the longest text it shows, and showing a text from its start.
+QLineEdit* ResultField(const QString& name)
+{
+    auto* out = new QLineEdit;
+    out->setObjectName(name);
+    out->setReadOnly(true);
+    int widest = 0;
+    for (const char* text : {"Unable to convert value!", "Value of wrong format!", "Input invalid!",
+                             "-179 59' 59.999\"", "-0.000000000000001E-300"})
+        widest = std::max(widest, out->fontMetrics().horizontalAdvance(QString::fromLatin1(text)));
+    // The frame and the text margins of the line edit around the text.
+    out->setMinimumWidth(widest + 2 * out->style()->pixelMetric(QStyle::PM_DefaultFrameWidth) + 12);
+    return out;
+}
+
+void ShowResult(QLineEdit* field, const QString& text)
+{
+    field->setText(text);
+    field->setCursorPosition(0);
 }
 
 QComboBox* List(const std::vector<std::string>& items, const QString& name)
@@ -55,9 +78,7 @@ QWidget* LoadConverter(char sep, QWidget* parent)
     auto* d = new QGridLayout(dist);
     auto* in = new QLineEdit;
     in->setObjectName("Text3");
-    auto* out = new QLineEdit;
-    out->setObjectName("Text4");
-    out->setReadOnly(true);
+    QLineEdit* out = ResultField("Text4");
     QComboBox* inUnit = List(DistanceUnits(), "InputUnit");
     QComboBox* outUnit = List(DistanceUnits(), "OutputUnit");
     auto* go = new QPushButton("Convert >>");
@@ -70,7 +91,7 @@ QWidget* LoadConverter(char sep, QWidget* parent)
     d->addWidget(out, 2, 2);
     d->setRowStretch(3, 1);
     QObject::connect(go, &QPushButton::clicked, w, [=] {
-        out->setText(ToQt(ConvertDistance(FromQt(in->text()), inUnit->currentIndex(), outUnit->currentIndex(), sep)));
+        ShowResult(out, ToQt(ConvertDistance(FromQt(in->text()), inUnit->currentIndex(), outUnit->currentIndex(), sep)));
     });
     tabs->addTab(dist, "Distance");
 
@@ -79,9 +100,7 @@ QWidget* LoadConverter(char sep, QWidget* parent)
     auto* l = new QGridLayout(lat);
     auto* angle = new QLineEdit;
     angle->setObjectName("Text1");
-    auto* result = new QLineEdit;
-    result->setObjectName("Text2");
-    result->setReadOnly(true);
+    QLineEdit* result = ResultField("Text2");
     QComboBox* format = List(AngleFormats(), "OutputFormat");
     auto* go2 = new QPushButton("Convert >>");
     l->addWidget(new QLabel("Output format:"), 0, 2);
@@ -94,7 +113,7 @@ QWidget* LoadConverter(char sep, QWidget* parent)
     l->addWidget(note, 2, 0, 1, 2);
     l->setRowStretch(3, 1);
     QObject::connect(go2, &QPushButton::clicked, w, [=] {
-        result->setText(ToQt(ConvertAngle(FromQt(angle->text()), format->currentIndex(), sep)));
+        ShowResult(result, ToQt(ConvertAngle(FromQt(angle->text()), format->currentIndex(), sep)));
     });
     tabs->addTab(lat, "Lat/Lon");
 
@@ -102,6 +121,32 @@ QWidget* LoadConverter(char sep, QWidget* parent)
     layout->addWidget(tabs);
     w->hide();
     return w;
+}
+
+QPoint ConverterPlace(const QRect& owner, const QSize& size, const QRect& screen)
+{
+    constexpr int kGap = 8;     // between the converter and its owner
+    constexpr int kMargin = 16; // kept from the screen's edges
+    const QRect room = screen.adjusted(kMargin, kMargin, -kMargin, -kMargin);
+    const auto slide = [](int wanted, int lo, int length, int roomLength) {
+        return std::clamp(wanted, lo, std::max(lo, lo + roomLength - length));
+    };
+    const auto fits = [&](const QPoint& p) { return room.contains(QRect(p, size)); };
+    // Right of the owner, left of it, below it, above it: the first side with room.
+    const int y = slide(owner.top(), room.top(), size.height(), room.height());
+    const int x = slide(owner.left(), room.left(), size.width(), room.width());
+    const QPoint sides[4] = {
+        {owner.right() + 1 + kGap, y},
+        {owner.left() - kGap - size.width(), y},
+        {x, owner.bottom() + 1 + kGap},
+        {x, owner.top() - kGap - size.height()},
+    };
+    for (const QPoint& p : sides)
+        if (fits(p))
+            return p;
+    // No side has room: over the owner's top right corner, inside the screen's margin.
+    return {slide(owner.right() - kGap - size.width(), room.left(), size.width(), room.width()),
+            slide(owner.top() + 6 * kGap, room.top(), size.height(), room.height())};
 }
 
 void ShowConverter(char sep, QWidget* parent)
@@ -115,17 +160,18 @@ void ShowConverter(char sep, QWidget* parent)
         if (QWindow* handle = w->windowHandle())
             handle->setTransientParent(modal->window()->windowHandle());
     }
-    // Shown the first time beside the window that asked, then where the user leaves it.
-    if (!w->testAttribute(Qt::WA_Moved) && parent != nullptr) {
-        w->adjustSize();
-        const QRect owner = parent->window()->frameGeometry();
-        const QScreen* screen = parent->window()->screen();
-        const QRect room = screen != nullptr ? screen->availableGeometry() : owner;
-        int x = owner.right() + 8;
-        if (x + w->width() > room.right())
-            x = owner.left() - 8 - w->width();
-        w->move(std::clamp(x, room.left(), std::max(room.left(), room.right() - w->width())),
-                std::clamp(owner.top(), room.top(), std::max(room.top(), room.bottom() - w->height())));
+    // It appears beside the window that asked for it; while it stands it stays where the user
+    // put it.
+    if (!w->isVisible() && parent != nullptr) {
+        // Its own size the first time; after that the size the user gave it.
+        if (!w->testAttribute(Qt::WA_Resized))
+            w->adjustSize();
+        const QWidget* owner = parent->window();
+        const QScreen* screen = owner->screen();
+        const QRect room = screen != nullptr ? screen->availableGeometry() : owner->frameGeometry();
+        const QMargins frame = FrameAllowance(*w);
+        const QSize outer = w->size().grownBy(frame);
+        w->move(ConverterPlace(owner->frameGeometry(), outer, room));
     }
     w->show();
     w->raise();

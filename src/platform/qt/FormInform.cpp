@@ -6,6 +6,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "platform/qt/FormBase.h"
+
 namespace fw::qt {
 
 FormInform::FormInform(const QString& text, int flag, QWidget* parent) : QDialog(parent)
@@ -30,6 +32,7 @@ FormInform::FormInform(const QString& text, int flag, QWidget* parent) : QDialog
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(label_);
     layout->addLayout(buttons);
+    FitTitle(this);
 }
 
 int FormInform::result(int flag) const

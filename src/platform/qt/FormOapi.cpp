@@ -131,9 +131,15 @@ bool RunFormOapi(ObjectRecord& record, const ValueContext& ctx, ConfigRecord& co
         if (file.isEmpty())
             return;
         form.Save(model.values);
+        const int position = model.values.Int("Combo1");
         model.values.SetInt("Combo1", 0);
-        model.objectPath = PathFromQt(file);
-        model.LoadMacro(model.objectPath);
+        // A file without a header that can be read is no macro: the dialog keeps what it had.
+        if (!model.LoadMacro(PathFromQt(file))) {
+            model.values.SetInt("Combo1", position);
+            QMessageBox::information(&form, "Fieldwright", "Unable to read macro!\n" + file);
+            return;
+        }
+        model.objectPath = model.path;
         show();
     });
     const auto missing = [&] {

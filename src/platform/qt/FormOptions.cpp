@@ -1,7 +1,6 @@
 #include "platform/qt/FormOptions.h"
 
 #include <QColorDialog>
-#include <QFileDialog>
 #include <QGridLayout>
 #include <QPushButton>
 #include <QTabWidget>
@@ -10,6 +9,7 @@
 
 #include "dialogs/SettingsForms.h"
 #include "platform/qt/FormBase.h"
+#include "platform/qt/FormBrowse.h"
 #include "platform/qt/FormShape.h"
 #include "platform/qt/QtText.h"
 
@@ -69,9 +69,9 @@ bool RunFormOptions(ConfigRecord& config, bool openGLActive, const ValueContext&
         p->addWidget(browse, i, 2);
         QObject::connect(browse, &QPushButton::clicked, &form, [&, i, name] {
             form.Save(model.values);
-            const QString folder = QFileDialog::getExistingDirectory(&form, ToQt(PathPrompts()[i]),
-                                                                     PathToQt(model.values.Text(name)));
-            if (folder.isEmpty())
+            // The prompt goes inside the picker: as a title it would be cut.
+            QString folder;
+            if (!RunFormBrowse(ToQt(PathPrompts()[i]), PathToQt(model.values.Text(name)), folder, &form))
                 return;
             model.TakeFolder(i, PathFromQt(folder));
             form.Load(model.values);

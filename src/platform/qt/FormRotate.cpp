@@ -65,6 +65,7 @@ TextFormDialog::TextFormDialog(TextForm& form, QWidget* parent) : QDialog(parent
     layout->addStretch(1);
     layout->addLayout(buttons);
     layout->setSizeConstraint(QLayout::SetFixedSize);
+    FitTitle(this);
 
     UpdateEnabled();
     if (!texts_.empty())

@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "editor/FormModels.h"
+#include "platform/qt/FormBase.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtUi.h"
 
@@ -39,6 +40,7 @@ FormSelection::FormSelection(const std::vector<std::string>& names, QWidget* par
     layout->addWidget(label);
     layout->addWidget(list_, 1);
     layout->addLayout(buttons);
+    FitTitle(this);
     list_->setFocus();
 }
 

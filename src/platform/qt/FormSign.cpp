@@ -123,6 +123,7 @@ bool RunFormSignSelect(const QImage& sheet, const std::string& cellType, const s
     auto* layout = new QVBoxLayout(&d);
     layout->addWidget(grid);
     layout->addWidget(remove, 0, Qt::AlignRight);
+    FitTitle(&d);
     if (d.exec() != QDialog::Accepted)
         return false;
     item = chosen;

@@ -95,6 +95,7 @@ bool RunFormTex(const QString& title, const std::string& folder, const std::stri
     buttons->addWidget(ok);
     buttons->addWidget(cancel);
     grid->addLayout(buttons, 4, 0, 1, 2);
+    FitTitle(&d);
     d.exec();
     if (!picked)
         return false;
@@ -191,6 +192,7 @@ bool RunFormColor(const std::string& programFolder, int& index, QWidget* parent)
     row->addWidget(ok);
     row->addWidget(cancel);
     layout->addLayout(row);
+    FitTitle(&d);
     if (d.exec() != QDialog::Accepted)
         return false;
     index = current;

@@ -19,6 +19,7 @@
 #include "editor/Commands.h"
 #include "files/ProjectFlows.h"
 #include "platform/qt/CanvasWidget.h"
+#include "platform/qt/FormBase.h"
 #include "platform/qt/GlPlanView.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtUi.h"
@@ -58,6 +59,25 @@ const std::array<ToolEntry, 23>& ToolStrip()
         {"mPreview", "Preview mode"},
     }};
     return strip;
+}
+
+StartGeometry HeldStartGeometry(int savedWidth, int savedHeight, const QRect& available, const QMargins& frame,
+                                const QSize& minimum)
+{
+    const auto held = [](int saved, int fallback, int least, int room) {
+        const int wanted = saved > 0 ? saved : fallback;
+        // The screen wins over the minimum: a cramped window is still a reachable one.
+        return std::max(1, std::min(std::max(wanted, least), room));
+    };
+    const int roomWidth = available.width() - frame.left() - frame.right();
+    const int roomHeight = available.height() - frame.top() - frame.bottom();
+    const QSize size(held(savedWidth, 640, minimum.width(), roomWidth),
+                     held(savedHeight, 480, minimum.height(), roomHeight));
+    const int outerWidth = size.width() + frame.left() + frame.right();
+    const int outerHeight = size.height() + frame.top() + frame.bottom();
+    const QPoint framePos(available.left() + std::max(0, (available.width() - outerWidth) / 2),
+                          available.top() + std::max(0, (available.height() - outerHeight) / 2));
+    return {size, framePos};
 }
 
 MainWindow::MainWindow(Session& session, QtUi& ui, MainWindowHooks hooks)
@@ -359,9 +379,14 @@ bool MainWindow::Load()
 {
     menus_.value("MnuClick2")->menuAction()->setVisible(false);
     menus_.value("MnuClick3")->menuAction()->setVisible(false);
-    resize(std::max(1, session_.config.WinWidth), std::max(1, session_.config.WinHeight));
-    if (QScreen* screen = QGuiApplication::primaryScreen())
-        move(screen->availableGeometry().center() - rect().center());
+    // A damaged or outgrown size can't put the window, its menus or its status bar off the screen.
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    const StartGeometry start =
+        HeldStartGeometry(session_.config.WinWidth, session_.config.WinHeight,
+                          screen ? screen->availableGeometry() : QRect(0, 0, 640, 480), FrameAllowance(*this),
+                          minimumSizeHint().expandedTo(minimumSize()));
+    resize(start.size);
+    move(start.framePos);
     UpdateTitle();
     switch (session_.config.WinStatus) {
     case 2: showMaximized(); break;

@@ -8,6 +8,10 @@
 
 #include <QHash>
 #include <QMainWindow>
+#include <QMargins>
+#include <QPoint>
+#include <QRect>
+#include <QSize>
 #include <QTimer>
 
 #include "core/Session.h"
@@ -44,6 +48,17 @@ struct ToolEntry {
 
 // The 23 entries of `Toolbar1`, index 1 first.
 const std::array<ToolEntry, 23>& ToolStrip();
+
+// Where the main window starts: its size (without the frame) and the top left of its frame.
+struct StartGeometry {
+    QSize size;
+    QPoint framePos;
+};
+// The saved size held inside the available screen with the frame around it, and the window
+// centred there. A width or height that isn't positive takes the default (640 by 480); one below
+// the window's minimum takes the minimum; one too large for the screen takes what the screen has.
+StartGeometry HeldStartGeometry(int savedWidth, int savedHeight, const QRect& available, const QMargins& frame,
+                                const QSize& minimum);
 
 class MainWindow : public QMainWindow {
     Q_OBJECT

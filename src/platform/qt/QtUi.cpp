@@ -9,6 +9,7 @@
 #include <QUrl>
 
 #include "platform/qt/CanvasWidget.h"
+#include "platform/qt/FormBrowse.h"
 #include "platform/qt/FormInform.h"
 #include "platform/qt/FormScasmStatus.h"
 #include "platform/qt/FormSettings.h"
@@ -137,9 +138,9 @@ bool QtUi::ChooseFile(const FileDialogRequest& request, std::string& path)
 
 bool QtUi::ChooseFolder(const std::string& title, const std::string& start, std::string& folder)
 {
-    const QString chosen = QFileDialog::getExistingDirectory(
-        parent_, ToQt(title), PathToQt(start), QFileDialog::ShowDirsOnly | QFileDialog::DontUseNativeDialog);
-    if (chosen.isEmpty())
+    // The title is the picker's prompt, shown inside it.
+    QString chosen;
+    if (!RunFormBrowse(ToQt(title), PathToQt(start), chosen, parent_))
         return false;
     folder = PathFromQt(chosen);
     return true;
@@ -198,7 +199,7 @@ bool QtUi::OpenExternal(const std::string& pathOrUrl)
 
 void QtUi::ShowScasmStatus(const std::string& text, const std::string& logPath)
 {
-    FormScasmStatus form(ToQt(text), [this, logPath] { OpenExternal(logPath); }, parent_);
+    FormScasmStatus form(ToQt(text), PathToQt(logPath), [this, logPath] { return OpenExternal(logPath); }, parent_);
     form.exec();
 }
 
