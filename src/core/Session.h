@@ -20,6 +20,16 @@ class Ui;
 
 constexpr const char* kUnnamedProject = "New project.fwt";
 
+// The recovery copies' bookkeeping (the keeper itself works in files/Recovery): where copies go,
+// and the project's text as its file holds it and as its copy was last written.
+struct RecoveryState {
+    std::string folder; // ends in a separator; empty while the keeper is off
+    std::string baselineKey;
+    std::string baseline;
+    bool baselineKnown = false;
+    std::string written;
+};
+
 struct Session {
     // Host facts, set once at start.
     std::string programFolder; // ends in a separator
@@ -43,6 +53,7 @@ struct Session {
 
     COffset view;
     EditorState editor;
+    RecoveryState recovery;
     CRecent recent;
     CBitmapState bitmap;
     // Drawn from by exports (the shaken feet of forests), which otherwise only read the session.

@@ -1,5 +1,7 @@
 #include "editor/Replay.h"
 
+#include "files/Recovery.h"
+
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -658,8 +660,11 @@ bool ReplaySession::Run(const std::string& rawLine, std::string& error)
             }
             const FlowHooks h = EditorHooks();
             if (cmd == "open") {
-                if (LoadProject(s, ResolveRead(w[1]), h))
+                const std::string path = ResolveRead(w[1]);
+                if (LoadProject(s, path, h)) {
+                    OfferRecoveryOnOpen(s, path, h);
                     h.resetTool(s);
+                }
             } else {
                 WriteProject(s, ResolveWrite(w[1]), h);
             }
@@ -692,6 +697,7 @@ int ReplaySession::RunFile(const std::string& path, std::ostream& err)
             err << path << ":" << number << ": " << error << "\n";
             return 1;
         }
+        KeepRecovery(session);
     }
     return 0;
 }

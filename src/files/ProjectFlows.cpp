@@ -5,6 +5,7 @@
 
 #include "core/Helpers.h"
 #include "files/ConfigFile.h"
+#include "files/Recovery.h"
 #include "files/MacroFile.h"
 #include "files/ProjectFile.h"
 #include "platform/Ui.h"
@@ -74,6 +75,29 @@ bool SaveWithWait(Session& s, const std::string& path, const FlowHooks& hooks)
     return WriteProject(s, path, hooks);
 }
 
+} // namespace
+
+void OfferRecoveryOnOpen(Session& s, const std::string& path, const FlowHooks& hooks)
+{
+    const std::optional<RecoveryCopy> copy = FindRecoveryCopy(s, path);
+    if (!copy)
+        return;
+    const std::string fileText = s.recovery.baseline;
+    if (!RecoveryDiffers(*copy, fileText)) {
+        DropRecoveryCopy(*copy);
+        return;
+    }
+    if (!s.ui || s.ui->AskYesNo(RestoreQuestion(*copy), kRestoreTitle) != Answer::Yes) {
+        DropRecoveryCopy(*copy);
+        return;
+    }
+    RestoreRecoveryCopy(s, *copy, hooks);
+    NoteRecoveryBaseline(s, fileText);
+    s.recovery.written = ProjectTextOf(s);
+}
+
+namespace {
+
 // Loads under the wait cursor; whether it worked or not, the view and tool start afresh.
 bool OpenWithWait(Session& s, const std::string& path, const FlowHooks& hooks)
 {
@@ -82,6 +106,8 @@ bool OpenWithWait(Session& s, const std::string& path, const FlowHooks& hooks)
         WaitCursor wait(s.ui);
         loaded = LoadProject(s, path, hooks);
     }
+    if (loaded)
+        OfferRecoveryOnOpen(s, path, hooks);
     s.view.setMMode(0);
     Call(hooks.resetTool, s);
     return loaded;
@@ -110,6 +136,8 @@ void OpenGLStartFailed(Session& s, const std::string& configPath)
 
 int AskToSave(Session& s, const FlowHooks& hooks)
 {
+    // What wasn't marked (and so isn't asked about) is kept before the project goes.
+    KeepRecovery(s);
     if (!s.dirty)
         return 1;
     if (!s.ui)
@@ -125,20 +153,24 @@ int AskToSave(Session& s, const FlowHooks& hooks)
         return SaveWithWait(s, path, hooks) ? 1 : 0;
     }
     case Answer::No:
+        // The changes are refused: their recovery copy goes with them.
+        DropRecovery(s);
         return 1;
     default:
         return 0;
     }
 }
 
-bool LoadProject(Session& s, const std::string& path, const FlowHooks& hooks)
+bool LoadProject(Session& s, const std::string& path, const FlowHooks& hooks, const LoadSource* source)
 {
-    if (!FileExists(path)) {
+    const bool unnamed = source != nullptr && source->unnamed;
+    const std::string& file = source != nullptr ? source->file : path;
+    if (!FileExists(file)) {
         Tell(s, DoesNotExistMessage(path), MessageStyle::Information);
         return false;
     }
     ProjectData data;
-    if (!ReadProjectFile(path, data, s.ui, s.programFolder))
+    if (!ReadProjectFile(file, data, s.ui, s.programFolder))
         return false;
 
     ResetForLoadedProject(s, path);
@@ -183,11 +215,46 @@ bool LoadProject(Session& s, const std::string& path, const FlowHooks& hooks)
             *flag = 1;
     }
 
-    s.recent.addPath(path, s.ui);
-    s.config.FWTPath = GetFolderFromPath(path);
+    if (unnamed) {
+        s.projectPath = kUnnamedProject;
+        s.hasName = 0;
+    } else {
+        s.recent.addPath(path, s.ui);
+        s.config.FWTPath = GetFolderFromPath(path);
+    }
+    if (source != nullptr)
+        s.dirty = 1;
+    else
+        NoteRecoveryBaseline(s);
     Call(hooks.titleChanged, s);
     Call(hooks.redrawOpened ? hooks.redrawOpened : hooks.redraw, s);
     return true;
+}
+
+bool RestoreRecoveryCopy(Session& s, const RecoveryCopy& copy, const FlowHooks& hooks)
+{
+    LoadSource source{copy.copyPath, copy.key.empty()};
+    return LoadProject(s, copy.key.empty() ? std::string(kUnnamedProject) : copy.key, hooks, &source);
+}
+
+void OfferRecoveryAtStart(Session& s, const FlowHooks& hooks)
+{
+    for (const RecoveryCopy& copy : RecoveryCopies(s)) {
+        if (!copy.key.empty() && FileExists(copy.key))
+            continue; // offered when that project is opened
+        if (!s.ui || s.ui->AskYesNo(RestoreQuestion(copy), kRestoreTitle) != Answer::Yes) {
+            DropRecoveryCopy(copy);
+            continue;
+        }
+        if (RestoreRecoveryCopy(s, copy, hooks)) {
+            // Its file is gone (or it never had one): every change is kept until it is saved.
+            NoteRecoveryBaseline(s, std::string());
+            s.recovery.written = ProjectTextOf(s);
+            s.view.setMMode(0);
+            Call(hooks.resetTool, s);
+            return;
+        }
+    }
 }
 
 void MnuFnew(Session& s, const FlowHooks& hooks)
@@ -197,6 +264,7 @@ void MnuFnew(Session& s, const FlowHooks& hooks)
     ResetForNewProject(s);
     ClearStores(s.stores);
     s.editor.selection.reset();
+    NoteRecoveryBaseline(s);
     Call(hooks.titleChanged, s);
     s.view.setMMode(0);
     Call(hooks.resetTool, s);
@@ -256,12 +324,16 @@ bool WriteProject(Session& s, const std::string& path, const FlowHooks& hooks)
     if (!WriteProjectFile(path, data, s.ui))
         return false;
     const std::string before = s.projectPath;
+    // The work is in a file now: the copy kept under the old name goes.
+    DropRecovery(s);
     MarkSaved(s);
     s.projectPath = path;
     if (path != before)
         s.recent.addPath(path, s.ui);
     Call(hooks.titleChanged, s);
     s.config.FWTPath = GetFolderFromPath(path);
+    DropRecovery(s);
+    NoteRecoveryBaseline(s);
     return true;
 }
 

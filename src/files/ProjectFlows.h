@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/Session.h"
+#include "files/Recovery.h"
 
 namespace fw {
 
@@ -48,7 +49,24 @@ void OpenGLStartFailed(Session& s, const std::string& configPath);
 int AskToSave(Session& s, const FlowHooks& hooks = {});
 
 // The load flow; false when the file is missing or can't be read (the session is as it was).
-bool LoadProject(Session& s, const std::string& path, const FlowHooks& hooks = {});
+// A load that reads another file than the project's own: a recovery copy, restored as the
+// project of path (or as the unnamed project), changed, and not added to the recent list when
+// unnamed.
+struct LoadSource {
+    std::string file;
+    bool unnamed = false;
+};
+bool LoadProject(Session& s, const std::string& path, const FlowHooks& hooks = {}, const LoadSource* source = nullptr);
+
+// After the project of path was opened: its recovery copy, when it holds changes the file
+// doesn't, is offered by a question; Yes restores it (the project then differs from its file and
+// is changed), No drops it.
+void OfferRecoveryOnOpen(Session& s, const std::string& path, const FlowHooks& hooks = {});
+// A recovery copy loaded as its project (its path, or unnamed), changed.
+bool RestoreRecoveryCopy(Session& s, const RecoveryCopy& copy, const FlowHooks& hooks = {});
+// After the main window shows: the copy of an unnamed project and copies of projects whose
+// files are gone, each offered by a question; the first taken back is loaded, refused ones go.
+void OfferRecoveryAtStart(Session& s, const FlowHooks& hooks = {});
 
 // MnuFnew. The caller ignores it while a drawing operation is in progress.
 void MnuFnew(Session& s, const FlowHooks& hooks = {});

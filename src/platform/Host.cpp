@@ -13,4 +13,21 @@ std::string ProgramFolderFromEnvironment(const std::string& executableFolder)
     return folder;
 }
 
+std::string RecoveryFolderFromEnvironment()
+{
+    const char* state = std::getenv("XDG_STATE_HOME");
+    std::string base;
+    if (state != nullptr && state[0] == '/') {
+        base = state;
+    } else {
+        const char* home = std::getenv("HOME");
+        if (home == nullptr || home[0] == '\0')
+            return {};
+        base = std::string(home) + "/.local/state";
+    }
+    if (base.back() != '/')
+        base += '/';
+    return base + "Fieldwright/recovery/";
+}
+
 } // namespace fw

@@ -13,4 +13,8 @@ struct HostFacts {
 // The program folder: FIELDWRIGHT_HOME when set, otherwise the executable's folder; ends in "/".
 std::string ProgramFolderFromEnvironment(const std::string& executableFolder);
 
+// Where recovery copies are kept: $XDG_STATE_HOME/Fieldwright/recovery/, or
+// ~/.local/state/Fieldwright/recovery/ when it isn't set; ends in "/". Empty without a home.
+std::string RecoveryFolderFromEnvironment();
+
 } // namespace fw

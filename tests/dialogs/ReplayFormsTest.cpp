@@ -36,7 +36,8 @@ TEST(ReplayForms, RefusedValuesKeepTheDialogOpenUntilAnAnswerPasses)
                                             "up L 400 300\n"
                                             "save out.fwt\n"
                                             "state out.json\n";
-    const std::string cmd = std::string(FW_CLI) + " replay '" + (folder / "script.txt").string() + "'";
+    const std::string cmd = "XDG_STATE_HOME='" + (folder / "state").string() + "' " + std::string(FW_CLI) +
+                            " replay '" + (folder / "script.txt").string() + "'";
     ASSERT_EQ(std::system(cmd.c_str()), 0);
     const std::string state = ReadAll((folder / "out.json").string());
     for (const char* expected :
@@ -59,7 +60,8 @@ struct FixtureRun {
     {
         std::filesystem::remove_all(out);
         std::filesystem::create_directories(out);
-        const std::string cmd = std::string(FW_CLI) + " replay '" + path + "' --out '" + out.string() + "'";
+        const std::string cmd = "XDG_STATE_HOME='" + (out / "state").string() + "' " + std::string(FW_CLI) +
+                                " replay '" + path + "' --out '" + out.string() + "'";
         code = std::system(cmd.c_str());
     }
     ~FixtureRun() { std::filesystem::remove_all(out); }
@@ -98,7 +100,8 @@ TEST(ReplayForms, AfterExitOnlyTheStateIsWritten)
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
     std::ofstream(folder / "script.txt") << "command MnuFexit\nstate ended.json\ntool poly\n";
-    const std::string cmd = std::string(FW_CLI) + " replay '" + (folder / "script.txt").string() + "' 2>/dev/null";
+    const std::string cmd = "XDG_STATE_HOME='" + (folder / "state").string() + "' " + std::string(FW_CLI) +
+                            " replay '" + (folder / "script.txt").string() + "' 2>/dev/null";
     EXPECT_NE(std::system(cmd.c_str()), 0) << "the tool after the end is refused";
     EXPECT_TRUE(Has(ReadAll((folder / "ended.json").string()), "\"kind\": \"exit\""));
     std::filesystem::remove_all(folder);

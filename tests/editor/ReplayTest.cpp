@@ -92,7 +92,8 @@ TEST(Replay, CommandLineRunsAScript)
     std::filesystem::remove(sc.dir / "drawn.json");
     std::filesystem::remove(sc.dir / "drawn.fwt");
     // The fixture runs where it stands; what it writes goes to the output folder.
-    const std::string cmd = std::string(FW_CLI) + " replay '" + sc.path + "' --out '" + sc.dir.string() + "'";
+    const std::string cmd = "XDG_STATE_HOME='" + (sc.dir / "state").string() + "' " + std::string(FW_CLI) +
+                            " replay '" + sc.path + "' --out '" + sc.dir.string() + "'";
     ASSERT_EQ(std::system(cmd.c_str()), 0);
     EXPECT_EQ(ReadFileText((sc.dir / "drawn.json").string()), kDrawnState);
     EXPECT_TRUE(std::filesystem::exists(sc.dir / "drawn.fwt"));
@@ -135,6 +136,42 @@ TEST(Replay, ReadsComeFromTheScriptsFolderWritesGoToTheOutputFolder)
     // A file the script wrote is read back from the output folder.
     ASSERT_TRUE(r.Run("open saved.fwt", error)) << error;
     EXPECT_EQ(r.session.projectPath, (root / "out" / "saved.fwt").string());
+    std::filesystem::remove_all(root);
+}
+
+
+TEST(Replay, TheKeeperFollowsTheScriptAndOpenAsksFromTheQueue)
+{
+    const auto root = std::filesystem::temp_directory_path() / ("fw_replay_recovery_" + std::to_string(::getpid()));
+    std::filesystem::remove_all(root);
+    std::filesystem::create_directories(root);
+    const std::string script = (root / "script.txt").string();
+    // Draw a square, save it, then drag it sideways: a change that leaves the project unmarked.
+    std::ofstream(script) << "canvas 800 600\ncommand MnuC2100\ntool poly\n"
+                             "down L 400 300\nup L 400 300\ndown L 500 300\nup L 500 300\nanswer ok\n"
+                             "dblclick 500 400\nsave square.fwt\n"
+                             "command MnuSdragshape\ndown L 400 300\nmove 450 300\nup L 450 300\n";
+    const std::string state = "XDG_STATE_HOME='" + (root / "state").string() + "' ";
+    ASSERT_EQ(std::system((state + FW_CLI + " replay '" + script + "'").c_str()), 0);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(root / "state" / "Fieldwright" / "recovery"),
+                            std::filesystem::directory_iterator()),
+              2);
+
+    // Opened again: without an answer the question counts as No and the file's content stays.
+    std::ofstream(root / "no.txt") << "open square.fwt\nstate no.json\nopen square.fwt\nstate again.json\n";
+    std::ofstream(root / "yes.txt") << "answer yes\nopen square.fwt\nstate yes.json\n";
+    ASSERT_EQ(std::system((state + FW_CLI + " replay '" + (root / "yes.txt").string() + "'").c_str()), 0);
+    ASSERT_EQ(std::system((state + FW_CLI + " replay '" + (root / "no.txt").string() + "'").c_str()), 0);
+    auto read = [&root](const char* name) {
+        std::ifstream in(root / name);
+        return std::string((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    };
+    const std::string yes = read("yes.json");
+    const std::string no = read("no.json");
+    EXPECT_NE(yes.find("[[50, 0]"), std::string::npos) << yes;
+    EXPECT_NE(yes.find("\"dirty\": 1"), std::string::npos);
+    EXPECT_EQ(no.find("[[50, 0]"), std::string::npos) << no;
+    EXPECT_EQ(read("again.json"), no) << "the copy went with the No";
     std::filesystem::remove_all(root);
 }
 

@@ -3,6 +3,8 @@
 #include <iostream>
 
 #include "app/cli/Commands.h"
+#include "files/Recovery.h"
+#include "platform/Host.h"
 #include "dialogs/FormAnswers.h"
 #include "editor/Replay.h"
 #include "export/Compile.h"
@@ -39,6 +41,8 @@ int Replay(const Args& args)
     if (base.empty())
         base = ".";
     ReplaySession replay(ProgramFolder(), base, out);
+    // The same keeper as the desktop program: a copy after each line that changed the project.
+    StartRecovery(replay.session, RecoveryFolderFromEnvironment());
     // "answer form ..." lines fill in the dialogs and run their checks.
     Session& session = replay.session;
     ReplayUi& ui = replay.ui;

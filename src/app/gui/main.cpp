@@ -8,6 +8,7 @@
 #include "core/Session.h"
 #include "files/ConfigFile.h"
 #include "files/ProjectFlows.h"
+#include "files/Recovery.h"
 #include "platform/Host.h"
 #include "platform/PosixProcess.h"
 #include "platform/qt/FormConverter.h"
@@ -42,6 +43,7 @@ int main(int argc, char** argv)
 
     const std::string configPath = fw::ConfigFilePath(session.programFolder);
     fw::StartSession(session, configPath);
+    fw::StartRecovery(session, fw::RecoveryFolderFromEnvironment());
 
     // Loaded hidden now, so that it keeps what was typed for the whole session.
     fw::qt::LoadConverter(session.decimalSeparator, nullptr);
@@ -53,7 +55,8 @@ int main(int argc, char** argv)
         fw::qt::WireSettingsCommands(*window, session);
         fw::qt::WireExportCommands(*window, session, process);
         fw::qt::WireImageCommands(*window, session);
-        window->Load();
+        if (window->Load())
+            fw::qt::WireRecovery(*window, session);
     });
     splash.show();
 

@@ -1,9 +1,14 @@
 #include "platform/qt/Wiring.h"
 
+#include <QTimer>
+
+#include <QApplication>
+
 #include "editor/Commands.h"
 #include "editor/EditorCommon.h"
 #include "editor/Undo.h"
 #include "export/Compile.h"
+#include "files/Recovery.h"
 #include "platform/qt/FormConverter.h"
 #include "platform/qt/FormOptions.h"
 #include "platform/qt/MainWindow.h"
@@ -93,6 +98,51 @@ void WireImageCommands(MainWindow& window, Session& session)
 {
     window.connectCommand("MnuBloadremove", [&session] { MnuBloadremove(session); });
     window.connectCommand("MnuBremove", [&session] { MnuBremove(session); });
+}
+
+namespace {
+
+// Notes input that reaches any of the program's windows: a change can only follow one.
+class InputWatch : public QObject {
+public:
+    explicit InputWatch(QObject* parent) : QObject(parent) {}
+    bool pending = false;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        switch (event->type()) {
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::KeyRelease:
+        case QEvent::Wheel:
+            pending = true;
+            break;
+        default:
+            break;
+        }
+        return QObject::eventFilter(watched, event);
+    }
+};
+
+} // namespace
+
+void WireRecovery(MainWindow& window, Session& session)
+{
+    auto* watch = new InputWatch(&window);
+    qApp->installEventFilter(watch);
+    auto* timer = new QTimer(&window);
+    timer->setInterval(1000);
+    QObject::connect(timer, &QTimer::timeout, &window, [watch, &session] {
+        // Not while a dialog waits: the change it is part of isn't finished.
+        if (!watch->pending || QApplication::activeModalWidget() != nullptr)
+            return;
+        watch->pending = false;
+        KeepRecovery(session);
+    });
+    timer->start();
+    const FlowHooks hooks = WindowFlowHooks(window, session);
+    QTimer::singleShot(0, &window, [&session, hooks] { OfferRecoveryAtStart(session, hooks); });
 }
 
 } // namespace fw::qt

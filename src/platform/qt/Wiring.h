@@ -28,5 +28,8 @@ void WireExportCommands(MainWindow& window, Session& session, Process& process);
 
 // "&Load background image..." and "Remove background image...".
 void WireImageCommands(MainWindow& window, Session& session);
+// The recovery keeper: what the user did within a second is looked at once, and after the main
+// window shows, copies left by an earlier session are offered.
+void WireRecovery(MainWindow& window, Session& session);
 
 } // namespace fw::qt

@@ -1,0 +1,200 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "FilesTestSupport.h"
+#include "files/ProjectFlows.h"
+#include "files/Recovery.h"
+#include "platform/ScriptedUi.h"
+
+namespace fw {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A session of the program with its own recovery folder, started afresh as a new process would.
+struct Program {
+    Program(const test::ScratchFolder& dir, const std::string& recovery)
+    {
+        s.programFolder = dir.folder();
+        s.ui = &ui;
+        StartSession(s, dir.path("Fieldwright.cfg"));
+        StartRecovery(s, recovery);
+    }
+    int Questions() const
+    {
+        int n = 0;
+        for (const auto& c : ui.calls)
+            n += c.kind == "yesno";
+        return n;
+    }
+    ScriptedUi ui;
+    Session s;
+};
+
+class Recovery : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        project = dir.path("field.fwt");
+        ProjectData data = test::SampleProject(dir.folder());
+        ASSERT_TRUE(WriteProjectFile(project, data, nullptr));
+        fileText = test::ReadText(project);
+    }
+    std::string RecoveryFolder() const { return dir.path("state") + "/"; }
+    std::size_t Copies() const
+    {
+        std::size_t n = 0;
+        std::error_code ec;
+        for (fs::directory_iterator it(RecoveryFolder(), ec), end; !ec && it != end; it.increment(ec))
+            ++n;
+        return n;
+    }
+    // Opens the project, moves its first shape sideways (a change the save prompt doesn't see) and
+    // lets the keeper look, as after the event.
+    void MoveSideways(Program& p)
+    {
+        ASSERT_TRUE(LoadProject(p.s, project));
+        for (Point& pt : p.s.stores.PointStore[0])
+            pt.X += 40;
+        KeepRecovery(p.s);
+        EXPECT_EQ(p.s.dirty, 0);
+    }
+
+    test::ScratchFolder dir;
+    std::string project;
+    std::string fileText;
+};
+
+TEST_F(Recovery, AnUnmarkedDragComesBackOnYesAndTheFileOnNo)
+{
+    Point moved;
+    {
+        Program first(dir, RecoveryFolder());
+        MoveSideways(first);
+        moved = first.s.stores.PointStore[0][0];
+        EXPECT_EQ(Copies(), 2u) << "a copy and its note";
+        // Ending asks nothing: the drag didn't mark the project.
+        EXPECT_TRUE(ExitFlow(first.s, kWindowNormal, 640, 480, dir.path("Fieldwright.cfg"), {}));
+        EXPECT_EQ(first.Questions(), 0);
+    }
+    {
+        Program second(dir, RecoveryFolder());
+        second.ui.answers.push_back(Answer::Yes);
+        ASSERT_TRUE(MnuFrecent(second.s, 0, {}));
+        ASSERT_EQ(second.Questions(), 1);
+        EXPECT_NE(second.ui.calls.back().text.find("field.fwt"), std::string::npos);
+        EXPECT_EQ(second.s.stores.PointStore[0][0], moved);
+        EXPECT_EQ(second.s.projectPath, project);
+        EXPECT_EQ(second.s.hasName, 1);
+        EXPECT_EQ(second.s.dirty, 1) << "the next save writes it";
+        EXPECT_EQ(test::ReadText(project), fileText) << "the file is untouched until saved";
+        EXPECT_EQ(second.s.recent.getEntry(0), project);
+    }
+    {
+        Program third(dir, RecoveryFolder());
+        third.ui.answers.push_back(Answer::No);
+        ASSERT_TRUE(LoadProject(third.s, project));
+        KeepRecovery(third.s);
+        EXPECT_EQ(Copies(), 2u) << "an earlier session's copy waits for its question";
+        ASSERT_TRUE(MnuFrecent(third.s, 0, {}));
+        EXPECT_EQ(third.Questions(), 1);
+        EXPECT_NE(third.s.stores.PointStore[0][0], moved);
+        EXPECT_EQ(third.s.dirty, 0);
+        EXPECT_EQ(Copies(), 0u);
+        ASSERT_TRUE(MnuFrecent(third.s, 0, {}));
+        EXPECT_EQ(third.Questions(), 1) << "a later open asks nothing";
+    }
+}
+
+TEST_F(Recovery, SavingRefusingOrUndoingTheChangeLeavesNoCopy)
+{
+    Program p(dir, RecoveryFolder());
+    MoveSideways(p);
+    ASSERT_EQ(Copies(), 2u);
+    // Moved back: the project equals its file again.
+    for (Point& pt : p.s.stores.PointStore[0])
+        pt.X -= 40;
+    KeepRecovery(p.s);
+    EXPECT_EQ(Copies(), 0u);
+
+    MoveSideways(p);
+    ASSERT_TRUE(MnuFsave(p.s, {}));
+    EXPECT_EQ(Copies(), 0u) << "saved to its path";
+    KeepRecovery(p.s);
+    EXPECT_EQ(Copies(), 0u) << "the saved project is the file";
+
+    p.s.stores.PointStore[0][0].Y += 8;
+    p.s.dirty = 1;
+    KeepRecovery(p.s);
+    ASSERT_EQ(Copies(), 2u);
+    p.ui.answers.push_back(Answer::No);
+    MnuFnew(p.s, {});
+    EXPECT_EQ(Copies(), 0u) << "No at the save prompt";
+}
+
+TEST_F(Recovery, AtStartTheUnnamedProjectAndOneWhoseFileIsGoneAreOffered)
+{
+    {
+        Program p(dir, RecoveryFolder());
+        AppendShape(p.s.stores, ShapeRecord{.gType = kPoly}, {{0, 0}, {10, 0}, {10, 10}});
+        KeepRecovery(p.s);
+        EXPECT_EQ(Copies(), 2u);
+    }
+    {
+        Program p(dir, RecoveryFolder());
+        p.ui.answers.push_back(Answer::Yes);
+        OfferRecoveryAtStart(p.s, {});
+        ASSERT_EQ(p.Questions(), 1);
+        EXPECT_NE(p.ui.calls.back().text.find("an unsaved project"), std::string::npos);
+        EXPECT_EQ(p.s.stores.ShapeCount(), 1);
+        EXPECT_EQ(p.s.hasName, 0) << "a restored unnamed project stays unnamed";
+        EXPECT_EQ(p.s.projectPath, kUnnamedProject);
+        EXPECT_EQ(p.s.dirty, 1);
+        EXPECT_EQ(p.s.recent.nEntries(), -1) << "nothing added to the recent list";
+        // Saved under a name: its copy goes.
+        p.ui.files.push_back(dir.path("named.fwt"));
+        ASSERT_TRUE(MnuFsave(p.s, {}));
+        EXPECT_EQ(Copies(), 0u);
+    }
+    {
+        Program p(dir, RecoveryFolder());
+        MoveSideways(p);
+        fs::remove(project);
+    }
+    {
+        Program p(dir, RecoveryFolder());
+        p.ui.answers.push_back(Answer::Yes);
+        OfferRecoveryAtStart(p.s, {});
+        ASSERT_EQ(p.Questions(), 1);
+        EXPECT_EQ(p.s.projectPath, project);
+        EXPECT_EQ(p.s.dirty, 1);
+        ASSERT_TRUE(MnuFsave(p.s, {}));
+        EXPECT_TRUE(fs::exists(project));
+        EXPECT_EQ(Copies(), 0u);
+    }
+}
+
+TEST_F(Recovery, AFolderThatCantBeWrittenTurnsTheKeeperOffWithOneMessage)
+{
+    test::WriteText(dir.path("blocked"), "a file where the folder should be");
+    Program p(dir, dir.path("blocked") + "/recovery");
+    EXPECT_FALSE(RecoveryOn(p.s));
+    ASSERT_EQ(p.ui.Messages().size(), 1u);
+    MoveSideways(p);
+    KeepRecovery(p.s);
+    EXPECT_EQ(p.ui.Messages().size(), 1u);
+
+    // Old copies are dropped when the keeper starts.
+    {
+        Program q(dir, RecoveryFolder());
+        MoveSideways(q);
+    }
+    for (const auto& e : fs::directory_iterator(RecoveryFolder()))
+        fs::last_write_time(e.path(), fs::file_time_type::clock::now() - std::chrono::hours(24 * 31));
+    Program later(dir, RecoveryFolder());
+    EXPECT_EQ(Copies(), 0u);
+}
+
+} // namespace
+} // namespace fw
