@@ -17,6 +17,8 @@
 #include "editor/FormModels.h"
 #include "editor/Undo.h"
 #include "files/ProjectFlows.h"
+#include "files/RegularFile.h"
+#include "files/TextFile.h"
 
 namespace fw {
 
@@ -681,25 +683,28 @@ bool ReplaySession::Run(const std::string& rawLine, std::string& error)
 
 int ReplaySession::RunFile(const std::string& path, std::ostream& err)
 {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) {
-        err << "unable to read '" << path << "'\n";
+    // Only a regular file of a script's size: a device or a pipe would never end.
+    std::string text;
+    std::string reason;
+    if (!ReadRegularFile(path, kMaxScriptBytes, text, &reason)) {
+        err << WithFileReason("unable to read '" + path + "'", path, reason) << "\n";
         return 2;
     }
-    std::string line;
     int number = 0;
-    while (std::getline(in, line)) {
+    int result = 0;
+    ForEachLine(text, [&](std::string_view line) {
+        if (result != 0)
+            return;
         ++number;
-        if (!line.empty() && line.back() == '\r')
-            line.pop_back();
         std::string error;
-        if (!Run(line, error)) {
+        if (!Run(std::string(line), error)) {
             err << path << ":" << number << ": " << error << "\n";
-            return 1;
+            result = 1;
         }
-        KeepRecovery(session);
-    }
-    return 0;
+        else
+            KeepRecovery(session);
+    });
+    return result;
 }
 
 std::string ReplaySession::StateJson() const

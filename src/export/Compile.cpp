@@ -2,10 +2,10 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 
 #include "core/Helpers.h"
 #include "core/Session.h"
+#include "files/RegularFile.h"
 #include "platform/Process.h"
 #include "platform/Ui.h"
 
@@ -21,10 +21,12 @@ void RemoveFile(const std::string& path)
 
 std::string LogHead(const std::string& path)
 {
-    std::ifstream f(path, std::ios::binary);
+    RegularFile f;
     char buf[100];
-    f.read(buf, sizeof buf);
-    return std::string(buf, static_cast<std::size_t>(f.gcount()));
+    std::size_t got = 0;
+    if (!f.Open(path) || !f.ReadAt(0, buf, sizeof buf, got))
+        return {};
+    return std::string(buf, got);
 }
 
 // "winepath -w" prints the Windows form of a host path on its first line.

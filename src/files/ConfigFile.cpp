@@ -159,7 +159,7 @@ void ReadConfigText(Session& s, std::string_view text)
 void ReadConfigFile(Session& s, const std::string& path)
 {
     std::string text;
-    if (!ReadWholeFile(path, text)) {
+    if (!ReadWholeFile(path, text, kMaxConfigBytes)) {
         std::error_code ec;
         if (!std::filesystem::exists(path, ec))
             std::ofstream(path, std::ios::binary); // a first start leaves an empty file

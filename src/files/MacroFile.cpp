@@ -99,8 +99,10 @@ std::int16_t Density(const std::string& value)
 template <class F>
 bool ReadFile(const std::string& path, F&& parse)
 {
+    // Only a regular file of a size a macro can have: a folder, a device or a pipe named as the
+    // macro reads as a missing macro.
     std::string text;
-    if (!ReadWholeFile(path, text))
+    if (!ReadWholeFile(path, text, kMaxMacroBytes))
         return false;
     parse(text);
     return true;

@@ -1,5 +1,7 @@
 #include "files/ProjectFile.h"
 
+#include <optional>
+
 #include "core/Stores.h"
 #include "files/KeyBlock.h"
 #include "files/ObjectBlocks.h"
@@ -140,6 +142,16 @@ void Say(Ui* ui, const char* text, MessageStyle style)
 
 constexpr std::size_t kMaxPointsInList = 32768;
 constexpr std::size_t kMaxRecords = 32767;
+// The point walks of a damaged file can overlap and hand one list to many shapes; what all shapes
+// hold together stays within the points the file has and this many more.
+constexpr std::size_t kMaxSharedPoints = std::size_t{1} << 20;
+
+// A word that opens a block of the format.
+bool IsBlockWord(std::string_view tok)
+{
+    return tok == "Version(" || tok == "Settings(" || tok == "Project(" || ShapeTypeOfWord(tok) != 0 ||
+           ObjectTypeOfWord(tok) != 0;
+}
 
 bool RunStages(const Tokens& t, ProjectData& d, Ui* ui, const std::string& programFolder)
 {
@@ -149,31 +161,47 @@ bool RunStages(const Tokens& t, ProjectData& d, Ui* ui, const std::string& progr
         return false;
     }
     const std::size_t n = t.size();
-    // Stage 1: the head blocks, wherever they stand; a later block replaces an earlier one.
+    // Stage 1: the head blocks, wherever they stand; a later block replaces an earlier one, so only
+    // the last of each kind is read. (An earlier block's key loop that reaches the last block's
+    // word goes on from there as the last block's loop does, so it fails exactly when that one
+    // fails: reading the last alone gives the same outcome in one pass.)
+    std::size_t lastSettings = kNoClose;
+    std::size_t lastProject = kNoClose;
+    bool anyBlock = false;
     for (std::size_t i = 0; i < n; ++i) {
         const std::string_view tok = t[i];
         if (tok.empty() || tok.back() != '(')
             continue;
-        bool ok = true;
         if (tok == "Version(") {
             std::int32_t v = 0;
-            ok = i + 1 < n && ReadLongValue(t[i + 1], v);
-            if (ok)
-                d.version = v;
+            if (!(i + 1 < n && ReadLongValue(t[i + 1], v))) {
+                Say(ui, kHeaderCorrupt, MessageStyle::Critical);
+                return false;
+            }
+            d.version = v;
+            anyBlock = true;
         } else if (tok == "Settings(") {
-            ok = ReadSettings(t, i + 1, d.showFlags) != kNoClose;
+            lastSettings = i;
+            anyBlock = true;
         } else if (tok == "Project(") {
-            ok = ReadProject(t, i + 1, d.project) != kNoClose;
+            lastProject = i;
+            anyBlock = true;
+        } else if (!anyBlock && IsBlockWord(tok)) {
+            anyBlock = true;
         }
-        if (!ok) {
-            Say(ui, kHeaderCorrupt, MessageStyle::Critical);
-            return false;
-        }
+    }
+    // No block word at all: binary data, UTF-16 text, any file that is no project.
+    if (!anyBlock || (lastSettings != kNoClose && ReadSettings(t, lastSettings + 1, d.showFlags) == kNoClose) ||
+        (lastProject != kNoClose && ReadProject(t, lastProject + 1, d.project) == kNoClose)) {
+        Say(ui, kHeaderCorrupt, MessageStyle::Critical);
+        return false;
     }
     // Stage 2: a newer file is read all the same.
     if (d.version > 1)
         Say(ui, kNewerVersion, MessageStyle::Information);
     // Stage 3: shapes.
+    std::size_t held = 0;
+    std::optional<ShapePointWalks> walks;
     for (std::size_t i = 0; i < n; ++i) {
         const int type = ShapeTypeOfWord(t[i]);
         if (!type)
@@ -184,14 +212,23 @@ bool RunStages(const Tokens& t, ProjectData& d, Ui* ui, const std::string& progr
             Say(ui, kShapeCorrupt, MessageStyle::Critical);
             return false;
         }
+        // The walk within the block costs what its key loop did; only a list that runs on past the
+        // block needs the walks of the whole array, and only then can walks overlap.
         PointList points;
-        ReadShapePoints(t, i + 1, close, points);
+        PointWalkEnd end = ReadShapePointsWithin(t, i + 1, close, kMaxPointsInList, points);
+        if (end == PointWalkEnd::PastBlock) {
+            if (!walks)
+                walks.emplace(t);
+            end = walks->Read(i + 1, kMaxPointsInList, points) ? PointWalkEnd::Done : PointWalkEnd::TooMany;
+        }
         // Point indices and the shape count are 16-bit: more can't be held.
-        if (points.size() > kMaxPointsInList || (!points.empty() && d.shapes.size() >= kMaxRecords)) {
+        if (end == PointWalkEnd::TooMany || (!points.empty() && d.shapes.size() >= kMaxRecords) ||
+            (walks && points.size() > walks->pointTokens() + kMaxSharedPoints - held)) {
             Say(ui, kShapeCorrupt, MessageStyle::Critical);
             return false;
         }
         if (!points.empty()) {
+            held += points.size();
             UpdateShapeGeometry(shape, points);
             d.shapes.push_back(std::move(shape));
             d.points.push_back(std::move(points));
@@ -250,9 +287,11 @@ void AddRecords(CBufferS& out, const std::vector<PointList>& points, const std::
 
 bool WriteBuffer(const std::string& path, const CBufferS& buffer, Ui* ui)
 {
-    if (WriteLinesReplacing(path, buffer.lines()))
+    std::string reason;
+    if (WriteLinesReplacing(path, buffer.lines(), &reason))
         return true;
-    Say(ui, kWriteFailed, MessageStyle::Critical);
+    if (ui)
+        ui->Message(WithFileReason(kWriteFailed, path, reason), MessageStyle::Critical);
     return false;
 }
 
@@ -271,8 +310,15 @@ bool ReadProjectText(std::string_view text, ProjectData& out, Ui* ui, const std:
 
 bool ReadProjectFile(const std::string& path, ProjectData& out, Ui* ui, const std::string& programFolder)
 {
+    // Only a regular file of a size the format can hold is read; any other fails as a broken head,
+    // with the file and the host's reason on a second line.
     std::string text;
-    ReadWholeFile(path, text);
+    std::string reason;
+    if (!ReadWholeFile(path, text, kMaxProjectBytes, &reason)) {
+        if (ui)
+            ui->Message(WithFileReason(kHeaderCorrupt, path, reason), MessageStyle::Critical);
+        return false;
+    }
     return ReadProjectText(text, out, ui, programFolder);
 }
 

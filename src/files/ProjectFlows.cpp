@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "core/Helpers.h"
 #include "files/ConfigFile.h"
@@ -161,6 +162,26 @@ int AskToSave(Session& s, const FlowHooks& hooks)
     }
 }
 
+namespace {
+
+// The hook loads into s.bitmap; here it loads beside the session's picture, which stays as it is
+// whatever the hook does.
+bool LoadPictureAside(Session& s, const FlowHooks& hooks, const std::string& path, CBitmapState& picture)
+{
+    CBitmapState kept = std::exchange(s.bitmap, CBitmapState{});
+    bool loaded = false;
+    try {
+        loaded = hooks.loadBackImage(s, path);
+    } catch (...) {
+        s.bitmap = std::move(kept);
+        throw;
+    }
+    picture = std::exchange(s.bitmap, std::move(kept));
+    return loaded;
+}
+
+} // namespace
+
 bool LoadProject(Session& s, const std::string& path, const FlowHooks& hooks, const LoadSource* source)
 {
     const bool unnamed = source != nullptr && source->unnamed;
@@ -173,6 +194,25 @@ bool LoadProject(Session& s, const std::string& path, const FlowHooks& hooks, co
     if (!ReadProjectFile(file, data, s.ui, s.programFolder))
         return false;
 
+    // Every part is made ready before the session changes. A part that can't be loaded is dropped
+    // (a macro keeps its path and the default outline, a picture goes with its path and flag);
+    // anything that throws on the way leaves the session as it was before.
+    for (ObjectRecord& o : data.objects) {
+        if (o.oType != kApi)
+            continue;
+        ReRootMacroPath(o, s.config, s.programFolder);
+        RebuildOutline(o, s.decimalSeparator);
+    }
+    CBitmapState picture;
+    if (!data.showFlags.BackImagePath.empty() && hooks.loadBackImage) {
+        const std::string& image = data.showFlags.BackImagePath;
+        if (!FileExists(image) || !LoadPictureAside(s, hooks, image, picture)) {
+            picture = CBitmapState{};
+            data.showFlags.BackImagePath.clear();
+            data.showFlags.ShowBackPicture = 0;
+        }
+    }
+
     ResetForLoadedProject(s, path);
     ClearStores(s.stores);
     s.stores.PointStore = std::move(data.points);
@@ -180,20 +220,7 @@ bool LoadProject(Session& s, const std::string& path, const FlowHooks& hooks, co
     s.stores.ObjectStore = std::move(data.objects);
     s.showFlags = std::move(data.showFlags);
     s.project = std::move(data.project);
-
-    for (ObjectRecord& o : s.stores.ObjectStore) {
-        if (o.oType != kApi)
-            continue;
-        ReRootMacroPath(o, s.config, s.programFolder);
-        RebuildOutline(o, s.decimalSeparator);
-    }
-
-    if (!s.showFlags.BackImagePath.empty() && hooks.loadBackImage) {
-        if (!FileExists(s.showFlags.BackImagePath) || !hooks.loadBackImage(s, s.showFlags.BackImagePath)) {
-            s.showFlags.BackImagePath.clear();
-            s.showFlags.ShowBackPicture = 0;
-        }
-    }
+    s.bitmap = std::move(picture);
 
     // One record selected: the first shape, or else the first object; in either case in the
     // select state, so that a click on another item selects it (design.md).

@@ -1,5 +1,8 @@
 #include "files/ShapeBlocks.h"
 
+#include <algorithm>
+#include <cstdint>
+
 #include "core/Numbers.h"
 #include "files/KeyBlock.h"
 #include "files/ValueReaders.h"
@@ -327,24 +330,88 @@ bool ParsePoint(std::string_view token, Point& p)
     return true;
 }
 
-void ReadShapePoints(const Tokens& t, std::size_t start, std::size_t close, PointList& points)
+namespace {
+constexpr std::uint32_t kNone = UINT32_MAX;
+} // namespace
+
+ShapePointWalks::ShapePointWalks(const Tokens& t) : t_(t)
+{
+    // Token counts stay far below 2^32 - 1 (a project file is at most kMaxProjectBytes).
+    const auto n = static_cast<std::uint32_t>(std::min<std::size_t>(t.size(), kNone - 1));
+    lastList_.assign(static_cast<std::size_t>(n) + 1, kNone);
+    nextInList_.assign(static_cast<std::size_t>(n) + 1, n);
+    std::uint32_t nextBracket = n; // the first "]" behind p
+    for (std::uint32_t p = n; p-- > 0;) {
+        const std::string_view tok = t[p];
+        const bool bracket = tok == "]";
+        Point point;
+        const bool isPoint = !bracket && ParsePoint(tok, point);
+        pointTokens_ += isPoint;
+        nextInList_[p] = bracket || isPoint ? p : nextInList_[p + 1];
+        if (tok == ")") {
+            lastList_[p] = kNone; // the walk ends here
+        } else if (tok == "Data[") {
+            // The list runs to nextBracket; the walk then goes on behind it, and a later list
+            // there replaces this one.
+            const std::uint32_t later = nextBracket == n ? kNone : lastList_[nextBracket + 1];
+            lastList_[p] = later != kNone ? later : p;
+        } else {
+            lastList_[p] = lastList_[p + 1];
+        }
+        if (bracket)
+            nextBracket = p;
+    }
+}
+
+bool ShapePointWalks::Read(std::size_t start, std::size_t maxPoints, PointList& points) const
 {
     points.clear();
-    std::size_t i = start;
-    while (i < close) {
-        if (t[i] == "Data[") {
-            points.clear();
-            ++i;
-            // A ")" where "]" is missing ends the list with the block.
-            while (i < close && t[i] != "]") {
-                Point p;
-                if (ParsePoint(t[i], p))
-                    points.push_back(p);
-                ++i;
-            }
-        }
-        ++i;
+    const std::size_t n = nextInList_.size() - 1;
+    if (start > n || lastList_[start] == kNone)
+        return true;
+    for (std::size_t i = static_cast<std::size_t>(lastList_[start]) + 1; i < n; ++i) {
+        i = nextInList_[i];
+        if (i >= n || t_[i] == "]")
+            break;
+        Point p;
+        ParsePoint(t_[i], p);
+        if (points.size() == maxPoints)
+            return false;
+        points.push_back(p);
     }
+    return true;
+}
+
+void ReadShapePoints(const Tokens& t, std::size_t start, PointList& points)
+{
+    ShapePointWalks(t).Read(start, SIZE_MAX, points);
+}
+
+PointWalkEnd ReadShapePointsWithin(const Tokens& t, std::size_t start, std::size_t close, std::size_t maxPoints,
+                                   PointList& points)
+{
+    points.clear();
+    bool inList = false;
+    for (std::size_t i = start; i <= close && i < t.size(); ++i) {
+        const std::string_view tok = t[i];
+        if (!inList) {
+            if (tok == ")")
+                return PointWalkEnd::Done;
+            if (tok == "Data[") {
+                points.clear();
+                inList = true;
+            }
+        } else if (tok == "]") {
+            inList = false;
+        } else if (i == close) {
+            return PointWalkEnd::PastBlock;
+        } else if (Point p; ParsePoint(tok, p)) {
+            if (points.size() == maxPoints)
+                return PointWalkEnd::TooMany;
+            points.push_back(p);
+        }
+    }
+    return PointWalkEnd::PastBlock;
 }
 
 } // namespace fw

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
+#include <system_error>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -16,10 +17,11 @@ void Tokenise(std::string_view line, Out&& append)
     std::size_t i = 0;
     const std::size_t n = line.size();
     while (i < n) {
+        // A "=" is stepped over and the next character looked at afresh, so that a run of them
+        // is passed whole and never makes an empty token.
         if (line[i] == '=') {
             ++i;
-            if (i >= n)
-                break;
+            continue;
         }
         std::size_t end;
         if (line[i] == '"') {
@@ -53,22 +55,9 @@ void TokeniseText(std::string_view text, Tokens& out)
     ForEachLine(text, [&](std::string_view line) { TokeniseLine(line, out); });
 }
 
-bool ReadWholeFile(const std::string& path, std::string& out)
+bool ReadWholeFile(const std::string& path, std::string& out, std::uint64_t maxBytes, std::string* reason)
 {
-    out.clear();
-    std::error_code ec;
-    if (std::filesystem::is_directory(path, ec))
-        return false;
-    std::FILE* f = std::fopen(path.c_str(), "rb");
-    if (!f)
-        return false;
-    char buf[65536];
-    std::size_t got;
-    while ((got = std::fread(buf, 1, sizeof buf, f)) > 0)
-        out.append(buf, got);
-    const bool ok = !std::ferror(f);
-    std::fclose(f);
-    return ok;
+    return ReadRegularFile(path, maxBytes, out, reason);
 }
 
 std::string JoinLines(const std::vector<std::string>& lines)
@@ -85,61 +74,129 @@ std::string JoinLines(const std::vector<std::string>& lines)
     return text;
 }
 
-bool WriteTextReplacing(const std::string& path, std::string_view text, bool flushed)
+namespace {
+
+std::string HostText(int error)
 {
-    if (path.empty())
-        return false;
+    return std::system_category().message(error);
+}
+
+// The file a path names once its symbolic links are followed: writing through a link replaces
+// the file it points to and keeps the link. A link that points nowhere names the file it would
+// point to, which the write then makes.
+bool FollowLinks(const std::string& path, std::string& target, std::string& reason)
+{
     namespace fs = std::filesystem;
-    std::error_code ec;
-    if (fs::is_directory(path, ec))
-        return false;
-    fs::path target(path);
-    fs::path folder = target.parent_path();
-    if (folder.empty())
-        folder = ".";
-    std::string pattern = (folder / ("." + target.filename().string() + ".XXXXXX")).string();
-    std::vector<char> name(pattern.begin(), pattern.end());
-    name.push_back('\0');
-    const int fd = ::mkstemp(name.data());
-    if (fd < 0)
-        return false;
-    bool ok = true;
-    std::size_t done = 0;
-    while (ok && done < text.size()) {
-        const ssize_t w = ::write(fd, text.data() + done, text.size() - done);
-        if (w < 0) {
-            if (errno == EINTR)
-                continue;
-            ok = false;
-        } else {
-            done += static_cast<std::size_t>(w);
-        }
-    }
-    if (ok) {
-        // Keep the old file's permissions; a new file gets the usual ones.
+    fs::path p(path);
+    for (int hops = 0; hops < 40; ++hops) {
         struct stat st {};
-        if (::stat(path.c_str(), &st) == 0)
-            ::fchmod(fd, st.st_mode & 07777);
-        else {
-            const mode_t mask = ::umask(0);
-            ::umask(mask);
-            ::fchmod(fd, 0666 & ~mask);
+        if (::lstat(p.c_str(), &st) != 0 || !S_ISLNK(st.st_mode)) {
+            target = p.string();
+            return true;
         }
-        if (flushed)
-            ok = ::fsync(fd) == 0;
+        std::error_code ec;
+        const fs::path next = fs::read_symlink(p, ec);
+        if (ec) {
+            reason = ec.message();
+            return false;
+        }
+        p = next.is_absolute() ? next : p.parent_path() / next;
     }
-    if (::close(fd) != 0)
-        ok = false;
-    if (ok && std::rename(name.data(), path.c_str()) != 0)
-        ok = false;
-    if (!ok)
-        ::unlink(name.data());
+    reason = HostText(ELOOP);
+    return false;
+}
+
+} // namespace
+
+bool WriteTextReplacing(const std::string& path, std::string_view text, bool flushed, std::string* reasonOut)
+{
+    std::string reason;
+    const bool ok = [&] {
+        if (path.empty()) {
+            reason = HostText(ENOENT);
+            return false;
+        }
+        std::string target;
+        if (!FollowLinks(path, target, reason))
+            return false;
+        // What stands there must be a file that may be written: a folder, a device or a pipe is
+        // not replaced, and neither is a read-only file (whoever the program runs as).
+        struct stat st {};
+        const bool exists = ::stat(target.c_str(), &st) == 0;
+        if (exists) {
+            if (S_ISDIR(st.st_mode)) {
+                reason = HostText(EISDIR);
+                return false;
+            }
+            if (!S_ISREG(st.st_mode)) {
+                reason = "Not a regular file";
+                return false;
+            }
+            if ((st.st_mode & 0222) == 0 || ::access(target.c_str(), W_OK) != 0) {
+                reason = HostText(EACCES);
+                return false;
+            }
+        }
+        namespace fs = std::filesystem;
+        const fs::path file(target);
+        fs::path folder = file.parent_path();
+        if (folder.empty())
+            folder = ".";
+        std::string pattern = (folder / ("." + file.filename().string() + ".XXXXXX")).string();
+        std::vector<char> name(pattern.begin(), pattern.end());
+        name.push_back('\0');
+        const int fd = ::mkstemp(name.data());
+        if (fd < 0) {
+            reason = HostText(errno);
+            return false;
+        }
+        bool written = true;
+        std::size_t done = 0;
+        while (written && done < text.size()) {
+            const ssize_t w = ::write(fd, text.data() + done, text.size() - done);
+            if (w < 0) {
+                if (errno == EINTR)
+                    continue;
+                reason = HostText(errno);
+                written = false;
+            } else {
+                done += static_cast<std::size_t>(w);
+            }
+        }
+        if (written) {
+            // Keep the old file's permissions; a new file gets the usual ones.
+            if (exists) {
+                ::fchmod(fd, st.st_mode & 07777);
+            } else {
+                const mode_t mask = ::umask(0);
+                ::umask(mask);
+                ::fchmod(fd, 0666 & ~mask);
+            }
+            if (flushed && ::fsync(fd) != 0) {
+                reason = HostText(errno);
+                written = false;
+            }
+        }
+        if (::close(fd) != 0 && written) {
+            reason = HostText(errno);
+            written = false;
+        }
+        if (written && std::rename(name.data(), target.c_str()) != 0) {
+            reason = HostText(errno);
+            written = false;
+        }
+        if (!written)
+            ::unlink(name.data());
+        return written;
+    }();
+    if (!ok && reasonOut)
+        *reasonOut = reason;
     return ok;
 }
 
-bool WriteLinesReplacing(const std::string& path, const std::vector<std::string>& lines)
+bool WriteLinesReplacing(const std::string& path, const std::vector<std::string>& lines, std::string* reason)
 {
-    return WriteTextReplacing(path, JoinLines(lines));
+    return WriteTextReplacing(path, JoinLines(lines), true, reason);
 }
 
 } // namespace fw

@@ -1,9 +1,12 @@
 // The line buffer, the tokeniser and the plain file access shared by every text file of a project.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "files/RegularFile.h"
 
 namespace fw {
 
@@ -81,14 +84,20 @@ void ForEachLine(std::string_view text, F&& f)
     }
 }
 
-// The whole file as bytes; false when it can't be read.
-bool ReadWholeFile(const std::string& path, std::string& out);
+// The whole file as bytes, through RegularFile: only a regular file of at most maxBytes is read.
+// False when it can't be read; reason, when given, then says why in the host's words.
+bool ReadWholeFile(const std::string& path, std::string& out, std::uint64_t maxBytes = kMaxProjectBytes,
+                   std::string* reason = nullptr);
 // Writes every line with CR LF into a temporary file beside path and renames it over path, so
-// that a failed write leaves the old file as it was. False on any failure.
-bool WriteLinesReplacing(const std::string& path, const std::vector<std::string>& lines);
+// that a failed write leaves the old file as it was. A symbolic link is followed: the file it
+// names is replaced and the link stays. A read-only file, a folder, a device or a pipe is not
+// replaced. False on any failure; reason, when given, then says why in the host's words.
+bool WriteLinesReplacing(const std::string& path, const std::vector<std::string>& lines,
+                         std::string* reason = nullptr);
 // flushed: the bytes are on the disk before the rename. A file that can be made again at any time
 // (an export) may skip the wait; the rename still keeps a failed write from touching the old file.
-bool WriteTextReplacing(const std::string& path, std::string_view text, bool flushed = true);
+bool WriteTextReplacing(const std::string& path, std::string_view text, bool flushed = true,
+                        std::string* reason = nullptr);
 
 // The same text joined with CR LF.
 std::string JoinLines(const std::vector<std::string>& lines);

@@ -1,12 +1,12 @@
 #include "render/Bitmap.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 
 #include "core/COffset.h"
 #include "core/Numbers.h"
+#include "files/RegularFile.h"
 #include "platform/Ui.h"
 #include "render/Clip.h"
 
@@ -39,75 +39,115 @@ unsigned Field(std::uint32_t v, std::uint32_t mask)
 
 } // namespace
 
-BmpResult DecodeBmp(const std::vector<unsigned char>& b, int maxWidth, int maxHeight, std::int32_t& width,
-                    std::int32_t& height, std::vector<std::uint32_t>& pixels)
-{
-    if (b.size() < 26 || b[0] != 'B' || b[1] != 'M')
-        return BmpResult::Unreadable;
-    const std::uint32_t dataOffset = U32(b, 10);
-    const std::uint32_t headerSize = U32(b, 14);
+namespace {
+
+// What the headers say; read from the first kBmpHeadBytes of the file.
+struct BmpHeader {
+    std::uint32_t dataOffset = 0;
+    std::uint32_t headerSize = 0;
     std::int64_t w = 0;
     std::int64_t h = 0;
+    bool topDown = false;
     unsigned bits = 0;
     std::uint32_t compression = 0;
     std::uint32_t colorsUsed = 0;
     std::size_t paletteEntry = 4;
-    if (headerSize == 12) {
-        w = U16(b, 18);
-        h = static_cast<std::int16_t>(U16(b, 20));
-        bits = U16(b, 24);
-        paletteEntry = 3;
-    } else if (headerSize >= 40 && b.size() >= 14 + 40) {
-        w = static_cast<std::int32_t>(U32(b, 18));
-        h = static_cast<std::int32_t>(U32(b, 22));
-        bits = U16(b, 28);
-        compression = U32(b, 30);
-        colorsUsed = U32(b, 46);
+    std::uint32_t masks[3] = {0x00FF0000, 0x0000FF00, 0x000000FF};
+    std::size_t paletteCount = 0; // entries stored in the file
+    std::size_t stride = 0;
+
+    // Bytes the picture needs from the start of the file: palette and pixel rows.
+    std::uint64_t Extent() const
+    {
+        const std::uint64_t palette = 14 + static_cast<std::uint64_t>(headerSize) + paletteCount * paletteEntry;
+        const std::uint64_t rows = static_cast<std::uint64_t>(dataOffset) + stride * static_cast<std::uint64_t>(h);
+        return std::max(palette, rows);
+    }
+};
+
+// The file header, the largest info header and its bit-field masks.
+constexpr std::size_t kBmpHeadBytes = 14 + 124;
+
+// The headers alone: whether this is a picture we read, and its size. A picture over the maximum
+// is reported without looking further.
+BmpResult ParseBmpHeader(const std::vector<unsigned char>& b, int maxWidth, int maxHeight, BmpHeader& hd,
+                         std::int32_t& width, std::int32_t& height)
+{
+    if (b.size() < 26 || b[0] != 'B' || b[1] != 'M')
+        return BmpResult::Unreadable;
+    hd.dataOffset = U32(b, 10);
+    hd.headerSize = U32(b, 14);
+    if (hd.headerSize == 12) {
+        hd.w = U16(b, 18);
+        hd.h = static_cast<std::int16_t>(U16(b, 20));
+        hd.bits = U16(b, 24);
+        hd.paletteEntry = 3;
+    } else if (hd.headerSize >= 40 && b.size() >= 14 + 40) {
+        hd.w = static_cast<std::int32_t>(U32(b, 18));
+        hd.h = static_cast<std::int32_t>(U32(b, 22));
+        hd.bits = U16(b, 28);
+        hd.compression = U32(b, 30);
+        hd.colorsUsed = U32(b, 46);
     } else {
         return BmpResult::Unreadable;
     }
-    const bool topDown = h < 0;
-    if (topDown)
-        h = -h;
-    if (w <= 0 || h <= 0)
+    hd.topDown = hd.h < 0;
+    if (hd.topDown)
+        hd.h = -hd.h;
+    if (hd.w <= 0 || hd.h <= 0)
         return BmpResult::Unreadable;
-    if (w > maxWidth || h > maxHeight) {
-        width = static_cast<std::int32_t>(std::min<std::int64_t>(w, INT32_MAX));
-        height = static_cast<std::int32_t>(std::min<std::int64_t>(h, INT32_MAX));
+    if (hd.w > maxWidth || hd.h > maxHeight) {
+        width = static_cast<std::int32_t>(std::min<std::int64_t>(hd.w, INT32_MAX));
+        height = static_cast<std::int32_t>(std::min<std::int64_t>(hd.h, INT32_MAX));
         return BmpResult::TooLarge;
     }
-    std::uint32_t masks[3] = {0x00FF0000, 0x0000FF00, 0x000000FF};
-    if (bits == 16) {
-        masks[0] = 0x7C00;
-        masks[1] = 0x03E0;
-        masks[2] = 0x001F;
+    if (hd.bits == 16) {
+        hd.masks[0] = 0x7C00;
+        hd.masks[1] = 0x03E0;
+        hd.masks[2] = 0x001F;
     }
-    if (compression == 3 && (bits == 16 || bits == 32)) {
+    if (hd.compression == 3 && (hd.bits == 16 || hd.bits == 32)) {
         const std::size_t at = 14 + 40;
-        if (headerSize == 40) {
-            if (b.size() < at + 12)
-                return BmpResult::Unreadable;
-            masks[0] = U32(b, at);
-            masks[1] = U32(b, at + 4);
-            masks[2] = U32(b, at + 8);
-        } else {
-            if (b.size() < at + 12)
-                return BmpResult::Unreadable;
-            masks[0] = U32(b, 14 + 40);
-            masks[1] = U32(b, 14 + 44);
-            masks[2] = U32(b, 14 + 48);
-        }
-    } else if (compression != 0) {
+        if (b.size() < at + 12)
+            return BmpResult::Unreadable;
+        hd.masks[0] = U32(b, at);
+        hd.masks[1] = U32(b, at + 4);
+        hd.masks[2] = U32(b, at + 8);
+    } else if (hd.compression != 0) {
         return BmpResult::Unreadable;
     }
-    if (bits != 1 && bits != 4 && bits != 8 && bits != 16 && bits != 24 && bits != 32)
+    if (hd.bits != 1 && hd.bits != 4 && hd.bits != 8 && hd.bits != 16 && hd.bits != 24 && hd.bits != 32)
         return BmpResult::Unreadable;
+    if (hd.bits <= 8) {
+        const std::size_t n = hd.colorsUsed != 0 ? hd.colorsUsed : (1u << hd.bits);
+        hd.paletteCount = std::min<std::size_t>(n, 1u << hd.bits);
+    }
+    hd.stride = ((static_cast<std::size_t>(hd.w) * hd.bits + 31) / 32) * 4;
+    return BmpResult::Ok;
+}
+
+} // namespace
+
+BmpResult DecodeBmp(const std::vector<unsigned char>& b, int maxWidth, int maxHeight, std::int32_t& width,
+                    std::int32_t& height, std::vector<std::uint32_t>& pixels)
+{
+    BmpHeader hd;
+    if (const BmpResult r = ParseBmpHeader(b, maxWidth, maxHeight, hd, width, height); r != BmpResult::Ok)
+        return r;
+    const std::uint32_t dataOffset = hd.dataOffset;
+    const std::uint32_t headerSize = hd.headerSize;
+    const std::int64_t w = hd.w;
+    const std::int64_t h = hd.h;
+    const bool topDown = hd.topDown;
+    const unsigned bits = hd.bits;
+    const std::uint32_t compression = hd.compression;
+    const std::size_t paletteEntry = hd.paletteEntry;
+    const std::uint32_t* masks = hd.masks;
 
     std::vector<std::uint32_t> palette;
     if (bits <= 8) {
-        std::size_t n = colorsUsed != 0 ? colorsUsed : (1u << bits);
-        n = std::min<std::size_t>(n, 1u << bits);
-        const std::size_t at = 14 + headerSize;
+        const std::size_t n = hd.paletteCount;
+        const std::size_t at = 14 + static_cast<std::size_t>(headerSize);
         for (std::size_t i = 0; i < n; ++i) {
             const std::size_t e = at + i * paletteEntry;
             if (e + 3 > b.size())
@@ -116,7 +156,7 @@ BmpResult DecodeBmp(const std::vector<unsigned char>& b, int maxWidth, int maxHe
         }
         palette.resize(1u << bits, 0);
     }
-    const std::size_t stride = ((static_cast<std::size_t>(w) * bits + 31) / 32) * 4;
+    const std::size_t stride = hd.stride;
     if (dataOffset > b.size() || (b.size() - dataOffset) / stride < static_cast<std::size_t>(h))
         return BmpResult::Unreadable;
 
@@ -152,12 +192,39 @@ BmpResult DecodeBmp(const std::vector<unsigned char>& b, int maxWidth, int maxHe
 }
 
 BmpResult ReadBmp(const std::string& path, int maxWidth, int maxHeight, std::int32_t& width,
-                  std::int32_t& height, std::vector<std::uint32_t>& pixels)
+                  std::int32_t& height, std::vector<std::uint32_t>& pixels, std::string* reason)
 {
-    std::ifstream in(path, std::ios::binary);
-    if (!in)
+    // Only a regular file is opened, and its headers are read and checked before the rest: the
+    // read then takes no more than the picture they describe.
+    RegularFile f;
+    if (!f.Open(path)) {
+        if (reason)
+            *reason = f.reason();
         return BmpResult::Unreadable;
-    std::vector<unsigned char> bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    }
+    std::vector<unsigned char> bytes(static_cast<std::size_t>(std::min<std::uint64_t>(f.size(), kBmpHeadBytes)));
+    std::size_t got = 0;
+    if (!f.ReadAt(0, bytes.data(), bytes.size(), got)) {
+        if (reason)
+            *reason = f.reason();
+        return BmpResult::Unreadable;
+    }
+    bytes.resize(got);
+    BmpHeader hd;
+    if (const BmpResult r = ParseBmpHeader(bytes, maxWidth, maxHeight, hd, width, height); r != BmpResult::Ok)
+        return r;
+    // A picture of at most maxWidth by maxHeight needs a few MB; a header that places its rows
+    // far behind that describes no picture we can use.
+    const std::uint64_t extent = hd.Extent();
+    if (extent > kMaxBmpBytes)
+        return BmpResult::Unreadable;
+    bytes.resize(static_cast<std::size_t>(std::max<std::uint64_t>(std::min(extent, f.size()), bytes.size())));
+    if (!f.ReadAt(0, bytes.data(), bytes.size(), got)) {
+        if (reason)
+            *reason = f.reason();
+        return BmpResult::Unreadable;
+    }
+    bytes.resize(got);
     return DecodeBmp(bytes, maxWidth, maxHeight, width, height, pixels);
 }
 
@@ -176,10 +243,11 @@ bool CBitmap::GetPicture(const std::string& path, Ui* ui)
     std::int32_t w = 0;
     std::int32_t h = 0;
     std::vector<std::uint32_t> pixels;
-    const BmpResult r = ReadBmp(path, kMaxImageWidth, kMaxImageHeight, w, h, pixels);
+    std::string reason;
+    const BmpResult r = ReadBmp(path, kMaxImageWidth, kMaxImageHeight, w, h, pixels, &reason);
     if (r == BmpResult::Unreadable) {
         if (ui)
-            ui->Message("Unable to load Bitmap!", MessageStyle::Critical);
+            ui->Message(WithFileReason("Unable to load Bitmap!", path, reason), MessageStyle::Critical);
         return false;
     }
     if (r == BmpResult::TooLarge) {

@@ -18,11 +18,17 @@ constexpr int kMaxImageHeight = 600;
 
 enum class BmpResult { Ok, Unreadable, TooLarge };
 
+// The most a bitmap file may take to describe a picture of the maximum size (800 by 600 at 32 bits
+// is under 2 MB, with headers and palette).
+constexpr std::uint64_t kMaxBmpBytes = 16ull << 20;
+
 // A plain reader of Windows bitmaps (1, 4, 8, 16, 24 and 32 bits, uncompressed or bit fields).
 // Pixels come out 0x00RRGGBB, row-major from the top. A picture over maxWidth by maxHeight is
-// reported as such without being decoded.
+// reported as such without being decoded. Only a regular file is read, its headers first;
+// reason, when given, says in the host's words why a file couldn't be read (empty when it was
+// read but is no picture).
 BmpResult ReadBmp(const std::string& path, int maxWidth, int maxHeight, std::int32_t& width,
-                  std::int32_t& height, std::vector<std::uint32_t>& pixels);
+                  std::int32_t& height, std::vector<std::uint32_t>& pixels, std::string* reason = nullptr);
 BmpResult DecodeBmp(const std::vector<unsigned char>& bytes, int maxWidth, int maxHeight,
                     std::int32_t& width, std::int32_t& height, std::vector<std::uint32_t>& pixels);
 

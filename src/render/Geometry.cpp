@@ -85,9 +85,12 @@ void BuildApiGeometry(LineSet& lines, const ObjectRecord& o)
     lines.resize(1);
     PointList& line = lines[0];
     line.clear();
+    // In doubles: an outline near 2^31 (a macro's ;designshape or its size parameters) can't be
+    // doubled in 32 bits; R holds what the world can't take at its edge.
+    auto at = [&](const Point& p) { return Point{R(2.0 * p.X * s), R(-2.0 * p.Y * s)}; };
     for (int i = 0; i <= n; ++i)
-        line.push_back({R(2 * o.DesignPoints[i].X * s), R(-2 * o.DesignPoints[i].Y * s)});
-    line.push_back({R(2 * o.DesignPoints[0].X * s), R(-2 * o.DesignPoints[0].Y * s)});
+        line.push_back(at(o.DesignPoints[i]));
+    line.push_back(at(o.DesignPoints[0]));
     const double rotation = o.Rotation < 0 ? 0 : o.Rotation;
     RotateAndPlace(lines, rotation * (kPi / 180), o.PosX, o.PosY);
 }

@@ -1,12 +1,10 @@
 #include "render/Texture.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <system_error>
 
 #include "core/Numbers.h"
 #include "core/PathCase.h"
+#include "files/RegularFile.h"
 #include "platform/Canvas.h"
 
 namespace fw {
@@ -57,21 +55,19 @@ private:
 
 class FileSource : public ByteSource {
 public:
-    FileSource(std::ifstream& in, std::uint64_t size) : in_(in), size_(size) {}
-    std::uint64_t Size() const override { return size_; }
+    explicit FileSource(RegularFile& in) : in_(in) {}
+    std::uint64_t Size() const override { return in_.size(); }
 
 protected:
     void Fill(std::uint64_t offset, std::uint8_t* dst, std::size_t count) override
     {
         // A read that fails half way leaves the rest zero, as a short file would.
-        in_.clear();
-        in_.seekg(static_cast<std::streamoff>(offset));
-        in_.read(reinterpret_cast<char*>(dst), static_cast<std::streamsize>(count));
+        std::size_t got = 0;
+        in_.ReadAt(offset, dst, count, got);
     }
 
 private:
-    std::ifstream& in_;
-    std::uint64_t size_;
+    RegularFile& in_;
 };
 
 std::uint16_t Word(const std::vector<std::uint8_t>& b, std::size_t at)
@@ -272,22 +268,9 @@ TextureForm GlFromSource(ByteSource& src, const Palette& palette, std::vector<st
 }
 
 // Opens a texture for reading; false for a missing file or anything that isn't a plain file.
-bool OpenTexture(const std::string& path, std::ifstream& in, std::uint64_t& size)
+bool OpenTexture(const std::string& path, RegularFile& in)
 {
-    if (path.empty())
-        return false;
-    std::string found = FindPathNoCase(path);
-    std::error_code ec;
-    if (!std::filesystem::is_regular_file(std::filesystem::path(found), ec))
-        return false;
-    std::uintmax_t bytes = std::filesystem::file_size(std::filesystem::path(found), ec);
-    if (ec)
-        return false;
-    in.open(found, std::ios::binary);
-    if (!in)
-        return false;
-    size = bytes;
-    return true;
+    return !path.empty() && in.Open(FindPathNoCase(path));
 }
 
 // The raw form needs the palette, read afresh each time.
@@ -310,11 +293,10 @@ std::string PalettePath(const std::string& programFolder)
 void LoadPalette(const std::string& programFolder, Palette& palette)
 {
     palette = Palette{};
-    std::ifstream in;
-    std::uint64_t size = 0;
-    if (!OpenTexture(PalettePath(programFolder), in, size))
+    RegularFile in;
+    if (!OpenTexture(PalettePath(programFolder), in))
         return;
-    FileSource src(in, size);
+    FileSource src(in);
     std::vector<std::uint8_t> bytes = src.Read(0, 768);
     for (std::size_t i = 0; i < 256; ++i)
         for (std::size_t c = 0; c < 3; ++c)
@@ -338,13 +320,12 @@ TextureForm DecodeTextureGl(const std::vector<std::uint8_t>& bytes, const Palett
 void ReadTextureGdi(const std::string& path, const std::string& programFolder, std::vector<std::uint32_t>& pixels,
                     BitmapInfoHeader& header, std::string& label)
 {
-    std::ifstream in;
-    std::uint64_t size = 0;
-    if (!OpenTexture(path, in, size)) {
+    RegularFile in;
+    if (!OpenTexture(path, in)) {
         GdiFallback(pixels, header, label);
         return;
     }
-    FileSource src(in, size);
+    FileSource src(in);
     Palette palette = PaletteFor(src, programFolder);
     GdiFromSource(src, palette, pixels, header, label);
 }
@@ -352,13 +333,12 @@ void ReadTextureGdi(const std::string& path, const std::string& programFolder, s
 int ReadTextureGl(const std::string& path, const std::string& programFolder, std::vector<std::uint8_t>& image,
                   std::int32_t& width, std::int32_t& height)
 {
-    std::ifstream in;
-    std::uint64_t size = 0;
-    if (!OpenTexture(path, in, size)) {
+    RegularFile in;
+    if (!OpenTexture(path, in)) {
         GlFallback(image, width, height);
         return 0;
     }
-    FileSource src(in, size);
+    FileSource src(in);
     Palette palette = PaletteFor(src, programFolder);
     return GlFromSource(src, palette, image, width, height) == TextureForm::Unknown ? 0 : 1;
 }

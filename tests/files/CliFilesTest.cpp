@@ -103,7 +103,8 @@ TEST(CliResave, WritesWhatItRead)
 
     r = Cli(dir, "resave " + Q(test::Fixture("all_types.fwt")) + " " + Q(dir.path("no/such/folder.fwt")));
     EXPECT_EQ(r.code, 1);
-    EXPECT_EQ(r.err, "Unable to write file to disk!\n");
+    EXPECT_EQ(r.err, "Unable to write file to disk!\n'" + dir.path("no/such/folder.fwt") +
+                         "': No such file or directory\n");
 }
 
 } // namespace

@@ -253,7 +253,10 @@ TEST_F(Flows, AFailedSaveLosesNothing)
         ui.calls.clear();
         ui.files = {target};
         EXPECT_FALSE(MnuFsaveas(s));
-        EXPECT_EQ(ui.Messages(), std::vector<std::string>{"Unable to write file to disk!"});
+        // The message stays first; the file and the host's reason follow on a line of their own.
+        ASSERT_EQ(ui.Messages().size(), 1u);
+        EXPECT_EQ(ui.Messages()[0].rfind("Unable to write file to disk!\n'" + target + "': ", 0), 0u)
+            << ui.Messages()[0];
         EXPECT_EQ(ui.calls.back().style, MessageStyle::Critical);
         EXPECT_EQ(s.dirty, 1);
         EXPECT_EQ(s.projectPath, dir.path("keep.fwt"));

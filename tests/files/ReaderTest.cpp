@@ -43,7 +43,7 @@ TEST(Tokeniser, OnlyEqualsAndLeadingQuotesDivide)
     EXPECT_EQ(Tokens("\"open"), V{"\"open"});
     EXPECT_EQ(Tokens("\"a\"b"), (V{"\"a\"", "b"}));
     EXPECT_EQ(Tokens("Name="), V{"Name"});
-    EXPECT_EQ(Tokens("a==b"), (V{"a", "", "b"}));
+    EXPECT_EQ(Tokens("a==b"), (V{"a", "b"})); // a run of "=" makes no empty token
 }
 
 TEST(Tokeniser, CommentsOnlyAtTheStartOfAToken)
@@ -122,7 +122,7 @@ TEST(Reader, DamagedFilesFailWithTheirStagesMessage)
         {"head_version_last_token.fwt", head},
         {"empty.fwt", head},
         {"only_comments.fwt", head},
-        {"no such file.fwt", head},
+        {"no such file.fwt", head + "\n'" + Fixture("no such file.fwt") + "': No such file or directory"},
         {"shape_unclosed_at_end.fwt", "Unable to open file! Corrupted shape structure..."},
         {"object_unclosed.fwt", "Unable to open file! Corrupted object structure..."}};
     for (const auto& [name, message] : cases) {

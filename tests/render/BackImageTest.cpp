@@ -133,7 +133,9 @@ TEST_F(BackImage, CancelledOrUnreadableChoiceChangesNothing)
     Load(::testing::TempDir() + "fw_no_such_file.bmp");
     ASSERT_EQ(ui_.Messages().size(), 2u);
     EXPECT_EQ(ui_.Messages()[0], "Unable to load Bitmap!");
-    EXPECT_EQ(ui_.Messages()[1], "Unable to load Bitmap!");
+    // A file that can't be read names itself and the host's reason on a second line.
+    EXPECT_EQ(ui_.Messages()[1], "Unable to load Bitmap!\n'" + ::testing::TempDir() +
+                                     "fw_no_such_file.bmp': No such file or directory");
 
     EXPECT_EQ(s_.showFlags.BackImagePath, before.BackImagePath);
     EXPECT_EQ(s_.showFlags.BackImageLeft, before.BackImageLeft);

@@ -26,7 +26,7 @@ public:
     {
         std::fprintf(stderr, "SCASM status: %s\n", text.c_str());
         std::string log;
-        if (ReadWholeFile(logPath, log) && !log.empty())
+        if (ReadWholeFile(logPath, log, kMaxLogBytes) && !log.empty())
             std::fwrite(log.data(), 1, log.size(), stderr);
     }
 };
@@ -124,8 +124,9 @@ int CheckScasm(const Args& args)
         return 2;
     }
     std::string text;
-    if (!ReadWholeFile(args[0], text)) {
-        std::fprintf(stderr, "Unable to read %s\n", args[0].c_str());
+    std::string reason;
+    if (!ReadWholeFile(args[0], text, kMaxScasmBytes, &reason)) {
+        std::fprintf(stderr, "%s\n", WithFileReason("Unable to read " + args[0], args[0], reason).c_str());
         return 1;
     }
     const auto problems = CheckScasmText(text);

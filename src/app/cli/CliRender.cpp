@@ -150,7 +150,7 @@ int Render(const Args& args)
     // The grid's spacings and colours come from the configuration, read but never created here.
     const std::string configPath = ConfigFilePath(s.programFolder);
     std::string configText;
-    if (FileExists(configPath) && ReadWholeFile(configPath, configText))
+    if (FileExists(configPath) && ReadWholeFile(configPath, configText, kMaxConfigBytes))
         ReadConfigText(s, configText);
 
     FlowHooks hooks;

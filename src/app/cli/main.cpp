@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <exception>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -54,8 +55,15 @@ int main(int argc, char** argv)
     const std::string_view name = argv[1];
     fw::cli::Args args(argv + 2, argv + argc);
     for (const auto& c : kCommands)
-        if (c.name == name)
-            return c.run(args);
+        if (c.name == name) {
+            // Whatever goes wrong ends the command with its message, never with an abort.
+            try {
+                return c.run(args);
+            } catch (const std::exception& e) {
+                std::fprintf(stderr, "%s\n", e.what());
+                return 1;
+            }
+        }
     std::fprintf(stderr, "unknown command '%s'\n%s", argv[1], kUsage);
     return 2;
 }

@@ -14,9 +14,11 @@
 
 #include "core/PathCase.h"
 #include "dialogs/FormOapi.h"
+#include "files/RegularFile.h"
 #include "platform/qt/FormBase.h"
 #include "platform/qt/FormTex.h"
 #include "platform/qt/QtText.h"
+#include "render/Bitmap.h"
 
 namespace fw::qt {
 
@@ -113,7 +115,11 @@ bool RunFormOapi(ObjectRecord& record, const ValueContext& ctx, ConfigRecord& co
             descriptions[i]->setText(ToQt(model.paramLabels[i]));
         }
         const std::string pic = model.PreviewPath();
-        QImage img(PathToQt(pic));
+        // Read as every reader reads: a regular file of a bitmap's size, never a pipe or device.
+        std::string bytes;
+        QImage img;
+        if (!pic.empty() && ReadRegularFile(pic, kMaxBmpBytes, bytes))
+            img.loadFromData(reinterpret_cast<const uchar*>(bytes.data()), static_cast<int>(bytes.size()));
         if (pic.empty() || img.isNull())
             preview->setText("No bitmap available...");
         else

@@ -1,0 +1,165 @@
+// Every reader opens only regular files and reads no more than its format can
+// hold. Pipes and devices are looked at in a child process with a deadline, so that a reader that
+// blocks or reads without end fails its test instead of holding the run.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "FilesTestSupport.h"
+#include "core/Session.h"
+#include "files/ConfigFile.h"
+#include "files/MacroFile.h"
+#include "files/ProjectFile.h"
+#include "files/ProjectFlows.h"
+#include "files/RegularFile.h"
+#include "platform/ScriptedUi.h"
+#include "support/Deadline.h"
+
+namespace fw {
+namespace {
+
+using test::ChildOutcome;
+using test::RunWithDeadline;
+
+constexpr int kDeadline = 30;
+
+class HostileFiles : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        fifo = dir.path("pipe");
+        ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+        folder = dir.path("folder");
+        std::filesystem::create_directory(folder);
+    }
+
+    // The paths no reader may read: a folder, devices that never end, a pipe nobody writes.
+    std::vector<std::string> Hostile() const { return {folder, "/dev/zero", "/dev/urandom", fifo}; }
+
+    test::ScratchFolder dir;
+    std::string fifo;
+    std::string folder;
+};
+
+void ExpectPassed(ChildOutcome o)
+{
+    EXPECT_EQ(o, ChildOutcome::Passed) << test::OutcomeName(o);
+}
+
+TEST_F(HostileFiles, OnlyRegularFilesOpenAndEachSaysWhy)
+{
+    const std::string plain = dir.path("plain.txt");
+    test::WriteText(plain, "abc");
+    const std::string link = dir.path("link.txt");
+    std::filesystem::create_symlink(plain, link);
+    ExpectPassed(RunWithDeadline(kDeadline, [&] {
+        RegularFile f;
+        std::string text;
+        bool ok = f.Open(link) && f.size() == 3 && f.ReadAll(3, text) && text == "abc";
+        ok = ok && !f.ReadAll(2, text) && text.empty() && f.reason() == "File too large (more than 2 bytes)";
+        ok = ok && !f.Open(dir.path("missing")) && f.reason() == "No such file or directory" && !f.isOpen();
+        ok = ok && !f.Open(folder) && f.reason() == "Is a directory";
+        ok = ok && !f.Open("/dev/zero") && f.reason() == "Not a regular file (a device)";
+        ok = ok && !f.Open(fifo) && f.reason() == "Not a regular file (a named pipe)";
+        ok = ok && !f.Open("") && f.reason() == "No such file or directory";
+        std::string why;
+        ok = ok && !ReadRegularFile("/dev/urandom", 100, text, &why) && why == "Not a regular file (a device)";
+        ok = ok && ReadRegularFile(plain, 3, text, &why) && text == "abc";
+        return ok;
+    }));
+}
+
+TEST_F(HostileFiles, AFileLargerThanItsFormatIsRefusedUnread)
+{
+    // A sparse file far larger than memory: refused from its size, not read.
+    const std::string big = dir.path("big.fwt");
+    test::WriteText(big, "Version(\r\n 1\r\n)\r\n");
+    if (::truncate(big.c_str(), static_cast<off_t>(64ull << 30)) != 0)
+        GTEST_SKIP() << "no sparse files here";
+    ExpectPassed(RunWithDeadline(kDeadline, [&] {
+        std::string text, why;
+        ProjectData d;
+        ScriptedUi ui;
+        return !ReadRegularFile(big, kMaxProjectBytes, text, &why) && text.empty() &&
+               why == "File too large (more than 67108864 bytes)" && !ReadProjectFile(big, d, &ui) &&
+               ui.Messages() == std::vector<std::string>{"Unable to open file! Corrupted file header...\n'" + big +
+                                                         "': File too large (more than 67108864 bytes)"};
+    }));
+}
+
+TEST_F(HostileFiles, TheProjectAndSelectionReadersFailAsABrokenHead)
+{
+    for (const std::string& path : Hostile()) {
+        SCOPED_TRACE(path);
+        ExpectPassed(RunWithDeadline(kDeadline, [&] {
+            ProjectData d;
+            d.project.Name = "untouched";
+            ScriptedUi ui;
+            const bool read = ReadProjectFile(path, d, &ui);
+            const auto m = ui.Messages();
+            return !read && d.project.Name == "untouched" && m.size() == 1 &&
+                   m[0].rfind("Unable to open file! Corrupted file header...\n'" + path + "': ", 0) == 0;
+        }));
+    }
+}
+
+TEST_F(HostileFiles, OpenAndImportLeaveTheSessionAsItWas)
+{
+    for (const std::string& path : Hostile()) {
+        SCOPED_TRACE(path);
+        ExpectPassed(RunWithDeadline(kDeadline, [&] {
+            Session s;
+            ScriptedUi ui;
+            s.ui = &ui;
+            s.programFolder = dir.folder();
+            ResetAtStart(s);
+            s.projectPath = dir.path("before.fwt");
+            s.hasName = 1;
+            s.dirty = 1;
+            const bool opened = LoadProject(s, path);
+            const bool imported = ImportSelection(s, path);
+            return !opened && !imported && s.projectPath == dir.path("before.fwt") && s.dirty == 1 &&
+                   ui.Messages().size() == 2;
+        }));
+    }
+}
+
+TEST_F(HostileFiles, AMacroThatIsNoFileReadsAsAMissingMacro)
+{
+    for (const std::string& path : Hostile()) {
+        SCOPED_TRACE(path);
+        ExpectPassed(RunWithDeadline(kDeadline, [&] {
+            MacroHeader h;
+            ObjectRecord o;
+            ResetObject(o, kApi, "/opt/fw/");
+            o.Path() = path;
+            const auto outline = o.DesignPoints;
+            return !ReadMacroDescriptions(path, '.', h) && h.description == "[No description]" &&
+                   !ReadMacroDefaults(path, '.', h) && !ReadMacroUses(path, h) && !RebuildOutline(o, '.') &&
+                   o.DesignPoints == outline;
+        }));
+    }
+}
+
+TEST_F(HostileFiles, TheConfigurationReaderTakesTheDefaultsAndLeavesThePathAlone)
+{
+    for (const std::string& path : Hostile()) {
+        SCOPED_TRACE(path);
+        ExpectPassed(RunWithDeadline(kDeadline, [&] {
+            Session s;
+            s.programFolder = dir.folder();
+            s.config.WinWidth = 1;
+            ReadConfigFile(s, path);
+            ConfigRecord fresh;
+            ResetConfig(fresh, s.programFolder);
+            struct stat st {};
+            return s.config.WinWidth == fresh.WinWidth && s.config.FWTPath == fresh.FWTPath &&
+                   ::lstat(path.c_str(), &st) == 0 && !S_ISREG(st.st_mode);
+        }));
+    }
+}
+
+} // namespace
+} // namespace fw
