@@ -67,6 +67,12 @@ public:
         count_ += static_cast<std::size_t>(std::count(data_ + from, data_ + to, '\n'));
         size_ += n;
     }
+    // Takes back every line after a mark of size() and count().
+    void rewind(std::size_t size, int count)
+    {
+        size_ = std::min(size, size_);
+        count_ = static_cast<std::size_t>(std::max(0, count));
+    }
     std::size_t size() const { return size_; }
     std::string_view text() const { return {data_, size_}; }
     int count() const { return static_cast<int>(count_); }

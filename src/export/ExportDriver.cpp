@@ -54,17 +54,6 @@ private:
 
 std::string Quoted(const std::string& s) { return "\"" + s + "\""; }
 
-// Runs one item; a fault comes back naming the item. The name is only made when it is needed.
-template <class Name, class F>
-void Item(Name&& what, F&& run)
-{
-    try {
-        run();
-    } catch (const OperationFault& e) {
-        throw OperationFault("The export stopped at " + what() + ": " + e.what());
-    }
-}
-
 std::string ShapeName(const ExportInput& in, std::size_t i)
 {
     const ShapeRecord& s = in.shapes[i];
@@ -93,7 +82,57 @@ ExportInput ExportInputOf(const Session& s)
                        s.decimalSeparator, s.ui, &s.random};
 }
 
-void BuildExportText(const ExportInput& in, const std::string& excludePrefix, ExportBuffer& out)
+std::string ExportItemName(const ExportInput& in, bool isShape, std::size_t index)
+{
+    return isShape ? ShapeName(in, index) : ObjectName(in, index);
+}
+
+namespace {
+
+// Runs the items. A fault comes back naming the item; with a report, the item's lines are taken back,
+// the fault is noted and the export goes on with the next item.
+class ItemRunner {
+public:
+    ItemRunner(const ExportInput& in, ExportBuffer& out, ExportReport* report) : in_(in), out_(out), report_(report) {}
+
+    template <class F>
+    void shape(std::size_t i, F&& run)
+    {
+        item(true, i, run);
+    }
+    template <class F>
+    void object(std::size_t i, F&& run)
+    {
+        item(false, i, run);
+    }
+
+private:
+    template <class F>
+    void item(bool isShape, std::size_t i, F& run)
+    {
+        const std::size_t size = out_.size();
+        const int first = out_.count();
+        try {
+            run();
+        } catch (const OperationFault& e) {
+            // The name is only made when it is needed.
+            std::string message = "The export stopped at " + ExportItemName(in_, isShape, i) + ": " + e.what();
+            if (!report_)
+                throw OperationFault(message);
+            out_.rewind(size, first);
+            report_->items.push_back({isShape, i, first + 1, first + 1, std::move(message)});
+            return;
+        }
+        if (report_)
+            report_->items.push_back({isShape, i, first + 1, out_.count() + 1, {}});
+    }
+
+    const ExportInput& in_;
+    ExportBuffer& out_;
+    ExportReport* report_;
+};
+
+void BuildText(const ExportInput& in, const std::string& excludePrefix, ExportBuffer& out, ExportReport* report)
 {
     const ProjectRecord& p = in.project;
     RandomSource fresh; // an export without a session draws the sequence from its start
@@ -103,6 +142,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
     ctx.geo.longitude = p.LongitudeDegree;
     ctx.geo.values = ValueContext{in.decimalSeparator, in.ui};
     out.reset();
+    ItemRunner run(in, out, report);
     WriteFileHead(ctx, 1, 512, 512);
     WriteCopyright(ctx, p.Copyright);
 
@@ -115,7 +155,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
         for (std::size_t i = 0; i < objects.size(); ++i)
             if (objects[i].oType == kExclude) {
                 const int k = sec.next();
-                Item([&] { return ObjectName(in, i); }, [&] { ExportGenExcl(ctx, objects[i], I, k); });
+                run.object(i, [&] { ExportGenExcl(ctx, objects[i], I, k); });
             }
         sec.close();
     }
@@ -124,7 +164,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
         for (std::size_t i = 0; i < shapes.size(); ++i)
             if (shapes[i].gType == kFlatten) {
                 sec.next();
-                Item([&] { return ShapeName(in, i); }, [&] { ExportFlatten(ctx, shapes[i], PointsOf(in, i), I); });
+                run.shape(i, [&] { ExportFlatten(ctx, shapes[i], PointsOf(in, i), I); });
             }
         sec.close();
     }
@@ -133,7 +173,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
         for (std::size_t i = 0; i < objects.size(); ++i)
             if (objects[i].oType == kInit) {
                 sec.next();
-                Item([&] { return ObjectName(in, i); }, [&] { ExportMenuEntry(ctx, objects[i], I); });
+                run.object(i, [&] { ExportMenuEntry(ctx, objects[i], I); });
             }
         sec.close();
     }
@@ -142,7 +182,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
         for (std::size_t i = 0; i < shapes.size(); ++i)
             if (shapes[i].vLayer == 0 && (shapes[i].gType == kPoly || shapes[i].gType == kTexPoly)) {
                 const int n = sec.next();
-                Item([&] { return ShapeName(in, i); }, [&] { ExportPolygon(ctx, shapes[i], PointsOf(in, i), I, n); });
+                run.shape(i, [&] { ExportPolygon(ctx, shapes[i], PointsOf(in, i), I, n); });
             }
         sec.close();
     }
@@ -151,7 +191,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
         for (std::size_t i = 0; i < shapes.size(); ++i)
             if (shapes[i].vLayer == 0 && shapes[i].gType == kWideLine) {
                 const int n = sec.next();
-                Item([&] { return ShapeName(in, i); }, [&] { ExportWideLine(ctx, shapes[i], PointsOf(in, i), I, n); });
+                run.shape(i, [&] { ExportWideLine(ctx, shapes[i], PointsOf(in, i), I, n); });
             }
         sec.close();
     }
@@ -162,7 +202,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
             if (s.vLayer != 0 || !(s.gType == kDotLine || HasCentreLine(s)))
                 continue;
             const int n = sec.next();
-            Item([&] { return ShapeName(in, i); }, [&] {
+            run.shape(i, [&] {
                 ExportDotLine(ctx, s.gType == kDotLine ? s : CentreLineCopy(s), PointsOf(in, i), I, n);
             });
         }
@@ -175,7 +215,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
             if (s.vLayer == 0 || s.gType < kPoly || s.gType > kDotLine)
                 continue;
             const int n = sec.next();
-            Item([&] { return ShapeName(in, i); }, [&] {
+            run.shape(i, [&] {
                 const PointList& pts = PointsOf(in, i);
                 if (s.gType == kWideLine)
                     ExportWideLine(ctx, s, pts, I, n);
@@ -186,7 +226,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
             });
             if (HasCentreLine(s)) {
                 const int m = sec.next();
-                Item([&] { return ShapeName(in, i); }, [&] { ExportDotLine(ctx, CentreLineCopy(s), PointsOf(in, i), I, m); });
+                run.shape(i, [&] { ExportDotLine(ctx, CentreLineCopy(s), PointsOf(in, i), I, m); });
             }
         }
         sec.close();
@@ -196,7 +236,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
         for (std::size_t i = 0; i < objects.size(); ++i)
             if (objects[i].oType == kRunway) {
                 const int n = sec.next();
-                Item([&] { return ObjectName(in, i); }, [&] { ExportRunway(ctx, objects[i], I, n); });
+                run.object(i, [&] { ExportRunway(ctx, objects[i], I, n); });
             }
         sec.close();
     }
@@ -205,16 +245,16 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
         for (std::size_t i = 0; i < shapes.size(); ++i) {
             if (shapes[i].gType == kTreeLine) {
                 sec.next();
-                Item([&] { return ShapeName(in, i); }, [&] { ExportTreeLine(ctx, shapes[i], PointsOf(in, i), I); });
+                run.shape(i, [&] { ExportTreeLine(ctx, shapes[i], PointsOf(in, i), I); });
             } else if (shapes[i].gType == kForest) {
                 sec.next();
-                Item([&] { return ShapeName(in, i); }, [&] { ExportForest(ctx, shapes[i], PointsOf(in, i), I); });
+                run.shape(i, [&] { ExportForest(ctx, shapes[i], PointsOf(in, i), I); });
             }
         }
         for (std::size_t i = 0; i < objects.size(); ++i)
             if (objects[i].oType == kApi) {
                 sec.next();
-                Item([&] { return ObjectName(in, i); }, [&] { ExportApi(ctx, objects[i], I); });
+                run.object(i, [&] { ExportApi(ctx, objects[i], I); });
             }
         sec.close();
     }
@@ -223,7 +263,7 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
         for (std::size_t i = 0; i < objects.size(); ++i)
             if (objects[i].oType == kSign) {
                 const int n = sec.next();
-                Item([&] { return ObjectName(in, i); }, [&] { ExportSign(ctx, objects[i], I, n); });
+                run.object(i, [&] { ExportSign(ctx, objects[i], I, n); });
             }
         sec.close();
     }
@@ -233,19 +273,37 @@ void BuildExportText(const ExportInput& in, const std::string& excludePrefix, Ex
             const ObjectRecord& o = objects[i];
             if (o.oType == kVor) {
                 sec.next();
-                Item([&] { return ObjectName(in, i); }, [&] { ExportVor(ctx, o, I); });
+                run.object(i, [&] { ExportVor(ctx, o, I); });
             } else if (o.oType == kNdb) {
                 sec.next();
-                Item([&] { return ObjectName(in, i); }, [&] { ExportNdb(ctx, o, I); });
+                run.object(i, [&] { ExportNdb(ctx, o, I); });
             } else if (o.oType == kRunway && RunwayHasNavigation(o)) {
                 sec.next();
-                Item([&] { return ObjectName(in, i); }, [&] {
+                run.object(i, [&] {
                     ExportIls(ctx, o, I);
                     ExportMarkers(ctx, o, I);
                 });
             }
         }
         sec.close();
+    }
+}
+
+} // namespace
+
+void BuildExportText(const ExportInput& in, const std::string& excludePrefix, ExportBuffer& out)
+{
+    BuildText(in, excludePrefix, out, nullptr);
+}
+
+void BuildExportTextReporting(const ExportInput& in, const std::string& excludePrefix, ExportBuffer& out,
+                              ExportReport& report)
+{
+    report = ExportReport{};
+    try {
+        BuildText(in, excludePrefix, out, &report);
+    } catch (const OperationFault& e) {
+        report.projectFault = e.what();
     }
 }
 

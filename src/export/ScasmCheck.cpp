@@ -4,29 +4,41 @@
 #include <cctype>
 #include <map>
 #include <set>
+#include <string_view>
 
 namespace fw {
 
 namespace {
 
 // One line without its comment, and whether a comma stands between two digits outside quotes.
+// Both parts are views into the line, which outlives the check.
 struct CodeLine {
     int number = 0;
-    std::string code;
-    std::string comment;
+    std::string_view code;
+    std::string_view comment;
 };
 
 // A quote left open at the end of a line (a macro parameter cut at its column) opens no string.
-std::size_t UnmatchedQuote(const std::string& raw)
+std::size_t UnmatchedQuote(std::string_view raw)
 {
     const auto count = std::count(raw.begin(), raw.end(), '"');
-    return count % 2 == 1 ? raw.rfind('"') : std::string::npos;
+    return count % 2 == 1 ? raw.rfind('"') : std::string_view::npos;
 }
 
-CodeLine SplitComment(const std::string& raw, int number)
+CodeLine SplitComment(std::string_view raw, int number)
 {
     CodeLine out;
     out.number = number;
+    out.code = raw;
+    if (raw.find('"') == std::string_view::npos) {
+        // No string on the line: the comment starts at the first ";".
+        const std::size_t at = raw.find(';');
+        if (at != std::string_view::npos) {
+            out.code = raw.substr(0, at);
+            out.comment = raw.substr(at);
+        }
+        return out;
+    }
     bool quoted = false;
     const std::size_t unmatched = UnmatchedQuote(raw);
     for (std::size_t i = 0; i < raw.size(); ++i) {
@@ -34,43 +46,54 @@ CodeLine SplitComment(const std::string& raw, int number)
         if (c == '"' && i != unmatched)
             quoted = !quoted;
         if (c == ';' && !quoted) {
+            out.code = raw.substr(0, i);
             out.comment = raw.substr(i);
             break;
         }
-        out.code += c;
     }
     return out;
 }
 
-std::vector<std::string> Tokens(const std::string& code)
+// Words split at blanks outside quotes; a bracket ends the word it stands in. Views into code.
+using TokenList = std::vector<std::string_view>;
+
+void Tokens(std::string_view code, TokenList& out)
 {
-    std::vector<std::string> out;
-    std::string cur;
+    out.clear();
+    std::size_t begin = 0;
+    std::size_t length = 0;
     bool quoted = false;
     auto flush = [&] {
-        if (!cur.empty())
-            out.push_back(cur);
-        cur.clear();
+        if (length)
+            out.push_back(code.substr(begin, length));
+        length = 0;
     };
-    const std::size_t unmatched = UnmatchedQuote(code);
+    const std::size_t unmatched = code.find('"') == std::string_view::npos ? std::string_view::npos : UnmatchedQuote(code);
     for (std::size_t i = 0; i < code.size(); ++i) {
         const char c = code[i];
         if (c == '"' && i != unmatched)
             quoted = !quoted;
         if (!quoted && (c == ' ' || c == '\t')) {
             flush();
-        } else if (!quoted && (c == '(' || c == ')')) {
-            cur += c;
-            flush();
-        } else {
-            cur += c;
+            continue;
         }
+        if (!length)
+            begin = i;
+        ++length;
+        if (!quoted && (c == '(' || c == ')'))
+            flush();
     }
     flush();
+}
+
+TokenList Tokens(std::string_view code)
+{
+    TokenList out;
+    Tokens(code, out);
     return out;
 }
 
-bool IsInteger(const std::string& t)
+bool IsInteger(std::string_view t)
 {
     std::size_t i = (!t.empty() && t[0] == '-') ? 1 : 0;
     if (i >= t.size())
@@ -79,7 +102,7 @@ bool IsInteger(const std::string& t)
                        [](char c) { return c >= '0' && c <= '9'; });
 }
 
-bool IsNumber(const std::string& t)
+bool IsNumber(std::string_view t)
 {
     std::size_t i = (!t.empty() && t[0] == '-') ? 1 : 0;
     bool digit = false;
@@ -95,8 +118,10 @@ bool IsNumber(const std::string& t)
     return digit;
 }
 
-bool HasDecimalComma(const std::string& code)
+bool HasDecimalComma(std::string_view code)
 {
+    if (code.find(',') == std::string_view::npos)
+        return false;
     bool quoted = false;
     const std::size_t unmatched = UnmatchedQuote(code);
     for (std::size_t i = 0; i < code.size(); ++i) {
@@ -112,17 +137,17 @@ bool HasDecimalComma(const std::string& code)
 
 // A statement: its name (the word before "(" or the bare word) and its lines.
 struct Statement {
-    std::string name;
+    std::string_view name;
     std::vector<CodeLine> lines;
     int first() const { return lines.front().number; }
 };
 
 // Statements whose label arguments must be defined in the same area.
-const std::set<std::string> kLabelUsers = {"Jump",     "IfVarAnd",        "IfVarRange", "RefPoint",
+const std::set<std::string, std::less<>> kLabelUsers = {"Jump",     "IfVarAnd",        "IfVarRange", "RefPoint",
                                            "LayerCall", "PerspectiveCall", "ShadowCall"};
 
 // Every statement the export writes; anything else is a fault of the writer.
-const std::set<std::string> kKnown = {
+const std::set<std::string, std::less<>> kKnown = {
     "Set",       "Header",      "LatRange",   "CopyRight",       "Menu",       "MenuEntry",  "Area",
     "EndA",      "Area16N",     "Elevation",  "End16",           "SurfaceType", "GenExcl",   "Points",
     "VecPoints", "Poly",        "ShadedPoly", "TexPoly",         "ShadedTexPoly", "ConcavePoly", "LoadBitmap",
@@ -134,7 +159,7 @@ const std::set<std::string> kKnown = {
 struct Scope {
     int openLine = 0;
     std::string closer; // "EndA" or "End16"
-    std::set<std::string> defined;
+    std::set<std::string, std::less<>> defined;
     std::vector<std::pair<int, std::string>> used;
     long points = 0; // indices 0 .. points-1 are in the table
 };
@@ -143,7 +168,7 @@ class Checker {
 public:
     std::vector<ScasmProblem> problems;
 
-    void run(const std::vector<std::string>& raw)
+    void run(const std::vector<std::string_view>& raw)
     {
         scopes_.push_back(Scope{});
         Statement cur;
@@ -152,7 +177,7 @@ public:
             CodeLine line = SplitComment(raw[i], static_cast<int>(i) + 1);
             bool quoted = false;
             bool sawOpen = false;
-            std::string name;
+            std::string_view name;
             const std::size_t unmatched = UnmatchedQuote(line.code);
             for (std::size_t j = 0; j < line.code.size(); ++j) {
                 const char c = line.code[j];
@@ -174,8 +199,8 @@ public:
                 }
             }
             if (cur.lines.empty()) {
-                const std::string word = sawOpen ? name : FirstWord(line.code);
-                if (word.empty() && line.code.find_first_not_of(' ') == std::string::npos) {
+                const std::string_view word = sawOpen ? name : FirstWord(line.code);
+                if (word.empty() && line.code.find_first_not_of(' ') == std::string_view::npos) {
                     checkComma(line, false);
                     continue;
                 }
@@ -188,7 +213,7 @@ public:
             }
         }
         if (!cur.lines.empty())
-            add(cur.first(), "the brackets of \"" + cur.name + "(\" are not closed");
+            add(cur.first(), "the brackets of \"" + std::string(cur.name) + "(\" are not closed");
         while (scopes_.size() > 1) {
             add(scopes_.back().openLine, "\"Area\" without \"" + scopes_.back().closer + "\"");
             closeScope();
@@ -200,14 +225,15 @@ public:
 
 private:
     std::vector<Scope> scopes_;
+    TokenList scratch_; // the words of one row, kept for the next
 
-    static std::string FirstWord(const std::string& code)
+    static std::string_view FirstWord(std::string_view code)
     {
         std::size_t b = code.find_first_not_of(' ');
-        if (b == std::string::npos)
+        if (b == std::string_view::npos)
             return {};
         std::size_t e = code.find_first_of(" (", b);
-        return code.substr(b, e == std::string::npos ? std::string::npos : e - b);
+        return code.substr(b, e == std::string_view::npos ? std::string_view::npos : e - b);
     }
 
     void add(int line, std::string text) { problems.push_back({line, std::move(text)}); }
@@ -230,7 +256,7 @@ private:
     void statement(const Statement& st)
     {
         Scope& scope = scopes_.back();
-        const std::string& name = st.name;
+        const std::string_view name = st.name;
         const bool isMacro = name == "macro";
         for (std::size_t k = 0; k < st.lines.size(); ++k) {
             const CodeLine& l = st.lines[k];
@@ -241,10 +267,11 @@ private:
                 auto t = Tokens(l.code);
                 for (std::size_t j = 0; j < t.size(); ++j)
                     if (!t[j].empty() && t[j].back() == '(' && j + 1 < t.size()) {
-                        std::string rest = l.code;
+                        const std::string rest(l.code);
                         const std::size_t at = rest.find(t[j + 1], rest.find('(') + 1);
+                        const std::string without = rest.substr(0, at) + rest.substr(at + t[j + 1].size());
                         CodeLine other = l;
-                        other.code = rest.substr(0, at) + rest.substr(at + t[j + 1].size());
+                        other.code = without;
                         checkComma(other, false);
                         allowed = true;
                         break;
@@ -255,18 +282,25 @@ private:
             checkComma(l, allowed);
         }
 
-        std::vector<std::string> tokens;
-        for (const auto& l : st.lines)
-            for (auto& t : Tokens(l.code))
-                tokens.push_back(t);
+        // The words of the whole statement, for the statements that read them.
+        TokenList tokens;
+        const bool poly = name == "Poly" || name == "ShadedPoly";
+        const bool moveDraw = name == "MoveToPt" || name == "DrawToPt";
+        if (st.lines.size() == 1 || poly || moveDraw || kLabelUsers.count(name)) {
+            TokenList lineTokens;
+            for (const auto& l : st.lines) {
+                Tokens(l.code, lineTokens);
+                tokens.insert(tokens.end(), lineTokens.begin(), lineTokens.end());
+            }
+        }
 
         if (st.lines.size() == 1 && tokens.size() == 1 && tokens[0].size() > 1 && tokens[0][0] == ':') {
-            if (!scope.defined.insert(tokens[0]).second)
-                add(st.first(), "label " + tokens[0] + " is defined twice in its area");
+            if (!scope.defined.insert(std::string(tokens[0])).second)
+                add(st.first(), "label " + std::string(tokens[0]) + " is defined twice in its area");
             return;
         }
         if (!kKnown.count(name))
-            add(st.first(), "unknown statement \"" + name + "\"");
+            add(st.first(), "unknown statement \"" + std::string(name) + "\"");
         if (name == "Area" || name == "Area16N") {
             Scope s;
             s.openLine = st.first();
@@ -276,7 +310,7 @@ private:
         }
         if (name == "EndA" || name == "End16") {
             if (scopes_.size() < 2 || scopes_.back().closer != name)
-                add(st.first(), "\"" + name + "\" without its area");
+                add(st.first(), "\"" + std::string(name) + "\" without its area");
             else
                 closeScope();
             return;
@@ -284,34 +318,35 @@ private:
         if (kLabelUsers.count(name)) {
             for (const auto& t : tokens)
                 if (t.size() > 1 && t[0] == ':')
-                    scope.used.emplace_back(st.first(), t);
+                    scope.used.emplace_back(st.first(), std::string(t));
             return;
         }
         if (name == "Points" || name == "VecPoints") {
             points(st, scope, name == "Points" ? 3 : 6);
             return;
         }
-        if (name == "Poly" || name == "ShadedPoly") {
+        if (poly) {
             // The flags word after the bracket ("a", "ai", "au"), then the indices.
             for (std::size_t k = 2; k < tokens.size(); ++k)
                 if (tokens[k] != ")") {
                     if (IsInteger(tokens[k]))
                         usePoint(st.first(), scope, tokens[k]);
                     else
-                        add(st.first(), "\"" + tokens[k] + "\" is no point index");
+                        add(st.first(), "\"" + std::string(tokens[k]) + "\" is no point index");
                 }
             return;
         }
-        if (name == "MoveToPt" || name == "DrawToPt") {
+        if (moveDraw) {
             if (tokens.size() != 3 || !IsInteger(tokens[1]))
-                add(st.first(), "\"" + name + "(\" takes one point index");
+                add(st.first(), "\"" + std::string(name) + "(\" takes one point index");
             else
                 usePoint(st.first(), scope, tokens[1]);
             return;
         }
         if (name == "TexPoly" || name == "ShadedTexPoly") {
             for (std::size_t k = 1; k < st.lines.size(); ++k) {
-                auto t = Tokens(st.lines[k].code);
+                Tokens(st.lines[k].code, scratch_);
+                const TokenList& t = scratch_;
                 if (!t.empty() && IsInteger(t[0]))
                     usePoint(st.lines[k].number, scope, t[0]);
             }
@@ -325,29 +360,30 @@ private:
         auto head = Tokens(st.lines[0].code);
         long start = 0;
         if (head.size() >= 2 && IsInteger(head[1]) && head[1].size() < 9)
-            start = std::stol(head[1]);
+            start = std::stol(std::string(head[1]));
         // A table from 0 replaces the points before it; any other start continues them.
         if (start > scope.points || start < 0)
             add(st.first(), "the point table starts at " + std::to_string(start) + " after " +
                                 std::to_string(scope.points) + " points");
         long rows = 0;
         for (std::size_t k = 1; k < st.lines.size(); ++k) {
-            auto t = Tokens(st.lines[k].code);
+            Tokens(st.lines[k].code, scratch_);
+            const TokenList& t = scratch_;
             if (t.empty() || t[0] == ")")
                 continue;
             ++rows;
             if (t.size() != columns || !std::all_of(t.begin(), t.end(), IsNumber))
-                add(st.lines[k].number, "a row of \"" + st.name + "(\" needs " + std::to_string(columns) +
+                add(st.lines[k].number, "a row of \"" + std::string(st.name) + "(\" needs " + std::to_string(columns) +
                                             " numbers");
         }
         scope.points = start + rows;
     }
 
-    void usePoint(int line, const Scope& scope, const std::string& token)
+    void usePoint(int line, const Scope& scope, std::string_view token)
     {
-        const long index = token.size() < 9 ? std::stol(token) : -1;
+        const long index = token.size() < 9 ? std::stol(std::string(token)) : -1;
         if (index < 0 || index >= scope.points)
-            add(line, "point " + token + " is not in the point table");
+            add(line, "point " + std::string(token) + " is not in the point table");
     }
 };
 
@@ -356,27 +392,28 @@ private:
 std::vector<ScasmProblem> CheckScasm(const std::vector<std::string>& lines)
 {
     Checker c;
-    c.run(lines);
+    c.run(std::vector<std::string_view>(lines.begin(), lines.end()));
     return c.problems;
 }
 
-std::vector<ScasmProblem> CheckScasmText(const std::string& text)
+std::vector<ScasmProblem> CheckScasmText(std::string_view text)
 {
-    std::vector<std::string> lines;
-    std::string cur;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\n') {
-            if (!cur.empty() && cur.back() == '\r')
-                cur.pop_back();
-            lines.push_back(cur);
-            cur.clear();
-        } else {
-            cur += text[i];
-        }
+    std::vector<std::string_view> lines;
+    std::size_t pos = 0;
+    while (pos < text.size()) {
+        std::size_t end = text.find('\n', pos);
+        const bool ended = end != std::string_view::npos;
+        if (!ended)
+            end = text.size();
+        std::string_view line = text.substr(pos, end - pos);
+        if (ended && !line.empty() && line.back() == '\r')
+            line.remove_suffix(1);
+        lines.push_back(line);
+        pos = end + 1;
     }
-    if (!cur.empty())
-        lines.push_back(cur);
-    return CheckScasm(lines);
+    Checker c;
+    c.run(lines);
+    return c.problems;
 }
 
 std::string FormatProblems(const std::vector<ScasmProblem>& problems)

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace fw {
@@ -14,7 +15,7 @@ struct ScasmProblem {
 
 std::vector<ScasmProblem> CheckScasm(const std::vector<std::string>& lines);
 // The text as a file holds it: lines ended by CR LF (a lone LF is taken as well).
-std::vector<ScasmProblem> CheckScasmText(const std::string& text);
+std::vector<ScasmProblem> CheckScasmText(std::string_view text);
 // "line 12: ..." one problem a line.
 std::string FormatProblems(const std::vector<ScasmProblem>& problems);
 

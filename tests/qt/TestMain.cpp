@@ -9,5 +9,7 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     ::testing::InitGoogleTest(&argc, argv);
     QApplication app(argc, argv);
+    app.setOrganizationName("Fieldwright");
+    app.setApplicationName("Fieldwright");
     return RUN_ALL_TESTS();
 }

@@ -31,6 +31,21 @@ public:
     }
 };
 
+// "." or "," from the process locale.
+bool LocaleSeparator(char& out)
+{
+    std::setlocale(LC_NUMERIC, "");
+    const char* point = std::localeconv()->decimal_point;
+    std::setlocale(LC_NUMERIC, "C");
+    if (point && (point[0] == '.' || point[0] == ',') && point[1] == '\0') {
+        out = point[0];
+        return true;
+    }
+    return false;
+}
+
+} // namespace
+
 // The project as the Open command leaves it in the session.
 bool LoadProject(const std::string& path, Session& s, Ui& ui)
 {
@@ -60,21 +75,6 @@ bool LoadProject(const std::string& path, Session& s, Ui& ui)
         }
     return true;
 }
-
-// "." or "," from the process locale.
-bool LocaleSeparator(char& out)
-{
-    std::setlocale(LC_NUMERIC, "");
-    const char* point = std::localeconv()->decimal_point;
-    std::setlocale(LC_NUMERIC, "C");
-    if (point && (point[0] == '.' || point[0] == ',') && point[1] == '\0') {
-        out = point[0];
-        return true;
-    }
-    return false;
-}
-
-} // namespace
 
 int Export(const Args& args)
 {

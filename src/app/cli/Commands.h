@@ -16,7 +16,18 @@ int CheckScasm(const Args& args);
 int Replay(const Args& args);
 int Render(const Args& args);
 
+int Check(const Args& args);
+
 // The program folder of this executable (FIELDWRIGHT_HOME wins).
 std::string ProgramFolder();
 
 } // namespace fw::cli
+
+namespace fw {
+class Ui;
+struct Session;
+namespace cli {
+// The project as the Open command leaves it in the session; false (told through ui) when it can't be read.
+bool LoadProject(const std::string& path, Session& s, Ui& ui);
+} // namespace cli
+} // namespace fw

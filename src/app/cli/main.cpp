@@ -29,6 +29,7 @@ constexpr const char* kUsage =
     "                                 write the project's SCASM text\n"
     "  compile FILE.fwt OUT.bgl       export and run the scenery compiler\n"
     "  check-scasm FILE.txt           check the structure of SCASM text\n"
+    "  check FILE.fwt [--json]        list the design's problems before an export\n"
     "  replay SCRIPT [--out FOLDER]   run an editor event script; what it writes goes to FOLDER\n"
     "  render FILE.fwt OUT.png [--size WxH] [--zoom Z] [--offset X Y]\n"
     "                                 paint the plan view into a picture\n";
@@ -41,7 +42,7 @@ struct Command {
 constexpr Command kCommands[] = {
     {"dump", fw::cli::Dump},       {"resave", fw::cli::Resave},          {"export", fw::cli::Export},
     {"compile", fw::cli::Compile}, {"check-scasm", fw::cli::CheckScasm}, {"replay", fw::cli::Replay},
-    {"render", fw::cli::Render},
+    {"render", fw::cli::Render},   {"check", fw::cli::Check},
 };
 
 } // namespace

@@ -13,6 +13,7 @@
 #include "platform/PosixProcess.h"
 #include "platform/qt/FormConverter.h"
 #include "platform/qt/MainWindow.h"
+#include "platform/qt/ProblemsPanel.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtUi.h"
 #include "platform/qt/Startup.h"
@@ -25,6 +26,7 @@ int main(int argc, char** argv)
     // Number text written by the C library stays the same in every locale.
     std::setlocale(LC_NUMERIC, "C");
     app.setApplicationName("Fieldwright");
+    app.setOrganizationName("Fieldwright");
     app.setQuitOnLastWindowClosed(false);
 
     fw::Session session;
@@ -55,6 +57,7 @@ int main(int argc, char** argv)
         fw::qt::WireSettingsCommands(*window, session);
         fw::qt::WireExportCommands(*window, session, process);
         fw::qt::WireImageCommands(*window, session);
+        fw::qt::InstallProblemsPanel(*window, session);
         if (window->Load())
             fw::qt::WireRecovery(*window, session);
     });

@@ -12,6 +12,7 @@
 #include "platform/qt/FormConverter.h"
 #include "platform/qt/FormOptions.h"
 #include "platform/qt/MainWindow.h"
+#include "platform/qt/ProblemsPanel.h"
 #include "render/BackImage.h"
 #include "render/Bitmap.h"
 
@@ -91,7 +92,10 @@ void WireSettingsCommands(MainWindow& window, Session& session)
 void WireExportCommands(MainWindow& window, Session& session, Process& process)
 {
     window.connectCommand("MnuFexport", [&session] { MnuFexport(session); });
-    window.connectCommand("MnuFbgl", [&session, &process] { MnuFbgl(session, process); });
+    window.connectCommand("MnuFbgl", [&session, &process] {
+        if (ConfirmCompile(session))
+            MnuFbgl(session, process);
+    });
 }
 
 void WireImageCommands(MainWindow& window, Session& session)
