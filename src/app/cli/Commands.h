@@ -15,6 +15,7 @@ int Compile(const Args& args);
 int CheckScasm(const Args& args);
 int Replay(const Args& args);
 int Render(const Args& args);
+int ImportOsm(const Args& args);
 
 int Check(const Args& args);
 

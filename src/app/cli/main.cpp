@@ -32,7 +32,9 @@ constexpr const char* kUsage =
     "  check FILE.fwt [--json]        list the design's problems before an export\n"
     "  replay SCRIPT [--out FOLDER]   run an editor event script; what it writes goes to FOLDER\n"
     "  render FILE.fwt OUT.png [--size WxH] [--zoom Z] [--offset X Y]\n"
-    "                                 paint the plan view into a picture\n";
+    "                                 paint the plan view into a picture\n"
+    "  import-osm FILE.fwt DATA OUT.fwt\n"
+    "                                 import OpenStreetMap data (.osm, .osm.bz2, .osm.pbf) into OUT\n";
 
 struct Command {
     std::string_view name;
@@ -43,6 +45,7 @@ constexpr Command kCommands[] = {
     {"dump", fw::cli::Dump},       {"resave", fw::cli::Resave},          {"export", fw::cli::Export},
     {"compile", fw::cli::Compile}, {"check-scasm", fw::cli::CheckScasm}, {"replay", fw::cli::Replay},
     {"render", fw::cli::Render},   {"check", fw::cli::Check},
+    {"import-osm", fw::cli::ImportOsm},
 };
 
 } // namespace

@@ -14,6 +14,7 @@
 #include "platform/qt/FormConverter.h"
 #include "platform/qt/MainWindow.h"
 #include "platform/qt/ProblemsPanel.h"
+#include "platform/qt/OsmImportMenu.h"
 #include "platform/qt/QtText.h"
 #include "platform/qt/QtUi.h"
 #include "platform/qt/Startup.h"
@@ -58,6 +59,7 @@ int main(int argc, char** argv)
         fw::qt::WireExportCommands(*window, session, process);
         fw::qt::WireImageCommands(*window, session);
         fw::qt::InstallProblemsPanel(*window, session);
+        fw::qt::AddOsmImport(*window, session);
         if (window->Load())
             fw::qt::WireRecovery(*window, session);
     });
