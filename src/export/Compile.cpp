@@ -5,6 +5,7 @@
 
 #include "core/Helpers.h"
 #include "core/Session.h"
+#include "files/ConfigFile.h"
 #include "files/RegularFile.h"
 #include "platform/Process.h"
 #include "platform/Ui.h"
@@ -75,8 +76,13 @@ bool Compile(const ExportInput& in, const std::string& programFolder, const std:
 {
     if (programFolder.empty() || bglPath.empty())
         return false;
-    const std::string tempPath = programFolder + kTempName;
-    const std::string compilerPath = programFolder + kCompilerName;
+    // An installed program folder can't take the temporary file nor a compiler added by the user:
+    // both then live in the user's folder.
+    const std::string userFolder = UserFolder(programFolder);
+    const std::string tempPath = userFolder + kTempName;
+    std::string compilerPath = programFolder + kCompilerName;
+    if (!FileExists(compilerPath) && FileExists(userFolder + kCompilerName))
+        compilerPath = userFolder + kCompilerName;
     const std::string logPath = GetFolderFromPath(bglPath) + kLogName;
 
     if (!ExportTextFile(in, tempPath, kExportCompile, bglPath))

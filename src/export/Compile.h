@@ -18,7 +18,7 @@ inline constexpr const char* kTempName = "exp.temp01";
 inline constexpr const char* kCompilerName = "scasm.exe";
 inline constexpr const char* kLogName = "SCAERROR.LOG";
 
-// How the compiler is started. Empty nativeProgram: program folder + "scasm.exe" through wine, with
+// How the compiler is started. Empty nativeProgram: "scasm.exe" (see Compile) through wine, with
 // paths converted by "winepath -w". Otherwise that program is run directly with the host's paths.
 struct CompilerCommand {
     std::string nativeProgram;
@@ -31,8 +31,9 @@ CompilerCommand CompilerFromEnvironment();
 std::string CompilerCommandLine(const std::string& compilerPath, const std::string& tempPath,
                                 const std::string& bglPath);
 
-// Exports into program folder + "exp.temp01", runs the compiler, reads the first 100 bytes of its log
-// and shows the status dialog unless they report success; then removes the temporary file and the log.
+// Exports into UserFolder + "exp.temp01" (the program folder unless that is installed), runs the
+// compiler (program folder + "scasm.exe", else the user folder's), reads the first 100 bytes of its
+// log and shows the status dialog unless they report success; then removes the temporary file and the log.
 // True when the log reported success.
 bool Compile(const ExportInput& in, const std::string& programFolder, const std::string& bglPath, Process& process,
              const CompilerCommand& command);

@@ -82,6 +82,20 @@ bool FolderWritable(const std::string& folder)
     return !folder.empty() && ::access(folder.c_str(), W_OK) == 0;
 }
 
+// Nobody saves into an installed program folder: the folders of the user's own files start at home.
+void StartUserPathsAtHome(ConfigRecord& c, const std::string& programFolder)
+{
+    const char* home = std::getenv("HOME");
+    if (home == nullptr || home[0] != '/' || !ProgramFolderInstalled(programFolder))
+        return;
+    std::string folder = home;
+    if (folder.back() != '/')
+        folder += '/';
+    c.BGLPath = folder + "Export.bgl";
+    c.SCAPath = folder + "Export.txt";
+    c.FWTPath = c.ImportPath = c.BackPicturePath = c.SceneryPath = folder;
+}
+
 void ReadTokens(Session& s, const Tokens& given)
 {
     static const Tokens kOneEmpty{std::string_view{}};
@@ -89,6 +103,7 @@ void ReadTokens(Session& s, const Tokens& given)
 
     ConfigRecord c;
     ResetConfig(c, s.programFolder);
+    StartUserPathsAtHome(c, s.programFolder);
     ReadKeys(
         t, 0, [](std::string_view tok) { return FindKey(kConfigKeys, tok); },
         [&](const KeyRule& k, ParsedValue& v) {
@@ -131,22 +146,34 @@ void ReadTokens(Session& s, const Tokens& given)
 
 } // namespace
 
-std::string ConfigFilePath(const std::string& programFolder)
+bool ProgramFolderInstalled(const std::string& programFolder)
 {
+    return ::access((programFolder + kInstalledMarkerName).c_str(), F_OK) == 0;
+}
+
+std::string UserFolder(const std::string& programFolder)
+{
+    // An installed folder stays untouched even for root, who could write there.
     const std::string local = programFolder + kConfigFileName;
-    if (::access(local.c_str(), W_OK) == 0 || (::access(local.c_str(), F_OK) != 0 && FolderWritable(programFolder)))
-        return local;
+    if (!ProgramFolderInstalled(programFolder) &&
+        (::access(local.c_str(), W_OK) == 0 || (::access(local.c_str(), F_OK) != 0 && FolderWritable(programFolder))))
+        return programFolder;
     std::string base;
     if (const char* xdg = std::getenv("XDG_CONFIG_HOME"); xdg && *xdg)
         base = xdg;
     else if (const char* home = std::getenv("HOME"); home && *home)
         base = std::string(home) + "/.config";
     else
-        return local;
+        return programFolder;
     const std::string folder = base + "/Fieldwright/";
     std::error_code ec;
     std::filesystem::create_directories(folder, ec);
-    return folder + kConfigFileName;
+    return folder;
+}
+
+std::string ConfigFilePath(const std::string& programFolder)
+{
+    return UserFolder(programFolder) + kConfigFileName;
 }
 
 void ReadConfigText(Session& s, std::string_view text)

@@ -2,6 +2,7 @@
 #include "ExportTestSupport.h"
 
 #include <filesystem>
+#include <fstream>
 
 #include "core/Session.h"
 #include "export/Compile.h"
@@ -140,6 +141,55 @@ TEST_F(CompileFixture, EmptyPathsDoNothing)
     EXPECT_FALSE(Compile(t.Input(), "", bgl, process, CompilerCommand{kFake}));
     EXPECT_FALSE(fs::exists(record));
     EXPECT_TRUE(t.ui.calls.empty());
+}
+
+// An installed program folder: the temporary file and a compiler the user added are in the user's
+// folder, and the program folder is left as it was. wine and winepath are stand-ins on the PATH.
+TEST_F(CompileFixture, AnInstalledProgramFolderUsesTheUsersFolder)
+{
+    const fs::path bin = root / "bin";
+    const std::string user = (root / "config home").string() + "/Fieldwright/";
+    fs::create_directories(bin);
+    std::ofstream(bin / "winepath") << "#!/bin/sh\nprintf '%s\\n' \"$2\"\n";
+    std::ofstream(bin / "wine") << "#!/bin/sh\nprintf '%s' \"$1\" > \"$FAKE_SCASM_RECORD.wine\"\nshift\nexec \""
+                                << kFake << "\" \"$@\"\n";
+    fs::permissions(bin / "winepath", fs::perms::owner_all);
+    fs::permissions(bin / "wine", fs::perms::owner_all);
+    std::ofstream(program + "Fieldwright.installed");
+    const std::string oldPath = std::getenv("PATH") ? std::getenv("PATH") : "";
+    const char* oldConfig = std::getenv("XDG_CONFIG_HOME");
+    const std::string savedConfig = oldConfig ? oldConfig : "";
+    ::setenv("PATH", (bin.string() + ":" + oldPath).c_str(), 1);
+    ::setenv("XDG_CONFIG_HOME", (root / "config home").c_str(), 1);
+
+    // No compiler anywhere: the message, and nothing left behind.
+    EXPECT_FALSE(Compile(t.Input(), program, bgl, process, CompilerCommand{}));
+    EXPECT_EQ(t.ui.Messages(), (std::vector<std::string>{kCompilerMissing}));
+    EXPECT_FALSE(fs::exists(user + "exp.temp01"));
+
+    std::ofstream(user + "scasm.exe") << "MZ";
+    t.ui.calls.clear();
+    EXPECT_TRUE(Compile(t.Input(), program, bgl, process, CompilerCommand{}));
+    EXPECT_TRUE(t.ui.calls.empty());
+    EXPECT_EQ(ReadBytes(record + ".wine"), user + "scasm.exe");
+    EXPECT_EQ(ReadBytes(record), "argc=3\narg=" + user + "exp.temp01\narg=" + bgl + "\narg=-l\n");
+    EXPECT_FALSE(fs::exists(user + "exp.temp01"));
+    EXPECT_TRUE(fs::exists(bgl));
+    std::vector<std::string> inProgram;
+    for (const auto& e : fs::directory_iterator(program))
+        inProgram.push_back(e.path().filename().string());
+    EXPECT_EQ(inProgram, (std::vector<std::string>{"Fieldwright.installed"}));
+
+    // A compiler in the program folder comes first.
+    std::ofstream(program + "scasm.exe") << "MZ";
+    EXPECT_TRUE(Compile(t.Input(), program, bgl, process, CompilerCommand{}));
+    EXPECT_EQ(ReadBytes(record + ".wine"), program + "scasm.exe");
+
+    ::setenv("PATH", oldPath.c_str(), 1);
+    if (oldConfig)
+        ::setenv("XDG_CONFIG_HOME", savedConfig.c_str(), 1);
+    else
+        ::unsetenv("XDG_CONFIG_HOME");
 }
 
 TEST(CompileCommand, ThreeQuotedPathsAndTheLogSwitch)

@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 
 #include "FilesTestSupport.h"
 #include "files/ConfigFile.h"
@@ -159,10 +160,48 @@ TEST(ConfigPath, BesideTheProgramOrInTheUsersFolder)
     setenv("XDG_CONFIG_HOME", home.folder().c_str(), 1);
     EXPECT_EQ(ConfigFilePath("/no/such/program/folder/"), home.folder() + "/Fieldwright/Fieldwright.cfg");
     EXPECT_TRUE(std::filesystem::is_directory(home.folder() + "/Fieldwright"));
+
+    // An installed folder is never written, though it could be (by root), and though it holds a
+    // configuration file the user may write.
+    std::ofstream(dir.path("Fieldwright.installed"));
+    std::ofstream(dir.path("Fieldwright.cfg"));
+    EXPECT_TRUE(ProgramFolderInstalled(dir.folder()));
+    EXPECT_EQ(UserFolder(dir.folder()), home.folder() + "/Fieldwright/");
+    EXPECT_EQ(ConfigFilePath(dir.folder()), home.folder() + "/Fieldwright/Fieldwright.cfg");
     if (old)
         setenv("XDG_CONFIG_HOME", saved.c_str(), 1);
     else
         unsetenv("XDG_CONFIG_HOME");
+}
+
+// An installed program folder: the user's own files start at home, the program's own folders stay,
+// and a path in the file still wins.
+TEST(ConfigPath, AnInstalledProgramStartsTheUsersFoldersAtHome)
+{
+    test::ScratchFolder program;
+    std::ofstream(program.path("Fieldwright.installed"));
+    const char* old = std::getenv("HOME");
+    const std::string saved = old ? old : "";
+    setenv("HOME", "/home/pilot", 1);
+    Session s = FreshSession(program.folder());
+    ReadConfigText(s, "FWTPath=\"/data/projects/\"\r\n");
+    EXPECT_EQ(s.config.BGLPath, "/home/pilot/Export.bgl");
+    EXPECT_EQ(s.config.SCAPath, "/home/pilot/Export.txt");
+    EXPECT_EQ(s.config.FWTPath, "/data/projects/");
+    for (const std::string* p : {&s.config.ImportPath, &s.config.BackPicturePath, &s.config.SceneryPath})
+        EXPECT_EQ(*p, "/home/pilot/");
+    EXPECT_EQ(s.config.TEXPath, program.folder() + "Texture/");
+    EXPECT_EQ(s.config.APIPath, program.folder() + "API/");
+
+    // Not installed: everything in the program folder, as before.
+    Session build = FreshSession("/opt/fw/");
+    ReadConfigText(build, "");
+    EXPECT_EQ(build.config.FWTPath, "/opt/fw/");
+    EXPECT_EQ(build.config.BGLPath, "/opt/fw/Export.bgl");
+    if (old)
+        setenv("HOME", saved.c_str(), 1);
+    else
+        unsetenv("HOME");
 }
 
 } // namespace
