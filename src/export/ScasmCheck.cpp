@@ -135,6 +135,13 @@ bool HasDecimalComma(std::string_view code)
     return false;
 }
 
+// A line of a macro's user parameter: the text the user typed, quoted and cut at its column, the
+// closing quote cut with it when the text is long. Its brackets and commas are the user's.
+bool IsUserParameter(std::string_view statement, const CodeLine& line)
+{
+    return statement == "macro" && line.comment.rfind(";User param", 0) == 0;
+}
+
 // A statement: its name (the word before "(" or the bare word) and its lines.
 struct Statement {
     std::string_view name;
@@ -175,6 +182,11 @@ public:
         int depth = 0;
         for (std::size_t i = 0; i < raw.size(); ++i) {
             CodeLine line = SplitComment(raw[i], static_cast<int>(i) + 1);
+            if (!cur.lines.empty() && IsUserParameter(cur.name, line)) {
+                // Inside the statement's brackets, which the line neither opens nor closes.
+                cur.lines.push_back(line);
+                continue;
+            }
             bool quoted = false;
             bool sawOpen = false;
             std::string_view name;
@@ -277,7 +289,7 @@ private:
                         break;
                     }
             }
-            if (isMacro && l.comment.rfind(";Range (km)", 0) == 0)
+            if (isMacro && (l.comment.rfind(";Range (km)", 0) == 0 || IsUserParameter(name, l)))
                 allowed = true;
             checkComma(l, allowed);
         }

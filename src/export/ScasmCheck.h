@@ -1,5 +1,6 @@
 // A structure check of SCASM text: areas closed, labels defined in their area, point indices known,
-// brackets closed, no decimal comma outside the two places that take the locale's separator.
+// brackets closed, no decimal comma outside the two places that take the locale's separator. The
+// text of a macro's user parameter is the user's, its brackets and commas alike.
 #pragma once
 
 #include <string>

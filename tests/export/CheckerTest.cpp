@@ -78,6 +78,19 @@ TEST(ScasmChecker, DecimalCommaOnlyInItsTwoPlaces)
               0u);
 }
 
+// A long user parameter of a macro is cut at its column with its closing quote: a bracket or a comma
+// the user typed in it is text, and the macro's brackets still close (fuzz_export found the bracket).
+TEST(ScasmChecker, ACutUserParameterIsTheUsersText)
+{
+    const auto check = [](const std::vector<std::string>& lines) { return FormatProblems(CheckScasm(lines)); };
+    EXPECT_EQ(check({"macro( \"/opt/x.api\"", "         \"hangar (north si ;User param16", "        )"}), "");
+    EXPECT_EQ(check({"macro( \"/opt/x.api\"", "         \"hangar) north si ;User param9", "        )"}), "");
+    EXPECT_EQ(check({"macro( \"/opt/x.api\"", "         \"width 1,5 metres ;User param6", "        )"}), "");
+    // The macro's other lines are its own: a bracket there stays open.
+    EXPECT_EQ(check({"macro( \"/opt/x.api\"", "         (1                ;Scale", "        )"}),
+              "line 1: the brackets of \"macro(\" are not closed\n");
+}
+
 // Projects of every kind with settings drawn at random; each export must pass the checker. The one
 // fault allowed is a forest point on the centre of its box.
 TEST(ScasmChecker, GeneratedProjectsPass)
