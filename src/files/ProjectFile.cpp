@@ -1,5 +1,7 @@
 #include "files/ProjectFile.h"
 
+#include "core/Session.h"
+
 #include <optional>
 
 #include "core/Stores.h"
@@ -384,6 +386,18 @@ void BuildProjectText(CBufferS& out, const ProjectData& d)
         out.addLine(IntLine("Color" + std::to_string(i + 1), p.Color[i]));
     out.addLine(")");
     AddRecords(out, d.points, d.shapes, d.objects);
+}
+
+ProjectData ProjectDataOf(const Session& s)
+{
+    ProjectData data;
+    data.version = 1;
+    data.showFlags = s.showFlags;
+    data.project = s.project;
+    data.points = s.stores.PointStore;
+    data.shapes = s.stores.ShapeStore;
+    data.objects = s.stores.ObjectStore;
+    return data;
 }
 
 bool WriteProjectFile(const std::string& path, const ProjectData& data, Ui* ui)

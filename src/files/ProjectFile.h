@@ -10,6 +10,8 @@
 
 namespace fw {
 
+struct Session;
+
 class Ui;
 
 struct ProjectData {
@@ -36,6 +38,8 @@ bool ReadProjectText(std::string_view text, ProjectData& out, Ui* ui, const std:
 
 // The whole project text, line by line, into the buffer.
 void BuildProjectText(CBufferS& out, const ProjectData& data);
+// What the session's project file holds: its records and stores, version 1.
+ProjectData ProjectDataOf(const Session& s);
 // Writes the project; on failure "Unable to write file to disk!" and the old file stays.
 bool WriteProjectFile(const std::string& path, const ProjectData& data, Ui* ui);
 

@@ -341,14 +341,7 @@ bool RecentMenuEnabled(const Session& s, int entry)
 
 bool WriteProject(Session& s, const std::string& path, const FlowHooks& hooks)
 {
-    ProjectData data;
-    data.version = 1;
-    data.showFlags = s.showFlags;
-    data.project = s.project;
-    data.points = s.stores.PointStore;
-    data.shapes = s.stores.ShapeStore;
-    data.objects = s.stores.ObjectStore;
-    if (!WriteProjectFile(path, data, s.ui))
+    if (!WriteProjectFile(path, ProjectDataOf(s), s.ui))
         return false;
     const std::string before = s.projectPath;
     // The work is in a file now: the copy kept under the old name goes.

@@ -117,15 +117,8 @@ bool RecoveryOn(const Session& s) { return !s.recovery.folder.empty(); }
 
 std::string ProjectTextOf(const Session& s)
 {
-    ProjectData data;
-    data.version = 1;
-    data.showFlags = s.showFlags;
-    data.project = s.project;
-    data.points = s.stores.PointStore;
-    data.shapes = s.stores.ShapeStore;
-    data.objects = s.stores.ObjectStore;
     CBufferS buffer;
-    BuildProjectText(buffer, data);
+    BuildProjectText(buffer, ProjectDataOf(s));
     std::vector<std::string> lines;
     buffer.GetAll(lines);
     return JoinLines(lines);

@@ -43,17 +43,6 @@ bool LoadInto(Session& s, const std::string& path, Ui& ui)
     return true;
 }
 
-ProjectData FromSession(const Session& s)
-{
-    ProjectData d;
-    d.project = s.project;
-    d.showFlags = s.showFlags;
-    d.points = s.stores.PointStore;
-    d.shapes = s.stores.ShapeStore;
-    d.objects = s.stores.ObjectStore;
-    return d;
-}
-
 } // namespace
 
 int ImportOsm(const Args& args)
@@ -82,7 +71,7 @@ int ImportOsm(const Args& args)
         return 1;
     }
     std::printf("%s\n", result.report.Text().c_str());
-    return WriteProjectFile(args[2], FromSession(s), &ui) ? 0 : 1;
+    return WriteProjectFile(args[2], ProjectDataOf(s), &ui) ? 0 : 1;
 }
 
 } // namespace fw::cli
