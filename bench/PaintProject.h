@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "core/Session.h"
-#include "platform/RecordingCanvas.h"
+#include "support/RecordingCanvas.h"
 #include "render/Paint.h"
 
 namespace fw::bench {

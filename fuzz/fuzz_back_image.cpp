@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "FuzzSupport.h"
-#include "platform/ScriptedUi.h"
+#include "support/ScriptedUi.h"
 #include "render/BackImage.h"
 #include "render/Bitmap.h"
 #include "render/Paint.h"

@@ -13,7 +13,7 @@
 #include "FuzzSupport.h"
 #include "dialogs/FormAnswers.h"
 #include "editor/Commands.h"
-#include "editor/Replay.h"
+#include "replay/Replay.h"
 #include "render/Bitmap.h"
 #include "render/Paint.h"
 #include "render/RasterCanvas.h"

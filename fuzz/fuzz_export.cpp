@@ -12,7 +12,7 @@
 #include "core/Numbers.h"
 #include "export/ExportDriver.h"
 #include "export/ScasmCheck.h"
-#include "platform/ScriptedUi.h"
+#include "support/ScriptedUi.h"
 
 namespace {
 const bool kCheckStructure = [] {

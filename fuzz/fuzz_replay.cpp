@@ -15,7 +15,7 @@
 
 #include "FuzzSupport.h"
 #include "dialogs/FormAnswers.h"
-#include "editor/Replay.h"
+#include "replay/Replay.h"
 
 #ifndef FW_FIXTURES
 #define FW_FIXTURES ""

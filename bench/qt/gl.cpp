@@ -8,8 +8,8 @@
 #include <cstdlib>
 
 #include "../PaintProject.h"
-#include "platform/gl/OpenGl.h"
-#include "platform/qt/QtCanvas.h"
+#include "gl/OpenGl.h"
+#include "qt/QtCanvas.h"
 #include "render/GlView.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <QVector>
 
 #include "../PaintProject.h"
-#include "platform/qt/QtCanvas.h"
+#include "qt/QtCanvas.h"
 
 namespace {
 

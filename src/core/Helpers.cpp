@@ -6,7 +6,7 @@
 #include <system_error>
 
 #include "core/Numbers.h"
-#include "platform/Ui.h"
+#include "ports/Ui.h"
 
 namespace fw {
 

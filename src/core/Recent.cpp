@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/Ui.h"
+#include "ports/Ui.h"
 
 namespace fw {
 

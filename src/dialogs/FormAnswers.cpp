@@ -7,7 +7,7 @@
 #include "dialogs/FormShape.h"
 #include "dialogs/ObjectForms.h"
 #include "dialogs/SettingsForms.h"
-#include "platform/Ui.h"
+#include "ports/Ui.h"
 
 namespace fw {
 

@@ -5,7 +5,7 @@
 
 #include "core/Numbers.h"
 #include "core/SignCaption.h"
-#include "platform/Ui.h"
+#include "ports/Ui.h"
 
 namespace fw {
 

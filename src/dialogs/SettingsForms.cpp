@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "core/Numbers.h"
-#include "platform/Ui.h"
+#include "ports/Ui.h"
 
 namespace fw {
 

@@ -7,8 +7,8 @@
 #include "core/Session.h"
 #include "files/ConfigFile.h"
 #include "files/RegularFile.h"
-#include "platform/Process.h"
-#include "platform/Ui.h"
+#include "ports/Process.h"
+#include "ports/Ui.h"
 
 namespace fw {
 

@@ -6,7 +6,7 @@
 #include "export/ExportItems.h"
 #include "files/ProjectFile.h"
 #include "export/ScasmWriter.h"
-#include "platform/Ui.h"
+#include "ports/Ui.h"
 
 namespace fw {
 

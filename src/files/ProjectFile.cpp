@@ -9,7 +9,7 @@
 #include "files/ObjectBlocks.h"
 #include "files/ShapeBlocks.h"
 #include "files/ValueReaders.h"
-#include "platform/Ui.h"
+#include "ports/Ui.h"
 
 namespace fw {
 

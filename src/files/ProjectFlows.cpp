@@ -9,7 +9,7 @@
 #include "files/Recovery.h"
 #include "files/MacroFile.h"
 #include "files/ProjectFile.h"
-#include "platform/Ui.h"
+#include "ports/Ui.h"
 
 namespace fw {
 

@@ -9,7 +9,7 @@
 #include "core/Helpers.h"
 #include "files/ProjectFile.h"
 #include "files/TextFile.h"
-#include "platform/Ui.h"
+#include "ports/Ui.h"
 
 namespace fw {
 

@@ -5,7 +5,7 @@
 #include "editor/EditorCommon.h"
 #include "editor/Undo.h"
 #include "osm/OsmRead.h"
-#include "platform/Ui.h"
+#include "ports/Ui.h"
 
 namespace fw {
 

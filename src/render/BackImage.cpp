@@ -4,7 +4,7 @@
 
 #include "core/Numbers.h"
 #include "editor/EditorCommon.h"
-#include "platform/Ui.h"
+#include "ports/Ui.h"
 #include "render/Bitmap.h"
 
 namespace fw {

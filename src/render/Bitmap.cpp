@@ -7,7 +7,7 @@
 #include "core/COffset.h"
 #include "core/Numbers.h"
 #include "files/RegularFile.h"
-#include "platform/Ui.h"
+#include "ports/Ui.h"
 #include "render/Clip.h"
 
 namespace fw {

@@ -7,7 +7,7 @@
 
 #include "core/BitmapState.h"
 #include "core/Records.h"
-#include "platform/Canvas.h"
+#include "ports/Canvas.h"
 
 namespace fw {
 

@@ -8,7 +8,7 @@
 #include "core/COffset.h"
 #include "core/Numbers.h"
 #include "core/Records.h"
-#include "platform/Canvas.h"
+#include "ports/Canvas.h"
 
 namespace fw {
 

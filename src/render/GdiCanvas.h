@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Canvas.h"
+#include "ports/Canvas.h"
 
 namespace fw {
 

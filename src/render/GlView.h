@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "core/Session.h"
-#include "platform/GlApi.h"
+#include "ports/GlApi.h"
 
 namespace fw {
 

@@ -6,7 +6,7 @@
 #include <functional>
 
 #include "core/Session.h"
-#include "platform/Canvas.h"
+#include "ports/Canvas.h"
 #include "render/Clip.h"
 #include "render/Geometry.h"
 

@@ -5,7 +5,7 @@
 #include "core/Numbers.h"
 #include "core/PathCase.h"
 #include "files/RegularFile.h"
-#include "platform/Canvas.h"
+#include "ports/Canvas.h"
 
 namespace fw {
 

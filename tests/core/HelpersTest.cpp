@@ -4,7 +4,7 @@
 #include "core/Numbers.h"
 #include "core/Recent.h"
 #include "core/Session.h"
-#include "platform/ScriptedUi.h"
+#include "support/ScriptedUi.h"
 
 namespace fw {
 namespace {

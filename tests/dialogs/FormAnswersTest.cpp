@@ -3,7 +3,7 @@
 #include "core/Config.h"
 #include "dialogs/FormAnswers.h"
 #include "dialogs/SettingsForms.h"
-#include "platform/ScriptedUi.h"
+#include "support/ScriptedUi.h"
 
 namespace fw {
 namespace {

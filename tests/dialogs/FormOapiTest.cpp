@@ -5,7 +5,7 @@
 
 #include "core/Config.h"
 #include "dialogs/FormOapi.h"
-#include "platform/ScriptedUi.h"
+#include "support/ScriptedUi.h"
 
 namespace fw {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "core/Records.h"
 #include "dialogs/ObjectForms.h"
-#include "platform/ScriptedUi.h"
+#include "support/ScriptedUi.h"
 
 namespace fw {
 namespace {

@@ -12,7 +12,7 @@
 #include <unistd.h>
 
 #include "core/Session.h"
-#include "editor/Replay.h"
+#include "replay/Replay.h"
 
 namespace fw::test {
 

@@ -6,7 +6,7 @@
 
 #include "core/Session.h"
 #include "export/Compile.h"
-#include "platform/PosixProcess.h"
+#include "posix/PosixProcess.h"
 
 namespace fw::test {
 namespace {

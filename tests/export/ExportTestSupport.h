@@ -16,7 +16,7 @@
 #include "core/Stores.h"
 #include "export/ExportDriver.h"
 #include "export/ScasmCheck.h"
-#include "platform/ScriptedUi.h"
+#include "support/ScriptedUi.h"
 
 namespace fw::test {
 

@@ -6,7 +6,7 @@
 
 #include "FilesTestSupport.h"
 #include "files/ConfigFile.h"
-#include "platform/ScriptedUi.h"
+#include "support/ScriptedUi.h"
 
 namespace fw {
 namespace {

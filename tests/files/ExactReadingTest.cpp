@@ -6,7 +6,7 @@
 #include "files/ProjectFile.h"
 #include "files/ShapeBlocks.h"
 #include "files/TextFile.h"
-#include "platform/ScriptedUi.h"
+#include "support/ScriptedUi.h"
 #include "support/Deadline.h"
 
 namespace fw {

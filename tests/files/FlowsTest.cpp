@@ -7,7 +7,7 @@
 #include "files/ProjectFile.h"
 #include "files/ProjectFlows.h"
 #include "files/ProjectJson.h"
-#include "platform/ScriptedUi.h"
+#include "support/ScriptedUi.h"
 
 namespace fw {
 namespace {

@@ -7,7 +7,7 @@
 #include "FilesTestSupport.h"
 #include "files/ProjectFile.h"
 #include "files/ProjectFlows.h"
-#include "platform/ScriptedUi.h"
+#include "support/ScriptedUi.h"
 
 namespace fw {
 namespace {

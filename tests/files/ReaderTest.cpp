@@ -6,7 +6,7 @@
 #include "files/ShapeBlocks.h"
 #include "files/TextFile.h"
 #include "files/ValueReaders.h"
-#include "platform/ScriptedUi.h"
+#include "support/ScriptedUi.h"
 
 namespace fw {
 namespace {

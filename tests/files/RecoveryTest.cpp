@@ -5,7 +5,7 @@
 #include "FilesTestSupport.h"
 #include "files/ProjectFlows.h"
 #include "files/Recovery.h"
-#include "platform/ScriptedUi.h"
+#include "support/ScriptedUi.h"
 
 namespace fw {
 namespace {

@@ -14,7 +14,7 @@
 #include "files/ProjectFile.h"
 #include "files/ProjectFlows.h"
 #include "files/RegularFile.h"
-#include "platform/ScriptedUi.h"
+#include "support/ScriptedUi.h"
 #include "support/Deadline.h"
 
 namespace fw {

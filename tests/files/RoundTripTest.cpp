@@ -3,7 +3,7 @@
 #include "FilesTestSupport.h"
 #include "files/ProjectFile.h"
 #include "files/ProjectJson.h"
-#include "platform/ScriptedUi.h"
+#include "support/ScriptedUi.h"
 
 namespace fw {
 namespace {

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "platform/gl/OpenGl.h"
+#include "gl/OpenGl.h"
 #include "render/GlView.h"
 #include "render/RenderTestSupport.h"
 

@@ -22,11 +22,11 @@
 #include "core/Session.h"
 #include "editor/CanvasEvents.h"
 #include "editor/Commands.h"
-#include "platform/qt/CanvasWidget.h"
-#include "platform/qt/GlPlanView.h"
-#include "platform/qt/MainWindow.h"
-#include "platform/qt/QtUi.h"
-#include "platform/qt/Startup.h"
+#include "qt/CanvasWidget.h"
+#include "qt/GlPlanView.h"
+#include "qt/MainWindow.h"
+#include "qt/QtUi.h"
+#include "qt/Startup.h"
 
 namespace fw::qt {
 namespace {

@@ -5,11 +5,11 @@
 #include <QDialog>
 
 #include "core/Records.h"
-#include "platform/ScriptedUi.h"
-#include "platform/qt/FormSmallObjects.h"
-#include "platform/qt/FormRunway.h"
-#include "platform/qt/FormSettings.h"
-#include "platform/qt/FormShape.h"
+#include "support/ScriptedUi.h"
+#include "qt/FormSmallObjects.h"
+#include "qt/FormRunway.h"
+#include "qt/FormSettings.h"
+#include "qt/FormShape.h"
 #include "qt/ModalScript.h"
 
 namespace fw::qt {

@@ -15,13 +15,13 @@
 #include "core/Numbers.h"
 #include "core/Session.h"
 #include "editor/Commands.h"
-#include "platform/PosixProcess.h"
-#include "platform/ScriptedUi.h"
-#include "platform/qt/CanvasWidget.h"
-#include "platform/qt/MainWindow.h"
-#include "platform/qt/QtUi.h"
-#include "platform/qt/Startup.h"
-#include "platform/qt/Wiring.h"
+#include "posix/PosixProcess.h"
+#include "support/ScriptedUi.h"
+#include "qt/CanvasWidget.h"
+#include "qt/MainWindow.h"
+#include "qt/QtUi.h"
+#include "qt/Startup.h"
+#include "qt/Wiring.h"
 
 namespace fw::qt {
 namespace {

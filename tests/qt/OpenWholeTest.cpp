@@ -8,10 +8,10 @@
 #include "core/Config.h"
 #include "core/Session.h"
 #include "files/ProjectFile.h"
-#include "platform/ScriptedUi.h"
-#include "platform/qt/MainWindow.h"
-#include "platform/qt/QtUi.h"
-#include "platform/qt/Wiring.h"
+#include "support/ScriptedUi.h"
+#include "qt/MainWindow.h"
+#include "qt/QtUi.h"
+#include "qt/Wiring.h"
 
 namespace fw::qt {
 namespace {

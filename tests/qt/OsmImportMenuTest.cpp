@@ -9,10 +9,10 @@
 #include "core/Session.h"
 #include "editor/Undo.h"
 #include "osm/OsmImport.h"
-#include "platform/ScriptedUi.h"
-#include "platform/qt/MainWindow.h"
-#include "platform/qt/OsmImportMenu.h"
-#include "platform/qt/QtUi.h"
+#include "support/ScriptedUi.h"
+#include "qt/MainWindow.h"
+#include "qt/OsmImportMenu.h"
+#include "qt/QtUi.h"
 
 namespace fw::qt {
 namespace {

@@ -13,10 +13,10 @@
 
 #include "core/Session.h"
 #include "core/Stores.h"
-#include "platform/ScriptedUi.h"
-#include "platform/qt/MainWindow.h"
-#include "platform/qt/ProblemsPanel.h"
-#include "platform/qt/QtUi.h"
+#include "support/ScriptedUi.h"
+#include "qt/MainWindow.h"
+#include "qt/ProblemsPanel.h"
+#include "qt/QtUi.h"
 
 namespace fw::qt {
 namespace {

@@ -2,7 +2,7 @@
 // so the two paint the same frame pixel for pixel.
 #include <gtest/gtest.h>
 
-#include "platform/qt/QtCanvas.h"
+#include "qt/QtCanvas.h"
 #include "render/Paint.h"
 #include "render/RasterCanvas.h"
 #include "render/RenderTestSupport.h"

@@ -10,8 +10,8 @@
 #include "editor/EditorTestSupport.h"
 #include "editor/Selection.h"
 #include "editor/Transforms.h"
-#include "platform/ScriptedUi.h"
-#include "platform/qt/QtUi.h"
+#include "support/ScriptedUi.h"
+#include "qt/QtUi.h"
 #include "qt/ModalScript.h"
 
 namespace fw::qt {

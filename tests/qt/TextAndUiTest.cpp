@@ -12,13 +12,13 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
-#include "platform/ScriptedUi.h"
-#include "platform/qt/FormInform.h"
-#include "platform/qt/FormScasmStatus.h"
-#include "platform/qt/QtText.h"
-#include "platform/qt/QtUi.h"
-#include "platform/qt/Startup.h"
-#include "platform/qt/ToolIcons.h"
+#include "support/ScriptedUi.h"
+#include "qt/FormInform.h"
+#include "qt/FormScasmStatus.h"
+#include "qt/QtText.h"
+#include "qt/QtUi.h"
+#include "qt/Startup.h"
+#include "qt/ToolIcons.h"
 
 namespace fw::qt {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <fstream>
 
-#include "platform/ScriptedUi.h"
+#include "support/ScriptedUi.h"
 #include "render/BackImage.h"
 #include "render/Bitmap.h"
 #include "render/RenderTestSupport.h"

@@ -12,7 +12,7 @@
 
 #include "files/ProjectFile.h"
 #include "files/ProjectFlows.h"
-#include "platform/ScriptedUi.h"
+#include "support/ScriptedUi.h"
 #include "render/Bitmap.h"
 #include "render/RenderTestSupport.h"
 #include "render/Texture.h"

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/GlApi.h"
+#include "ports/GlApi.h"
 
 namespace fw::test {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/Session.h"
-#include "platform/RecordingCanvas.h"
+#include "support/RecordingCanvas.h"
 
 namespace fw::test {
 

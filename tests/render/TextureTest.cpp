@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/RecordingCanvas.h"
+#include "support/RecordingCanvas.h"
 #include "render/Texture.h"
 
 namespace fw {

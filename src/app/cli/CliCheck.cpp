@@ -9,7 +9,7 @@
 #include "files/ConfigFile.h"
 #include "files/ProjectJson.h"
 #include "files/TextFile.h"
-#include "platform/Ui.h"
+#include "ports/Ui.h"
 
 namespace fw::cli {
 

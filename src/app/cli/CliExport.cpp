@@ -11,8 +11,8 @@
 #include "files/MacroFile.h"
 #include "files/ProjectFile.h"
 #include "files/TextFile.h"
-#include "platform/PosixProcess.h"
-#include "platform/Ui.h"
+#include "posix/PosixProcess.h"
+#include "ports/Ui.h"
 
 namespace fw::cli {
 

@@ -5,7 +5,7 @@
 #include "core/Helpers.h"
 #include "files/ProjectFile.h"
 #include "files/ProjectJson.h"
-#include "platform/Ui.h"
+#include "ports/Ui.h"
 
 namespace fw::cli {
 

@@ -8,7 +8,7 @@
 #include "files/ProjectFile.h"
 #include "files/TextFile.h"
 #include "osm/OsmImport.h"
-#include "platform/Ui.h"
+#include "ports/Ui.h"
 
 namespace fw::cli {
 

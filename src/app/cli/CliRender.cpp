@@ -9,14 +9,14 @@
 #include "files/ConfigFile.h"
 #include "files/ProjectFlows.h"
 #include "files/TextFile.h"
-#include "platform/Ui.h"
-#include "platform/gl/OpenGl.h"
+#include "ports/Ui.h"
+#include "gl/OpenGl.h"
 #include "render/Bitmap.h"
 #include "render/GlView.h"
 #include "render/Paint.h"
 #include "render/RasterCanvas.h"
 #ifdef FW_CLI_QTCANVAS
-#include "platform/qt/QtCanvas.h"
+#include "qt/QtCanvas.h"
 #endif
 
 namespace fw::cli {

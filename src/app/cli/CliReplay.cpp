@@ -4,11 +4,11 @@
 
 #include "app/cli/Commands.h"
 #include "files/Recovery.h"
-#include "platform/Host.h"
+#include "ports/Host.h"
 #include "dialogs/FormAnswers.h"
-#include "editor/Replay.h"
+#include "replay/Replay.h"
 #include "export/Compile.h"
-#include "platform/PosixProcess.h"
+#include "posix/PosixProcess.h"
 #include "render/BackImage.h"
 
 namespace fw::cli {

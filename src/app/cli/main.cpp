@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "app/cli/Commands.h"
-#include "platform/Host.h"
+#include "ports/Host.h"
 
 namespace fw::cli {
 
