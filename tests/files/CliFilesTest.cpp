@@ -1,6 +1,9 @@
+// The batch tool's file commands. What the readers make of damaged and hostile files is tested
+// through the library; here each command shows it passes their messages on and ends by itself.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <filesystem>
+#include <sys/stat.h>
 
 #include "FilesTestSupport.h"
 #include "core/Helpers.h"
@@ -10,30 +13,13 @@
 namespace fw {
 namespace {
 
-struct CliRun {
-    int code = -1;
-    std::string out;
-    std::string err;
-};
-
-CliRun Cli(const test::ScratchFolder& dir, const std::string& args)
-{
-    const std::string out = dir.path("stdout"), err = dir.path("stderr");
-    const std::string cmd = std::string("'") + FW_CLI + "' " + args + " >'" + out + "' 2>'" + err + "'";
-    const int status = std::system(cmd.c_str());
-    CliRun r;
-    r.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    r.out = test::ReadText(out);
-    r.err = test::ReadText(err);
-    return r;
-}
-
-std::string Q(const std::string& path) { return "'" + path + "'"; }
+using test::Quoted;
+using test::RunCli;
 
 TEST(CliDump, PrintsTheProjectAsJson)
 {
     test::ScratchFolder dir;
-    const CliRun r = Cli(dir, "dump " + Q(test::Fixture("blocks_swapped.fwt")));
+    const test::CliRun r = RunCli(dir, "dump " + Quoted(test::Fixture("blocks_swapped.fwt")));
     EXPECT_EQ(r.code, 0);
     EXPECT_EQ(r.err, "");
     ProjectData d;
@@ -50,7 +36,7 @@ TEST(CliDump, StringsAreWindows1252AndDoublesShortest)
     test::ScratchFolder dir;
     test::WriteText(dir.path("w.fwt"), "Project(\r\nName=\"Caf\xE9 \x80 \\ \x01\"\r\nMagVar= .1\r\n"
                                        "LatitudeDegree= 47.00000000000001\r\n)\r\n");
-    const CliRun r = Cli(dir, "dump " + Q(dir.path("w.fwt")));
+    const test::CliRun r = RunCli(dir, "dump " + Quoted(dir.path("w.fwt")));
     EXPECT_EQ(r.code, 0);
     EXPECT_NE(r.out.find("\"Name\":\"Caf\xC3\xA9 \xE2\x82\xAC \\\\ \\u0001\""), std::string::npos) << r.out;
     EXPECT_NE(r.out.find("\"MagVar\":0.1,"), std::string::npos);
@@ -61,50 +47,101 @@ TEST(CliDump, StringsAreWindows1252AndDoublesShortest)
 TEST(CliDump, FailuresAndTheNewerVersion)
 {
     test::ScratchFolder dir;
-    CliRun r = Cli(dir, "dump " + Q(test::Fixture("shape_unclosed_at_end.fwt")));
+    test::CliRun r = RunCli(dir, "dump " + Quoted(test::Fixture("shape_unclosed_at_end.fwt")));
     EXPECT_EQ(r.code, 1);
     EXPECT_EQ(r.out, "");
     EXPECT_EQ(r.err, "Unable to open file! Corrupted shape structure...\n");
 
-    r = Cli(dir, "dump " + Q(dir.path("missing.fwt")));
+    r = RunCli(dir, "dump " + Quoted(dir.path("missing.fwt")));
     EXPECT_EQ(r.code, 1);
     EXPECT_EQ(r.out, "");
     EXPECT_EQ(r.err, "'" + dir.path("missing.fwt") + "' does not exist!\n");
 
-    r = Cli(dir, "dump " + Q(test::Fixture("newer_version.fwt")));
+    r = RunCli(dir, "dump " + Quoted(test::Fixture("newer_version.fwt")));
     EXPECT_EQ(r.code, 0);
     EXPECT_EQ(r.err, "Unable to open file! It has been made with a newer Fieldwright version...\n");
     EXPECT_NE(r.out.find("\"version\": 2"), std::string::npos);
 
-    r = Cli(dir, "dump");
+    r = RunCli(dir, "dump");
     EXPECT_EQ(r.code, 2);
 }
 
 TEST(CliResave, WritesWhatItRead)
 {
     test::ScratchFolder dir;
-    CliRun r = Cli(dir, "resave " + Q(test::Fixture("all_types.fwt")) + " " + Q(dir.path("out.fwt")));
+    test::CliRun r = RunCli(dir, "resave " + Quoted(test::Fixture("all_types.fwt")) + " " + Quoted(dir.path("out.fwt")));
     EXPECT_EQ(r.code, 0);
     EXPECT_EQ(r.err, "");
     // The sample holds nothing the format loses, so the text comes back byte for byte.
     EXPECT_EQ(test::ReadText(dir.path("out.fwt")), test::ReadText(test::Fixture("all_types.fwt")));
 
-    r = Cli(dir, "resave " + Q(test::Fixture("object_edges.fwt")) + " " + Q(dir.path("edges.fwt")));
-    EXPECT_EQ(r.code, 0);
-    ProjectData d;
-    ASSERT_TRUE(ReadProjectFile(dir.path("edges.fwt"), d, nullptr));
-    EXPECT_EQ(d.objects.size(), 9u);
-    EXPECT_EQ(d.objects[6].Surface(), kSurfaceAsphalt); // written "Tar", read back as the default
-
-    r = Cli(dir, "resave " + Q(test::Fixture("head_project_unclosed.fwt")) + " " + Q(dir.path("x.fwt")));
+    r = RunCli(dir, "resave " + Quoted(test::Fixture("head_project_unclosed.fwt")) + " " + Quoted(dir.path("x.fwt")));
     EXPECT_EQ(r.code, 1);
     EXPECT_EQ(r.err, "Unable to open file! Corrupted file header...\n");
     EXPECT_FALSE(FileExists(dir.path("x.fwt")));
 
-    r = Cli(dir, "resave " + Q(test::Fixture("all_types.fwt")) + " " + Q(dir.path("no/such/folder.fwt")));
+    r = RunCli(dir, "resave " + Quoted(test::Fixture("all_types.fwt")) + " " + Quoted(dir.path("no/such/folder.fwt")));
     EXPECT_EQ(r.code, 1);
     EXPECT_EQ(r.err, "Unable to write file to disk!\n'" + dir.path("no/such/folder.fwt") +
                          "': No such file or directory\n");
+}
+
+// Folders, devices and pipes named as the project, as its background image and as its macro.
+TEST(CliHostile, PathsThatAreNoFileEndWithTheirMessageOrAResult)
+{
+    test::ScratchFolder dir;
+    const std::string fifo = dir.path("pipe");
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    std::filesystem::create_directory(dir.path("folder"));
+    const std::string head = "Unable to open file! Corrupted file header...\n";
+    const std::pair<std::string, std::string> hostile[] = {{dir.path("folder"), "Is a directory"},
+                                                           {"/dev/zero", "Not a regular file (a device)"},
+                                                           {fifo, "Not a regular file (a named pipe)"}};
+    int count = 0;
+    for (const auto& [path, reason] : hostile) {
+        SCOPED_TRACE(path);
+        const std::string line = "'" + path + "': " + reason + "\n";
+        for (const std::string& args : {"dump " + Quoted(path), "export " + Quoted(path) + " " + Quoted(dir.path("x.txt")),
+                                        "render " + Quoted(path) + " " + Quoted(dir.path("x.png"))}) {
+            const test::CliRun r = RunCli(dir, args);
+            EXPECT_EQ(r.code, 1) << args;
+            EXPECT_EQ(r.err, head + line) << args;
+        }
+        test::CliRun r = RunCli(dir, "check-scasm " + Quoted(path));
+        EXPECT_EQ(r.code, 1);
+        EXPECT_EQ(r.err, "Unable to read " + path + "\n" + line);
+        r = RunCli(dir, "replay " + Quoted(path));
+        EXPECT_EQ(r.code, 2);
+        EXPECT_EQ(r.err, "unable to read '" + path + "'\n" + line);
+
+        // A project of one shape and one 3-D object naming the path as picture and as macro.
+        ProjectData d;
+        ResetShowFlags(d.showFlags);
+        ResetProject(d.project);
+        d.showFlags.BackImagePath = path;
+        d.showFlags.ShowBackPicture = 1;
+        ShapeRecord sh;
+        ResetShape(sh, kPoly);
+        d.shapes = {sh};
+        d.points = {{{0, 0}, {100, 0}, {100, 100}}};
+        ObjectRecord o;
+        ResetObject(o, kApi, "/opt/fw/");
+        o.Path() = path;
+        d.objects = {o};
+        const std::string project = dir.path("p" + std::to_string(++count) + ".fwt");
+        ASSERT_TRUE(WriteProjectFile(project, d, nullptr));
+        r = RunCli(dir, "render " + Quoted(project) + " " + Quoted(dir.path("out.png")) + " --size 64x48");
+        EXPECT_EQ(r.code, 0);
+        EXPECT_EQ(r.err, "Unable to load Bitmap!\n" + line);
+        EXPECT_TRUE(std::filesystem::is_regular_file(dir.path("out.png")));
+        std::filesystem::remove(dir.path("out.png"));
+        r = RunCli(dir, "export " + Quoted(project) + " " + Quoted(dir.path("out.txt")));
+        EXPECT_EQ(r.code, 0) << r.err;
+        EXPECT_NE(test::ReadText(dir.path("out.txt")).find("Area("), std::string::npos);
+        r = RunCli(dir, "dump " + Quoted(project));
+        EXPECT_EQ(r.code, 0) << r.err;
+        EXPECT_NE(r.out.find(path), std::string::npos); // the file keeps the path; the open drops it
+    }
 }
 
 } // namespace

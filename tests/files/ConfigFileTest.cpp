@@ -143,11 +143,6 @@ TEST(ConfigReader, EverythingSurvivesWriteAndRead)
     EXPECT_EQ(t.recent.getEntry(0), "/p/5.fwt");
 }
 
-} // namespace
-} // namespace fw
-
-namespace fw {
-namespace {
 
 TEST(ConfigPath, BesideTheProgramOrInTheUsersFolder)
 {
@@ -155,9 +150,7 @@ TEST(ConfigPath, BesideTheProgramOrInTheUsersFolder)
     EXPECT_EQ(ConfigFilePath(dir.folder()), dir.folder() + "Fieldwright.cfg");
 
     test::ScratchFolder home;
-    const char* old = std::getenv("XDG_CONFIG_HOME");
-    const std::string saved = old ? old : "";
-    setenv("XDG_CONFIG_HOME", home.folder().c_str(), 1);
+    const test::ScopedEnv config("XDG_CONFIG_HOME", home.folder());
     EXPECT_EQ(ConfigFilePath("/no/such/program/folder/"), home.folder() + "/Fieldwright/Fieldwright.cfg");
     EXPECT_TRUE(std::filesystem::is_directory(home.folder() + "/Fieldwright"));
 
@@ -168,10 +161,6 @@ TEST(ConfigPath, BesideTheProgramOrInTheUsersFolder)
     EXPECT_TRUE(ProgramFolderInstalled(dir.folder()));
     EXPECT_EQ(UserFolder(dir.folder()), home.folder() + "/Fieldwright/");
     EXPECT_EQ(ConfigFilePath(dir.folder()), home.folder() + "/Fieldwright/Fieldwright.cfg");
-    if (old)
-        setenv("XDG_CONFIG_HOME", saved.c_str(), 1);
-    else
-        unsetenv("XDG_CONFIG_HOME");
 }
 
 // An installed program folder: the user's own files start at home, the program's own folders stay,
@@ -180,9 +169,7 @@ TEST(ConfigPath, AnInstalledProgramStartsTheUsersFoldersAtHome)
 {
     test::ScratchFolder program;
     std::ofstream(program.path("Fieldwright.installed"));
-    const char* old = std::getenv("HOME");
-    const std::string saved = old ? old : "";
-    setenv("HOME", "/home/pilot", 1);
+    const test::ScopedEnv home("HOME", "/home/pilot");
     Session s = FreshSession(program.folder());
     ReadConfigText(s, "FWTPath=\"/data/projects/\"\r\n");
     EXPECT_EQ(s.config.BGLPath, "/home/pilot/Export.bgl");
@@ -198,10 +185,6 @@ TEST(ConfigPath, AnInstalledProgramStartsTheUsersFoldersAtHome)
     ReadConfigText(build, "");
     EXPECT_EQ(build.config.FWTPath, "/opt/fw/");
     EXPECT_EQ(build.config.BGLPath, "/opt/fw/Export.bgl");
-    if (old)
-        setenv("HOME", saved.c_str(), 1);
-    else
-        unsetenv("HOME");
 }
 
 } // namespace

@@ -14,34 +14,8 @@ namespace {
 
 using V = std::vector<std::string>;
 
-V TokensOf(std::string_view line)
-{
-    Tokens t;
-    TokeniseLine(line, t);
-    return {t.begin(), t.end()};
-}
-
-V BufferTokensOf(std::string_view line)
-{
-    CBufferS b;
-    TokeniseLine(line, b);
-    return b.lines();
-}
-
-// Item 1: after a "=" the walk looks afresh, so a run of them is stepped over whole.
-TEST(TokeniserEquals, ARunOfEqualsMakesNoEmptyToken)
-{
-    EXPECT_EQ(TokensOf("gComment==\"x\""), (V{"gComment", "\"x\""}));
-    EXPECT_EQ(TokensOf("vRange==1234"), (V{"vRange", "1234"}));
-    EXPECT_EQ(TokensOf("a===b"), (V{"a", "b"}));
-    EXPECT_EQ(TokensOf("==a"), V{"a"});
-    EXPECT_EQ(TokensOf("a=="), V{"a"});
-    EXPECT_EQ(TokensOf("==="), V{});
-    EXPECT_EQ(TokensOf("Name==;comment"), V{"Name"});
-    EXPECT_EQ(TokensOf("a=b==c"), (V{"a", "b", "c"}));
-    EXPECT_EQ(BufferTokensOf("gComment==\"x\""), (V{"gComment", "\"x\""}));
-}
-
+// Item 1: after a "=" the walk looks afresh, so a run of them is stepped over whole (the
+// tokeniser's own cases are in ReaderTest).
 TEST(TokeniserEquals, DoubledEqualsSetTheValue)
 {
     ProjectData d;
@@ -97,25 +71,6 @@ TEST(PointWalk, InsideAListACloseIsATokenThatFailsThePointTest)
     EXPECT_EQ(end.data.points[0], (PointList{{1, 1}, {3, 4}}));
 }
 
-TEST(PointWalk, TheLastListWinsAndStrayTokensAreSkipped)
-{
-    Read r("Poly(\nData[\n 1, 1\n]\n 7, 7\n]\nData[\n 2, 2\nx\n 3, 3\n]\n)\n");
-    ASSERT_TRUE(r.ok);
-    ASSERT_EQ(r.data.shapes.size(), 1u);
-    EXPECT_EQ(r.data.points[0], (PointList{{2, 2}, {3, 3}}));
-
-    Read empty("Poly(\nData[\n]\n)\nDotLine(\n)\n");
-    ASSERT_TRUE(empty.ok);
-    EXPECT_TRUE(empty.data.shapes.empty());
-
-    // The walk on its own, from the token after the word.
-    Tokens t;
-    TokeniseText("Poly(\nData[\n 1, 2\n)\n]\n)\n", t);
-    PointList points;
-    ReadShapePoints(t, 1, points);
-    EXPECT_EQ(points, (PointList{{1, 2}}));
-}
-
 // The walk as design.md words it, token by token.
 PointList ReferenceWalk(const Tokens& t, std::size_t start)
 {
@@ -133,8 +88,8 @@ PointList ReferenceWalk(const Tokens& t, std::size_t start)
     return points;
 }
 
-// The walks worked out for the whole array, and the walk within a block where it ends there, are
-// the reference walk from every start in every arrangement of the tokens that matter.
+// The walks worked out for the whole array, the walk on its own, and the walk within a block where it
+// ends there, are the reference walk from every start in every arrangement of the tokens that matter.
 TEST(PointWalk, BothWaysOfWalkingAgreeWithTheReference)
 {
     const std::string_view alphabet[] = {"Data[", "]", ")", " 1, 2", " 3,-4", "x", "Poly(", ",5"};
@@ -151,6 +106,9 @@ TEST(PointWalk, BothWaysOfWalkingAgreeWithTheReference)
             PointList got;
             ASSERT_TRUE(walks.Read(start, 1000, got));
             ASSERT_EQ(got, expected) << "round " << round << " start " << start;
+            PointList single;
+            ReadShapePoints(t, start, single);
+            ASSERT_EQ(single, expected) << "round " << round << " start " << start;
             for (std::size_t close = start; close < t.size(); ++close) {
                 if (t[close] != ")")
                     continue;

@@ -1,8 +1,12 @@
 #include "FilesTestSupport.h"
 
+#include <cstdlib>
 #include <fstream>
 #include <random>
 #include <sstream>
+#include <sys/wait.h>
+
+#include "files/TextFile.h"
 
 namespace fw::test {
 
@@ -43,6 +47,41 @@ ScratchFolder::~ScratchFolder()
     std::error_code ec;
     std::filesystem::permissions(root_, std::filesystem::perms::owner_all, std::filesystem::perm_options::add, ec);
     std::filesystem::remove_all(root_, ec);
+}
+
+std::vector<std::string> TokensOf(std::string_view line)
+{
+    Tokens t;
+    TokeniseLine(line, t);
+    return {t.begin(), t.end()};
+}
+
+ScopedEnv::ScopedEnv(const char* name, const std::string& value) : name_(name)
+{
+    if (const char* old = std::getenv(name))
+        old_ = old;
+    setenv(name, value.c_str(), 1);
+}
+
+ScopedEnv::~ScopedEnv()
+{
+    if (old_)
+        setenv(name_, old_->c_str(), 1);
+    else
+        unsetenv(name_);
+}
+
+CliRun RunCli(const ScratchFolder& dir, const std::string& args)
+{
+    const std::string out = dir.path("stdout"), err = dir.path("stderr");
+    const std::string cmd = std::string("timeout -k 5 60 '") + FW_CLI + "' " + args + " >'" + out + "' 2>'" + err +
+                            "' </dev/null";
+    const int status = std::system(cmd.c_str());
+    CliRun r;
+    r.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    r.out = ReadText(out);
+    r.err = ReadText(err);
+    return r;
 }
 
 ProjectData SampleProject(const std::string& programFolder)

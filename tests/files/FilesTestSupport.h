@@ -2,7 +2,10 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "core/Records.h"
 #include "core/Stores.h"
@@ -33,6 +36,32 @@ public:
 private:
     std::filesystem::path root_;
 };
+
+// The tokens TokeniseLine makes of one line.
+std::vector<std::string> TokensOf(std::string_view line);
+
+// Sets an environment variable for the life of the object and puts the old value back.
+class ScopedEnv {
+public:
+    ScopedEnv(const char* name, const std::string& value);
+    ~ScopedEnv();
+    ScopedEnv(const ScopedEnv&) = delete;
+    ScopedEnv& operator=(const ScopedEnv&) = delete;
+
+private:
+    const char* name_;
+    std::optional<std::string> old_;
+};
+
+// One run of the batch tool, its output kept in the scratch folder. Every run has a deadline
+// (coreutils timeout), so that a command that blocks fails its test instead of holding the run.
+struct CliRun {
+    int code = -1;
+    std::string out;
+    std::string err;
+};
+CliRun RunCli(const ScratchFolder& dir, const std::string& args);
+inline std::string Quoted(const std::string& path) { return "'" + path + "'"; }
 
 // One shape of every type and one object of every type, with non-default values in every field
 // that the file keeps.

@@ -137,21 +137,5 @@ TEST(RoundTrip, DerivedStringsAndEnumeratedNames)
     }
 }
 
-TEST(SelectionFile, HeadVersionAndRecordsOnly)
-{
-    const ProjectData sample = test::SampleProject("/opt/fw/");
-    CBufferS buffer;
-    BuildSelectionText(buffer, sample.points, sample.shapes, sample.objects);
-    const std::string text = JoinLines(buffer.lines());
-    EXPECT_EQ(text.find("Settings("), std::string::npos);
-    EXPECT_EQ(text.find("Project("), std::string::npos);
-    EXPECT_NE(text.find("Version(\r\n 1\r\n)"), std::string::npos);
-    ProjectData out;
-    ASSERT_TRUE(ReadProjectText(text, out, nullptr, "/opt/fw/"));
-    EXPECT_EQ(out.shapes.size(), 7u);
-    EXPECT_EQ(out.objects.size(), 7u);
-    EXPECT_EQ(out.project.Name, "");
-}
-
 } // namespace
 } // namespace fw
