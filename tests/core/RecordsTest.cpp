@@ -6,24 +6,6 @@
 namespace fw {
 namespace {
 
-ShapeRecord Fresh(int type)
-{
-    ShapeRecord s;
-    ResetShape(s, type);
-    return s;
-}
-
-// The configuration's golden text pins every drawn type's defaults; the flatten polygon and the tree
-// line's mapping are not in it.
-TEST(ShapeDefaults, FlattenAndTreeMapping)
-{
-    auto flatten = Fresh(kFlatten);
-    EXPECT_EQ(flatten.gComment, "");
-    EXPECT_EQ(flatten.vTime, 0);
-    EXPECT_EQ(flatten.vRange, 0);
-    EXPECT_EQ(Fresh(kTreeLine).mTexMap, (std::array<std::int32_t, 8>{}));
-}
-
 TEST(ShapeDefaults, ResetTouchesOnlyNamedFields)
 {
     ShapeRecord s;
@@ -32,22 +14,6 @@ TEST(ShapeDefaults, ResetTouchesOnlyNamedFields)
     ResetShape(s, kPoly);
     EXPECT_EQ(s.vLayer, 5);
     EXPECT_EQ(s.cLighted, 1);
-}
-
-TEST(ObjectDefaults, RunwayIntensityAndMacroOutline)
-{
-    ObjectRecord rwy;
-    ResetObject(rwy, kRunway, "/opt/fw/");
-    EXPECT_EQ(rwy.LightIntensityHigh, -1);
-    EXPECT_EQ(rwy.flags[11], 0);
-
-    // The macro path follows the program folder; the outline is the default box with its diagonals.
-    ObjectRecord api;
-    ResetObject(api, kApi, "/opt/fw/");
-    EXPECT_EQ(api.Path(), "/opt/fw/fwt_building1.api");
-    EXPECT_EQ(api.DesignLast, 12);
-    EXPECT_EQ(api.DesignPoints[5], (Point{0, 50}));
-    EXPECT_EQ(api.DesignPoints[12], (Point{-50, -50}));
 }
 
 TEST(Geometry, LimitsStartFromPointZero)
