@@ -115,6 +115,9 @@ TEST_F(Forms, TreeLineBands)
     f.corners[0].Y = 5;
     f.SetBandOption(0);
     EXPECT_EQ(f.corners[0].Y, 3);
+    f.SetBandOption(1);
+    EXPECT_EQ(f.corners[0].Y, 3) << "back to 8 bands the band stays where it was held";
+    f.SetBandOption(0);
     EXPECT_EQ(f.mTLselect(100, 231), 3);
     EXPECT_EQ(f.mTLselect(100, 232), -1);
     f.BandKey(1);
@@ -180,37 +183,29 @@ TEST_F(Forms, OptimizeStepsAndPickedTextures)
     ResetProject(p);
     FormOptimize f;
     f.Show_(p);
+    // Break every step, then mend them one at a time: each OK names the next.
+    const char* const order[][3] = {{"Text5", "2001", "2000"}, {"Text6", "-1", "2000"}, {"Text7", "x", "10"}};
+    for (const auto& [field, bad, good] : order)
+        f.values[field] = bad;
+    for (const auto& [field, bad, good] : order) {
+        EXPECT_EQ(f.Ok(ctx, p), OkResult::Refused) << field;
+        f.values[field] = good;
+    }
     f.values["Text6"] = "2001";
     EXPECT_EQ(f.Ok(ctx, p), OkResult::Refused);
-    EXPECT_EQ(ui.Messages(), std::vector<std::string>{"You entered a wrong value for visibility step 3!"});
     f.values["Text6"] = "2000";
+    EXPECT_EQ(ui.Messages(), (std::vector<std::string>{"You entered a wrong value for visibility step 2!",
+                                                       "You entered a wrong value for visibility step 3!",
+                                                       "You entered a wrong value for visibility step 4!",
+                                                       "You entered a wrong value for visibility step 3!"}));
     f.TakePickedTexture(0, "grass.bmp" + std::string("         4210752"));
     f.TakePickedTexture(1, "road.r8" + std::string("NoTex           "));
     ASSERT_EQ(f.Ok(ctx, p), OkResult::Stored);
-    EXPECT_EQ(p.Distance[1], 2000);
+    EXPECT_EQ(p.Distance, (std::array<std::int16_t, 3>{2000, 2000, 10}));
     EXPECT_EQ(p.Texture[0], "grass.bmp");
     EXPECT_EQ(p.Color[0], 4210752);
     EXPECT_EQ(p.Texture[1], "road.r8");
     EXPECT_EQ(p.Color[1], 0);
-}
-
-TEST_F(Forms, PreferencesGridAndOpenGLNote)
-{
-    ConfigRecord c;
-    ResetConfig(c, "/prog/");
-    FormOptions f;
-    f.Show_(c);
-    f.values["Tg2"] = "1001";
-    EXPECT_EQ(f.Ok(ctx, c, c.EnableOpenGL != 0), OkResult::Refused);
-    f.values["Tg2"] = "1000";
-    ASSERT_EQ(f.Ok(ctx, c, c.EnableOpenGL != 0), OkResult::Stored);
-    EXPECT_EQ(ui.Messages(), std::vector<std::string>{"You entered a wrong value for grid spacing 2!"});
-    const bool active = c.EnableOpenGL != 0;
-    f.values.SetTick("Check1", !active);
-    ASSERT_EQ(f.Ok(ctx, c, active), OkResult::Stored);
-    EXPECT_EQ(ui.Messages().back(), "OpenGL rendering will only be enabled/disabled after restarting Fieldwright...");
-    f.TakeFolder(2, "/tex");
-    EXPECT_EQ(f.values.Text("Text3"), "/tex/");
 }
 
 TEST(Converter, Distances)
@@ -234,11 +229,6 @@ TEST(Converter, Angles)
     EXPECT_EQ(ConvertAngle("181", 0, '.'), "Value of wrong format!");
 }
 
-} // namespace
-} // namespace fw
-
-namespace fw {
-namespace {
 
 TEST(PaletteCells, TwoRowsAndTheGapsBetweenCells)
 {
