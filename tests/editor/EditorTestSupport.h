@@ -97,6 +97,21 @@ inline std::string Px(int worldX, int worldY)
     return std::to_string(worldX + 400) + " " + std::to_string(worldY + 300);
 }
 
+// A fresh folder under the system's temporary folder, removed on destruction.
+struct TempFolder {
+    explicit TempFolder(const std::string& name)
+        : path(std::filesystem::temp_directory_path() / ("fw_" + name + "_" + std::to_string(::getpid())))
+    {
+        std::filesystem::remove_all(path);
+        std::filesystem::create_directories(path);
+    }
+    ~TempFolder() { std::filesystem::remove_all(path); }
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+    std::string operator/(const std::string& name) const { return (path / name).string(); }
+    std::filesystem::path path;
+};
+
 // Runs a fixture script where it stands, with what it writes going to a scratch folder of its own
 // (never beside the script), and keeps the session for the checks.
 struct Scenario {

@@ -133,8 +133,7 @@ TEST(Loading, AProjectOfObjectsOpensInTheSelectState)
 {
     // Two NDBs: after the load the first is selected in the select state, so that a click on the
     // other's handle selects it instead of panning.
-    const auto dir = std::filesystem::temp_directory_path() / ("fw_objects_only_" + std::to_string(::getpid()));
-    std::filesystem::create_directories(dir);
+    const TempFolder dir("objects_only");
     ProjectData data;
     ResetProject(data.project);
     for (int x : {0, 100}) {
@@ -143,11 +142,9 @@ TEST(Loading, AProjectOfObjectsOpensInTheSelectState)
         o.PosX = x;
         data.objects.push_back(o);
     }
-    const std::string path = (dir / "objects.fwt").string();
-    ASSERT_TRUE(WriteProjectFile(path, data, nullptr));
+    ASSERT_TRUE(WriteProjectFile(dir / "objects.fwt", data, nullptr));
     EditorFixture f(1.0);
-    f.Run({"open " + path});
-    std::filesystem::remove_all(dir);
+    f.Run({"open " + (dir / "objects.fwt")});
     EXPECT_EQ(f.s().editor.selection.SelObjects(), (std::vector<std::uint16_t>{0}));
     EXPECT_EQ(f.s().editor.selection.state(), 1);
     f.Run({"command MnuC2100"}); // the load resets the view; Px is at 100 %
