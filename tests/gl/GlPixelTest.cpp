@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <unistd.h>
 #include <filesystem>
-#include <fstream>
 
 #include "gl/OpenGl.h"
 #include "render/GlView.h"
@@ -54,20 +53,6 @@ protected:
         r.cColor = colour;
         r.cTransparency = static_cast<std::uint8_t>(transparency);
         return r;
-    }
-    // A 32 by 32 texture, left half one colour, right half the other, rows written bottom-up.
-    void HalfTexture(const std::string& name, std::uint32_t left, std::uint32_t right)
-    {
-        std::vector<unsigned char> b = test::Bmp24(32, 32, left);
-        for (int y = 0; y < 32; ++y)
-            for (int x = 16; x < 32; ++x) {
-                const std::size_t at = 54 + static_cast<std::size_t>(y) * 96 + x * 3;
-                b[at] = right & 0xFF;
-                b[at + 1] = (right >> 8) & 0xFF;
-                b[at + 2] = (right >> 16) & 0xFF;
-            }
-        std::ofstream(dir_ / name, std::ios::binary)
-            .write(reinterpret_cast<const char*>(b.data()), static_cast<std::streamsize>(b.size()));
     }
     void Render()
     {
@@ -141,7 +126,7 @@ TEST_F(GlPixels, MissingTextureIsTheGreyCheckerAndLinesAreBareOutlines)
 
 TEST_F(GlPixels, TexturesTileFromTheBoxCornerOrFollowTheMap)
 {
-    HalfTexture("half.bmp", 0xFF0000, 0x0000FF); // left red, right blue
+    test::WriteBytes(dir_ / "half.bmp", test::Bmp24(32, 32, 0xFF0000, 0x0000FF)); // left red, right blue
     ShapeRecord& plain = Add(kPoly, Pts({{10, 10}, {190, 10}, {190, 60}, {10, 60}}));
     plain.gIsColored = 0;
     plain.tDayPath = "HALF.bmp";

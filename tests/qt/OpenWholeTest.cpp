@@ -8,6 +8,7 @@
 #include "core/Config.h"
 #include "core/Session.h"
 #include "files/ProjectFile.h"
+#include "render/RenderTestSupport.h"
 #include "support/ScriptedUi.h"
 #include "qt/MainWindow.h"
 #include "qt/QtUi.h"
@@ -21,17 +22,8 @@ TEST(OpenWhole, APictureThatIsAFolderIsDroppedAndTheProjectOpensUnderItsTitle)
     QTemporaryDir dir;
     const std::string folder = dir.filePath("charts").toStdString();
     ASSERT_TRUE(QDir().mkpath(QString::fromStdString(folder)));
-    ProjectData d;
-    ResetShowFlags(d.showFlags);
-    ResetProject(d.project);
-    d.showFlags.BackImagePath = folder;
-    d.showFlags.ShowBackPicture = 1;
-    ShapeRecord sh;
-    ResetShape(sh, kPoly);
-    d.shapes = {sh};
-    d.points = {{{0, 0}, {100, 0}, {100, 100}}};
     const std::string path = dir.filePath("field.fwt").toStdString();
-    ASSERT_TRUE(WriteProjectFile(path, d, nullptr));
+    ASSERT_TRUE(test::WriteProjectNamingImage(path, folder));
 
     Session session;
     ResetAtStart(session);

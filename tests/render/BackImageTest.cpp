@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <fstream>
 
 #include "support/ScriptedUi.h"
 #include "render/BackImage.h"
@@ -37,19 +36,9 @@ protected:
     std::string Write(const std::string& name, const std::vector<unsigned char>& bytes)
     {
         const std::string path = ::testing::TempDir() + name;
-        std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+        test::WriteBytes(path, bytes);
         written_.push_back(path);
         return path;
-    }
-    // A file that claims the given size; the pixels of a refused picture are never read.
-    std::string WriteHeaderOnly(const std::string& name, int w, int h)
-    {
-        auto b = Bmp24(1, 1, 0);
-        for (int i = 0; i < 4; ++i) {
-            b[18 + i] = static_cast<unsigned char>(w >> (8 * i));
-            b[22 + i] = static_cast<unsigned char>(h >> (8 * i));
-        }
-        return Write(name, b);
     }
     void Load(const std::string& path)
     {
@@ -104,7 +93,7 @@ TEST_F(BackImage, LargestSizeLoadsAndOneMorePixelIsRefusedKeepingTheOldImage)
     s_.showFlags.BackImagescale = 2.5;
     s_.showFlags.ShowBackPicture = 0;
     for (auto [w, h] : {std::pair{801, 600}, std::pair{800, 601}}) {
-        const std::string big = WriteHeaderOnly("fw_big.bmp", w, h);
+        const std::string big = Write("fw_big.bmp", test::BmpClaiming(w, h));
         Load(big);
         ASSERT_FALSE(ui_.Messages().empty());
         EXPECT_EQ(ui_.Messages().back(),

@@ -17,18 +17,6 @@ struct ClipFixture : ::testing::Test {
     RecordingCanvas c{200, 100};
 };
 
-TEST_F(ClipFixture, WindowIsTheCanvasInsetByTenPixels)
-{
-    EXPECT_EQ(w.xMin, -90);
-    EXPECT_EQ(w.xMax, 90);
-    EXPECT_EQ(w.yMin, -40);
-    EXPECT_EQ(w.yMax, 40);
-    EXPECT_EQ(map.X(w.xMin), 10);
-    EXPECT_EQ(map.X(w.xMax), 190);
-    EXPECT_EQ(map.Y(w.yMin), 10);
-    EXPECT_EQ(map.Y(w.yMax), 90);
-}
-
 TEST_F(ClipFixture, OutCodesCountABoundAsInside)
 {
     EXPECT_EQ(OutCode(w, 90, 40), 0);
@@ -51,31 +39,28 @@ TEST_F(ClipFixture, BoxOutsideNeedsBothValuesBeyondOneSide)
     EXPECT_EQ(BoxOutside(w, {90, 200, 0, 0}), 0);      // touches the bound
 }
 
-TEST_F(ClipFixture, SegmentAlongTheRightBoundDraws)
+// The window is the canvas inset by ten pixels: a segment that leaves it stops short of the edge.
+TEST_F(ClipFixture, SegmentsAreCutAtTheWindowOrLeftOut)
 {
-    ClipAndDrawLine(w, 90, -20, 90, 20, c, map);
-    EXPECT_EQ(Segments(c), (std::vector<std::vector<int>>{{190, 30, 190, 70}}));
-}
-
-TEST_F(ClipFixture, SegmentLeavingTheWindowStopsTenPixelsShortOfTheEdge)
-{
-    ClipAndDrawLine(w, 0, 0, 500, 0, c, map);
-    ClipAndDrawLine(w, 0, 0, 0, -500, c, map);
-    ClipAndDrawLine(w, -500, 100, 0, 0, c, map); // crosses two bounds on its way in
-    const auto seg = Segments(c);
-    ASSERT_EQ(seg.size(), 3u);
-    EXPECT_EQ(seg[0], (std::vector<int>{100, 50, 190, 50}));
-    EXPECT_EQ(seg[1], (std::vector<int>{100, 50, 100, 10}));
-    // (-500, 100) to (0, 0): y = 40 at x = -200 (left of the window), then x = -90 at y = 18.
-    EXPECT_EQ(seg[2], (std::vector<int>{10, 68, 100, 50}));
-}
-
-TEST_F(ClipFixture, SegmentThroughACornerRegionDrawsNothing)
-{
-    // Passes outside the top right corner (90, -40): above it at x = 90, right of it at y = -40.
-    ClipAndDrawLine(w, 80, -60, 120, -20, c, map);
-    ClipAndDrawLine(w, 100, 0, 200, 0, c, map); // wholly right
-    EXPECT_TRUE(c.calls.empty());
+    const struct {
+        int x0, y0, x1, y1;
+        std::vector<std::vector<int>> drawn;
+    } cases[] = {
+        {90, -20, 90, 20, {{190, 30, 190, 70}}}, // along the right bound
+        {0, 0, 500, 0, {{100, 50, 190, 50}}},
+        {0, 0, 0, -500, {{100, 50, 100, 10}}},
+        // Crosses two bounds on its way in: y = 40 at x = -200 (left of the window), then x = -90 at y = 18.
+        {-500, 100, 0, 0, {{10, 68, 100, 50}}},
+        // Passes outside the top right corner (90, -40): above it at x = 90, right of it at y = -40.
+        {80, -60, 120, -20, {}},
+        {100, 0, 200, 0, {}}, // wholly right
+    };
+    for (const auto& k : cases) {
+        c.calls.clear();
+        ClipAndDrawLine(w, k.x0, k.y0, k.x1, k.y1, c, map);
+        EXPECT_EQ(Segments(c), k.drawn) << k.x0 << "," << k.y0 << " to " << k.x1 << "," << k.y1;
+        EXPECT_EQ(c.calls.empty(), k.drawn.empty());
+    }
 }
 
 TEST_F(ClipFixture, PolygonsCloseLinesStayOpenAndAStaleBoxHidesOnlyTheOpenSegments)

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 
 #include "render/GlView.h"
 #include "render/RecordingGl.h"
@@ -73,7 +72,7 @@ TEST(GlList, StateColoursAndNothingForStateZero)
         Select(s, 0, state);
         RecordingGl gl;
         GlFillCache fills;
-        GlBuildList(s, gl, GlTextureTable{}, fills);
+    GlBuildList(s, gl, GlTextureTable{}, fills);
         const auto colours = gl.Only("Color4ub");
         if (colour.empty())
             EXPECT_EQ(gl.Only("Begin 2").size(), 0u) << "a selected shape of state 0 has no outline";
@@ -87,7 +86,7 @@ TEST(GlList, NoShapesKeepsTheOldList)
     Session s = MakeSession(400, 300);
     RecordingGl gl;
     GlFillCache fills;
-        GlBuildList(s, gl, GlTextureTable{}, fills);
+    GlBuildList(s, gl, GlTextureTable{}, fills);
     EXPECT_TRUE(gl.calls.empty());
 }
 
@@ -165,12 +164,8 @@ TEST(GlTextures, CheckerFirstThenEachReadableTextureOnce)
     const auto dir = std::filesystem::temp_directory_path() / "fw_gl_textures";
     std::filesystem::remove_all(dir);
     std::filesystem::create_directories(dir);
-    auto write = [&dir](const std::string& name, const std::vector<unsigned char>& bytes) {
-        std::ofstream(dir / name, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()),
-                                                          static_cast<std::streamsize>(bytes.size()));
-    };
-    write("a.bmp", test::Bmp24(64, 64, 0x123456));
-    write("wide.bmp", test::Bmp24(64, 32, 0x123456));
+    test::WriteBytes(dir / "a.bmp", test::Bmp24(64, 64, 0x123456));
+    test::WriteBytes(dir / "wide.bmp", test::Bmp24(64, 32, 0x123456));
 
     Session s = MakeSession(400, 300);
     s.config.TEXPath = dir.string();

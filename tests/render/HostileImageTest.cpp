@@ -5,12 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <random>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "files/ProjectFile.h"
 #include "files/ProjectFlows.h"
 #include "support/ScriptedUi.h"
 #include "render/Bitmap.h"
@@ -50,25 +48,10 @@ protected:
         fsys::remove_all(root, ec);
     }
     std::string Path(const std::string& name) const { return (root / name).string(); }
-    void Write(const std::string& path, const std::vector<unsigned char>& bytes)
+    std::string ProjectNaming(const std::string& image)
     {
-        std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()),
-                                                    static_cast<std::streamsize>(bytes.size()));
-    }
-    // A project of one shape whose background image is path.
-    std::string ProjectNaming(const std::string& path)
-    {
-        ProjectData d;
-        ResetShowFlags(d.showFlags);
-        ResetProject(d.project);
-        d.showFlags.BackImagePath = path;
-        d.showFlags.ShowBackPicture = 1;
-        ShapeRecord sh;
-        ResetShape(sh, kPoly);
-        d.shapes = {sh};
-        d.points = {{{0, 0}, {10, 0}, {10, 10}}};
         const std::string file = Path("named" + std::to_string(++projects) + ".fwt");
-        EXPECT_TRUE(WriteProjectFile(file, d, nullptr));
+        EXPECT_TRUE(test::WriteProjectNamingImage(file, image));
         return file;
     }
 
@@ -111,7 +94,7 @@ TEST_F(HostileImage, ABackgroundImageThatIsNoFileIsDroppedWithItsMessage)
 TEST_F(HostileImage, AGoodPictureStillLoadsWithTheProject)
 {
     const std::string chart = Path("chart.bmp");
-    Write(chart, test::Bmp24(100, 70, 0x336699));
+    test::WriteBytes(chart, test::Bmp24(100, 70, 0x336699));
     const std::string project = ProjectNaming(chart);
     Session s = test::MakeSession(200, 200);
     ScriptedUi ui;
@@ -127,16 +110,13 @@ TEST_F(HostileImage, AGoodPictureStillLoadsWithTheProject)
 TEST_F(HostileImage, TheHeadersAreCheckedBeforeTheFileIsReadWhole)
 {
     const std::string tooLarge = Path("too_large.bmp");
-    std::vector<unsigned char> head = test::Bmp24(2, 2, 0);
-    head[18] = 0x21; // 801 wide
-    head[19] = 0x03;
-    Write(tooLarge, head);
+    test::WriteBytes(tooLarge, test::BmpClaiming(801, 2));
     const std::string trailing = Path("trailing.bmp");
-    Write(trailing, test::Bmp24(3, 2, 0x102030));
+    test::WriteBytes(trailing, test::Bmp24(3, 2, 0x102030));
     const std::string farRows = Path("far_rows.bmp");
     std::vector<unsigned char> far = test::Bmp24(2, 2, 0);
     far[13] = 0x40; // the rows 1 GB into the file
-    Write(farRows, far);
+    test::WriteBytes(farRows, far);
     // Far larger than memory, and sparse: reading any of them whole would never end well.
     for (const std::string& p : {tooLarge, trailing, farRows})
         if (::truncate(p.c_str(), static_cast<off_t>(64ull << 30)) != 0)
@@ -152,22 +132,6 @@ TEST_F(HostileImage, TheHeadersAreCheckedBeforeTheFileIsReadWhole)
         const bool refused = ReadBmp(farRows, 800, 600, w, h, pixels, &reason) == BmpResult::Unreadable &&
                              reason.empty();
         return large && read && refused;
-    }));
-}
-
-TEST_F(HostileImage, ReadBmpNamesTheReasonAFileCantBeRead)
-{
-    ExpectPassed(RunWithDeadline(kDeadline, [&] {
-        std::int32_t w = 0, h = 0;
-        std::vector<std::uint32_t> pixels;
-        std::string a, b, c, d;
-        return ReadBmp(folder, 800, 600, w, h, pixels, &a) == BmpResult::Unreadable && a == "Is a directory" &&
-               ReadBmp(fifo, 800, 600, w, h, pixels, &b) == BmpResult::Unreadable &&
-               b == "Not a regular file (a named pipe)" &&
-               ReadBmp("/dev/zero", 800, 600, w, h, pixels, &c) == BmpResult::Unreadable &&
-               c == "Not a regular file (a device)" &&
-               ReadBmp(Path("none.bmp"), 800, 600, w, h, pixels, &d) == BmpResult::Unreadable &&
-               d == "No such file or directory";
     }));
 }
 

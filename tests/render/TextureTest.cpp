@@ -245,48 +245,52 @@ TEST_F(TextureFiles, PaletteFolderAndTexturePathsMatchWithoutRegardToCase)
     EXPECT_EQ(palette[10], (std::array<std::uint8_t, 3>{0, 0, 0}));
 }
 
-TEST_F(TextureFiles, PlainEightBitBitmapUsesTheWholeEntry)
-{
-    std::string path = Write("p.bmp", Bitmap8(128, 128));
-    EXPECT_EQ(Gdi(path), "8-bit palette");
-    ASSERT_EQ(pixels_.size(), 128u * 128u);
-    // All four bytes of the entry, the reserved byte included.
-    EXPECT_EQ(pixels_[0], Bgr(0, 0, 255, 0));
-    EXPECT_EQ(pixels_[100], Bgr(25, 50, 155, 100));
-    EXPECT_EQ(pixels_[300], Bgr(12, 24, 206, 49)); // index 300 % 251
-    EXPECT_EQ(header_.biWidth, 128);
-    EXPECT_EQ(header_.biHeight, 128);
-    EXPECT_EQ(header_.biSizeImage, 16384u);
-    EXPECT_EQ(TextureScale(header_.biWidth, header_.biHeight), 0.5);
-
-    ASSERT_EQ(Gl(path), 1);
-    EXPECT_EQ(width_, 128);
-    EXPECT_EQ(height_, 128);
-    // File row 0 (the foot) is the last image row; alpha 255 without an extra block.
-    EXPECT_EQ(Texel(127 * 128 + 100), (std::array<int, 4>{155, 50, 25, 255}));
-}
-
-TEST_F(TextureFiles, OneNonZeroByteInTheExtraBlockMakesItExtended)
+// Each bitmap form: the preview's label, header and pixels (blue, green, red, reserved), and the
+// OpenGL texels (red, green, blue, alpha) with the file's first row, the foot, as the last image row.
+TEST_F(TextureFiles, EachBitmapFormReadsForPreviewAndOpenGl)
 {
     Bytes extra(64 * 64, 0);
     extra[4095] = 1;
-    std::string path = Write("x.bmp", Bitmap8(128, 128, extra));
-    EXPECT_EQ(Gdi(path), "8-bit palette (extended)");
-    // min(255, 255 - alpha + colour): transparency against white, reserved 0.
-    EXPECT_EQ(pixels_[200], Bgr(105, 155, 110, 0));
-    EXPECT_EQ(pixels_[0], Bgr(255, 255, 255, 0));
-    EXPECT_EQ(pixels_[10], Bgr(247, 250, 255, 0));
-
-    ASSERT_EQ(Gl(path), 1);
-    EXPECT_EQ(Texel(126 * 128 + 72), (std::array<int, 4>{55, 100, 50, 200})); // alpha from the entry
-
     // The byte right behind the pixels is skipped: a mark there alone isn't an extra block.
-    Bytes b = Bitmap8(128, 128);
-    b.push_back(9);
-    b.resize(b.size() + 64 * 64, 0);
-    EXPECT_EQ(Gdi(Write("y.bmp", b)), "8-bit palette");
-    EXPECT_EQ(Gl(Write("y.bmp", b)), 1);
-    EXPECT_EQ(image_[(126 * 128 + 72) * 4 + 3], 255);
+    Bytes mark = Bitmap8(128, 128);
+    mark.push_back(9);
+    mark.resize(mark.size() + 64 * 64, 0);
+    const struct {
+        const char* name;
+        Bytes bytes;
+        const char* label;
+        int width, height;
+        std::vector<std::pair<std::size_t, std::uint32_t>> pixels;
+        std::vector<std::pair<std::size_t, std::array<int, 4>>> texels;
+    } cases[] = {
+        // All four bytes of the entry, the reserved byte included; alpha 255 without an extra block.
+        {"p.bmp", Bitmap8(128, 128), "8-bit palette", 128, 128,
+         {{0, Bgr(0, 0, 255, 0)}, {100, Bgr(25, 50, 155, 100)}, {300, Bgr(12, 24, 206, 49)}}, // 300 % 251
+         {{127 * 128 + 100, {155, 50, 25, 255}}}},
+        // min(255, 255 - alpha + colour): transparency against white, reserved 0; alpha from the entry.
+        {"x.bmp", Bitmap8(128, 128, extra), "8-bit palette (extended)", 128, 128,
+         {{200, Bgr(105, 155, 110, 0)}, {0, Bgr(255, 255, 255, 0)}, {10, Bgr(247, 250, 255, 0)}},
+         {{126 * 128 + 72, {55, 100, 50, 200}}}},
+        {"y.bmp", mark, "8-bit palette", 128, 128, {}, {{126 * 128 + 72, {55, 100, 50, 255}}}},
+        {"t.bmp", Bitmap24(64, 32), "24-bit (FS INCOMPATIBLE!)", 64, 32,
+         {{0, Bgr(0, 1, 2, 0)}, {70, Bgr(70, 71, 72, 0)}}, {{31 * 64 + 6, {8, 7, 6, 255}}}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const std::string path = Write(c.name, c.bytes);
+        EXPECT_EQ(Gdi(path), c.label);
+        ASSERT_EQ(pixels_.size(), static_cast<std::size_t>(c.width) * c.height);
+        EXPECT_EQ(header_.biWidth, c.width);
+        EXPECT_EQ(header_.biHeight, c.height);
+        EXPECT_EQ(header_.biSizeImage, static_cast<std::uint32_t>(c.width * c.height));
+        for (auto [at, pixel] : c.pixels)
+            EXPECT_EQ(pixels_[at], pixel) << at;
+        ASSERT_EQ(Gl(path), 1);
+        EXPECT_EQ(width_, c.width);
+        EXPECT_EQ(height_, c.height);
+        for (const auto& [at, texel] : c.texels)
+            EXPECT_EQ(Texel(at), texel) << at;
+    }
 }
 
 TEST_F(TextureFiles, PixelOffsetCountsForPreviewOnly)
@@ -300,21 +304,6 @@ TEST_F(TextureFiles, PixelOffsetCountsForPreviewOnly)
     // Image row 31 is file row 0: index 0 for the 22 padding bytes, then the pixels shifted by 22.
     EXPECT_EQ(image_[(31 * 32 + 5) * 4], 255);       // entry 0: red 255
     EXPECT_EQ(image_[(31 * 32 + 27) * 4], 255 - 5);  // pixel 5 read at offset 1105
-}
-
-TEST_F(TextureFiles, TwentyFourBitBitmapIsReadWithItsWarning)
-{
-    std::string path = Write("t.bmp", Bitmap24(64, 32));
-    EXPECT_EQ(Gdi(path), "24-bit (FS INCOMPATIBLE!)");
-    ASSERT_EQ(pixels_.size(), 64u * 32u);
-    EXPECT_EQ(pixels_[0], Bgr(0, 1, 2, 0));
-    EXPECT_EQ(pixels_[70], Bgr(70, 71, 72, 0));
-    EXPECT_EQ(header_.biSizeImage, 2048u);
-
-    ASSERT_EQ(Gl(path), 1);
-    EXPECT_EQ(width_, 64);
-    EXPECT_EQ(height_, 32);
-    EXPECT_EQ(Texel(31 * 64 + 6), (std::array<int, 4>{8, 7, 6, 255}));
 }
 
 TEST_F(TextureFiles, UnreadableFilesGiveTheFallback)
