@@ -46,6 +46,27 @@ public:
         CopyPiece(data_ + size_, piece.data(), n);
         size_ += n;
     }
+    // One whole line from its pieces: one test for room, then the copies through a local pointer
+    // (stores through a char pointer could change the buffer's own fields, so a pointer kept in
+    // the object would be read again after every piece).
+    template <std::size_t N>
+    void addPieces(const std::string_view (&pieces)[N])
+    {
+        std::size_t n = 2;
+        for (const std::string_view& piece : pieces)
+            n += piece.size();
+        if (capacity_ - size_ < n)
+            grow(n);
+        char* to = data_ + size_;
+        for (const std::string_view& piece : pieces) {
+            CopyPiece(to, piece.data(), piece.size());
+            to += piece.size();
+        }
+        to[0] = '\r';
+        to[1] = '\n';
+        size_ += n;
+        ++count_;
+    }
     void endLine()
     {
         if (capacity_ - size_ < 2)
@@ -55,8 +76,8 @@ public:
         size_ += 2;
         ++count_;
     }
-    // Appends again the whole lines that stand from byte from to byte to.
-    void repeat(std::size_t from, std::size_t to)
+    // Appends again the lines that stand from byte from to byte to: lines of them.
+    void repeat(std::size_t from, std::size_t to, std::size_t lines)
     {
         const std::size_t n = to - from;
         if (n == 0)
@@ -64,7 +85,7 @@ public:
         if (capacity_ - size_ < n)
             grow(n);
         std::memcpy(data_ + size_, data_ + from, n);
-        count_ += static_cast<std::size_t>(std::count(data_ + from, data_ + to, '\n'));
+        count_ += lines;
         size_ += n;
     }
     // Takes back every line after a mark of size() and count().
@@ -104,7 +125,7 @@ private:
         }
     }
     // The block at least doubles; realloc can move a large one without copying it.
-    void grow(std::size_t more)
+    [[gnu::noinline]] void grow(std::size_t more)
     {
         const std::size_t wanted = std::max({capacity_ * 2, size_ + more, std::size_t{65536}});
         char* moved = static_cast<char*>(std::realloc(data_, wanted));
@@ -135,8 +156,8 @@ struct ExportContext {
     template <class... Parts>
     void addJoined(const Parts&... parts)
     {
-        (lines.append(std::string_view(parts)), ...);
-        lines.endLine();
+        const std::string_view pieces[] = {std::string_view(parts)...};
+        lines.addPieces(pieces);
     }
     // Without a generator the middle of the range: nothing is shaken.
     double nextRandom() { return random ? random->Next() : 0.5; }

@@ -1,4 +1,5 @@
 #include <cmath>
+#include <iterator>
 
 #include "export/ExportItems.h"
 #include "export/ItemGeometry.h"
@@ -93,7 +94,7 @@ void TwoSided(ExportContext& ctx, const std::string& J, const Entry (&e)[4])
     ctx.addJoined(J, ")");
     const std::size_t end = ctx.lines.size();
     ctx.addJoined(J, "ShadedTexPoly( ai");
-    ctx.lines.repeat(rows, end);
+    ctx.lines.repeat(rows, end, std::size(e) + 1);
 }
 
 // The head of the one area of a tree line or forest, down to its reference point.

@@ -49,7 +49,19 @@ std::string Fix20(const std::string& text);
 std::string Hex(std::int64_t v);
 
 // Rounded (half to even) to 32 bits; past that the export stops with what overflowed.
-std::int32_t ExportRound(double v, const char* what);
+inline std::int32_t ExportRound(double v, const char* what)
+{
+    // Below 2^51 adding and taking away 1.5 * 2^52 rounds half to even in the default rounding
+    // mode without a library call; anything else, NaN and the infinities included, and every
+    // value out of range goes the long way, which also throws.
+    constexpr double kShift = 6755399441055744.0;
+    if (v > -2251799813685248.0 && v < 2251799813685248.0) {
+        const double r = (v + kShift) - kShift;
+        if (r >= -2147483648.0 && r <= 2147483647.0)
+            return static_cast<std::int32_t>(r);
+    }
+    return RoundToInt32OrFault(v, what);
+}
 
 // Degrees per metre, computed once per export from the reference latitude.
 struct ExportScale {
