@@ -46,22 +46,17 @@ public:
         CopyPiece(data_ + size_, piece.data(), n);
         size_ += n;
     }
-    // One whole line from its pieces: one test for room, then the copies through a local pointer
-    // (stores through a char pointer could change the buffer's own fields, so a pointer kept in
-    // the object would be read again after every piece).
-    template <std::size_t N>
-    void addPieces(const std::string_view (&pieces)[N])
+    // One whole line from its pieces: one test for room, then copies chosen by the kind of each
+    // piece, through a local pointer (stores through a char pointer could change the buffer's own
+    // fields, so a pointer kept in the object would be read again after every piece).
+    template <class... Pieces>
+    void addPieces(const Pieces&... pieces)
     {
-        std::size_t n = 2;
-        for (const std::string_view& piece : pieces)
-            n += piece.size();
-        if (capacity_ - size_ < n)
-            grow(n);
+        const std::size_t n = (PieceSize(pieces) + ... + 2);
+        if (capacity_ - size_ < n + kSlack)
+            grow(n + kSlack);
         char* to = data_ + size_;
-        for (const std::string_view& piece : pieces) {
-            CopyPiece(to, piece.data(), piece.size());
-            to += piece.size();
-        }
+        ((to = Put(to, pieces)), ...);
         to[0] = '\r';
         to[1] = '\n';
         size_ += n;
@@ -107,11 +102,42 @@ public:
     }
 
 private:
+    // A number form is copied whole, its unused tail landing in room the line doesn't keep.
+    static constexpr std::size_t kSlack = sizeof(NumberText::text);
+
+    static std::size_t PieceSize(std::string_view piece) { return piece.size(); }
+    static std::size_t PieceSize(const NumberText& piece) { return piece.size; }
+    // A quoted text of the program: its length is known when it is compiled.
+    template <std::size_t N>
+    static constexpr std::size_t PieceSize(const char (&)[N])
+    {
+        return N - 1;
+    }
+    static char* Put(char* to, std::string_view piece)
+    {
+        CopyPiece(to, piece.data(), piece.size());
+        return to + piece.size();
+    }
+    static char* Put(char* to, const NumberText& piece)
+    {
+        std::memcpy(to, piece.text, sizeof piece.text);
+        return to + piece.size;
+    }
+    template <std::size_t N>
+    static char* Put(char* to, const char (&piece)[N])
+    {
+        std::memcpy(to, piece, N - 1);
+        return to + (N - 1);
+    }
+
     // Most pieces are a few characters: fixed-size copies of overlapping halves beat a call.
     static void CopyPiece(char* to, const char* from, std::size_t n)
     {
-        if (n > 16) {
+        if (n > 32) {
             std::memcpy(to, from, n);
+        } else if (n > 16) {
+            std::memcpy(to, from, 16);
+            std::memcpy(to + n - 16, from + n - 16, 16);
         } else if (n >= 8) {
             std::memcpy(to, from, 8);
             std::memcpy(to + n - 8, from + n - 8, 8);
@@ -156,8 +182,7 @@ struct ExportContext {
     template <class... Parts>
     void addJoined(const Parts&... parts)
     {
-        const std::string_view pieces[] = {std::string_view(parts)...};
-        lines.addPieces(pieces);
+        lines.addPieces(parts...);
     }
     // Without a generator the middle of the range: nothing is shaken.
     double nextRandom() { return random ? random->Next() : 0.5; }
