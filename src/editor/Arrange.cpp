@@ -1,6 +1,7 @@
 #include "editor/Arrange.h"
 
-#include <algorithm>
+#include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "editor/Commands.h"
@@ -11,36 +12,43 @@ namespace fw {
 
 namespace {
 
+// The selected shapes, in the order they were picked and each once, go to the front (drawn
+// last) or to the back as one block; the others keep their order. Every shape's gKeep is left
+// saying whether it moved. Linear: a flag per shape stands in for searching the selection.
 void Reorder(Session& s, bool selectedFirst)
 {
     Stores& st = s.stores;
     CSelection& sel = s.editor.selection;
     const int count = st.ShapeCount();
+    std::vector<std::uint8_t> picked(st.ShapeStore.size(), 0);
     std::vector<std::uint16_t> selected;
     for (auto i : sel.SelShapes())
-        if (i < st.ShapeStore.size() && std::find(selected.begin(), selected.end(), i) == selected.end())
+        if (i < st.ShapeStore.size() && picked[i] == 0) {
+            picked[i] = 1;
             selected.push_back(i);
+        }
     if (count == 0 || selected.empty() || static_cast<int>(selected.size()) >= count)
         return;
-    for (auto& r : st.ShapeStore)
-        r.gKeep = 0;
-    for (auto i : selected)
-        st.ShapeStore[i].gKeep = 1;
+    for (std::size_t i = 0; i < st.ShapeStore.size(); ++i)
+        st.ShapeStore[i].gKeep = picked[i];
 
+    // Each shape is taken once, so its record and points can be moved rather than copied.
     std::vector<ShapeRecord> shapes;
     std::vector<PointList> points;
+    shapes.reserve(static_cast<std::size_t>(count));
+    points.reserve(static_cast<std::size_t>(count));
+    auto take = [&](std::size_t i) {
+        shapes.push_back(std::move(st.ShapeStore[i]));
+        points.push_back(std::move(st.PointStore[i]));
+    };
     auto takeOthers = [&] {
         for (int i = 0; i < count; ++i)
-            if (st.ShapeStore[i].gKeep == 0) {
-                shapes.push_back(st.ShapeStore[i]);
-                points.push_back(st.PointStore[i]);
-            }
+            if (picked[static_cast<std::size_t>(i)] == 0)
+                take(static_cast<std::size_t>(i));
     };
     auto takeSelected = [&] {
-        for (auto i : selected) {
-            shapes.push_back(st.ShapeStore[i]);
-            points.push_back(st.PointStore[i]);
-        }
+        for (auto i : selected)
+            take(i);
     };
     if (selectedFirst) {
         takeSelected();

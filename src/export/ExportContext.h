@@ -46,6 +46,22 @@ public:
         CopyPiece(data_ + size_, piece.data(), n);
         size_ += n;
     }
+    // One whole line from its pieces: one test for room, then copies chosen by the kind of each
+    // piece, through a local pointer (stores through a char pointer could change the buffer's own
+    // fields, so a pointer kept in the object would be read again after every piece).
+    template <class... Pieces>
+    void addPieces(const Pieces&... pieces)
+    {
+        const std::size_t n = (PieceSize(pieces) + ... + 2);
+        if (capacity_ - size_ < n + kSlack)
+            grow(n + kSlack);
+        char* to = data_ + size_;
+        ((to = Put(to, pieces)), ...);
+        to[0] = '\r';
+        to[1] = '\n';
+        size_ += n;
+        ++count_;
+    }
     void endLine()
     {
         if (capacity_ - size_ < 2)
@@ -55,8 +71,8 @@ public:
         size_ += 2;
         ++count_;
     }
-    // Appends again the whole lines that stand from byte from to byte to.
-    void repeat(std::size_t from, std::size_t to)
+    // Appends again the lines that stand from byte from to byte to: lines of them.
+    void repeat(std::size_t from, std::size_t to, std::size_t lines)
     {
         const std::size_t n = to - from;
         if (n == 0)
@@ -64,7 +80,7 @@ public:
         if (capacity_ - size_ < n)
             grow(n);
         std::memcpy(data_ + size_, data_ + from, n);
-        count_ += static_cast<std::size_t>(std::count(data_ + from, data_ + to, '\n'));
+        count_ += lines;
         size_ += n;
     }
     // Takes back every line after a mark of size() and count().
@@ -86,11 +102,42 @@ public:
     }
 
 private:
+    // A number form is copied whole, its unused tail landing in room the line doesn't keep.
+    static constexpr std::size_t kSlack = sizeof(NumberText::text);
+
+    static std::size_t PieceSize(std::string_view piece) { return piece.size(); }
+    static std::size_t PieceSize(const NumberText& piece) { return piece.size; }
+    // A quoted text of the program: its length is known when it is compiled.
+    template <std::size_t N>
+    static constexpr std::size_t PieceSize(const char (&)[N])
+    {
+        return N - 1;
+    }
+    static char* Put(char* to, std::string_view piece)
+    {
+        CopyPiece(to, piece.data(), piece.size());
+        return to + piece.size();
+    }
+    static char* Put(char* to, const NumberText& piece)
+    {
+        std::memcpy(to, piece.text, sizeof piece.text);
+        return to + piece.size;
+    }
+    template <std::size_t N>
+    static char* Put(char* to, const char (&piece)[N])
+    {
+        std::memcpy(to, piece, N - 1);
+        return to + (N - 1);
+    }
+
     // Most pieces are a few characters: fixed-size copies of overlapping halves beat a call.
     static void CopyPiece(char* to, const char* from, std::size_t n)
     {
-        if (n > 16) {
+        if (n > 32) {
             std::memcpy(to, from, n);
+        } else if (n > 16) {
+            std::memcpy(to, from, 16);
+            std::memcpy(to + n - 16, from + n - 16, 16);
         } else if (n >= 8) {
             std::memcpy(to, from, 8);
             std::memcpy(to + n - 8, from + n - 8, 8);
@@ -104,7 +151,7 @@ private:
         }
     }
     // The block at least doubles; realloc can move a large one without copying it.
-    void grow(std::size_t more)
+    [[gnu::noinline]] void grow(std::size_t more)
     {
         const std::size_t wanted = std::max({capacity_ * 2, size_ + more, std::size_t{65536}});
         char* moved = static_cast<char*>(std::realloc(data_, wanted));
@@ -135,8 +182,7 @@ struct ExportContext {
     template <class... Parts>
     void addJoined(const Parts&... parts)
     {
-        (lines.append(std::string_view(parts)), ...);
-        lines.endLine();
+        lines.addPieces(parts...);
     }
     // Without a generator the middle of the range: nothing is shaken.
     double nextRandom() { return random ? random->Next() : 0.5; }

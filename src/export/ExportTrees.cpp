@@ -1,4 +1,7 @@
 #include <cmath>
+#include <cstring>
+#include <iterator>
+#include <vector>
 
 #include "export/ExportItems.h"
 #include "export/ItemGeometry.h"
@@ -10,16 +13,25 @@ namespace fw {
 namespace {
 
 constexpr int kCapWidth = 12;
-const std::string kVector = "    0   32767   0 ;";
+constexpr char kVector[] = "    0   32767   0 ;";
 
 // The strip of the tree texture that the wall shows, and the rows and size that follow from it.
 struct Band {
     std::int64_t lo = 0;
     std::int64_t hi = 0;
     int stripSize = 0; // 0: no strip, the band count is neither 4 nor 8
-    std::string lo3, hi3;
-    std::string capLo, capHi;
+    NumberText lo3, hi3;
+    NumberText capLo, capHi;
 };
+
+// Blanks as wide as a number form of that width.
+NumberText BlankText(std::uint8_t width)
+{
+    NumberText out;
+    std::memset(out.text, ' ', width);
+    out.size = width;
+    return out;
+}
 
 Band BandOf(int numBands, std::int64_t selected)
 {
@@ -35,14 +47,14 @@ Band BandOf(int numBands, std::int64_t selected)
         b.hi = base + 42;
         b.stripSize = 30;
     } else {
-        b.lo3 = b.hi3 = FixN("", 3);
-        b.capLo = b.capHi = FixN("", 6);
+        b.lo3 = b.hi3 = BlankText(3);
+        b.capLo = b.capHi = BlankText(6);
         return b;
     }
-    b.lo3 = Fix3(b.lo);
-    b.hi3 = Fix3(b.hi);
-    b.capLo = Fix6(256 - b.lo);
-    b.capHi = Fix6(256 - b.hi);
+    b.lo3 = Fix3Text(b.lo);
+    b.hi3 = Fix3Text(b.hi);
+    b.capLo = Fix6Text(256 - b.lo);
+    b.capHi = Fix6Text(256 - b.hi);
     return b;
 }
 
@@ -77,10 +89,11 @@ struct WallStep {
     }
 };
 
-std::string Fix4(std::int64_t v) { return FixN(Int(v), 4); }
+NumberText Fix4(std::int64_t v) { return FixedText(v, 4); }
 
+// One row of a face: the point's number, then the texel across and down.
 struct Entry {
-    std::string_view a, b, c;
+    NumberText a, b, c;
 };
 
 // One face in both windings, so it shows from either side: the same rows under both heads.
@@ -93,7 +106,7 @@ void TwoSided(ExportContext& ctx, const std::string& J, const Entry (&e)[4])
     ctx.addJoined(J, ")");
     const std::size_t end = ctx.lines.size();
     ctx.addJoined(J, "ShadedTexPoly( ai");
-    ctx.lines.repeat(rows, end);
+    ctx.lines.repeat(rows, end, std::size(e) + 1);
 }
 
 // The head of the one area of a tree line or forest, down to its reference point.
@@ -145,7 +158,7 @@ void WriteWall(ExportContext& ctx, const ShapeRecord& shape, const PointList& po
     V.push_back(PointAlong(V[m], V[m - 1], capLen));
     m += 1;
 
-    const std::string H4 = Fix4(H);
+    const NumberText H4 = Fix4(H);
     ctx.add(J + "VecPoints( 0");
     for (std::size_t i = 0; i <= m; ++i) {
         const auto number = static_cast<std::int64_t>(2 * i);
@@ -156,10 +169,10 @@ void WriteWall(ExportContext& ctx, const ShapeRecord& shape, const PointList& po
     ctx.add(J + ")");
     ctx.add(J);
 
-    const std::string cap0 = Fix6(0);
-    const std::string cap12 = Fix6(kCapWidth);
-    TwoSided(ctx, J, {{"0", band.capLo, cap0}, {"2", band.capLo, cap12}, {"3", band.capHi, cap12},
-                      {"1", band.capHi, cap0}});
+    const NumberText cap0 = Fix6Text(0);
+    const NumberText cap12 = Fix6Text(kCapWidth);
+    TwoSided(ctx, J, {{IntText(0), band.capLo, cap0}, {IntText(2), band.capLo, cap12},
+                      {IntText(3), band.capHi, cap12}, {IntText(1), band.capHi, cap0}});
 
     WallStep u;
     for (std::size_t i = 1; i + 2 <= m; ++i) {
@@ -184,17 +197,20 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
     const std::int32_t H = ExportRound(shape.mBandHeight / 1.0, "the height of a forest");
     const std::int32_t H70 = ExportRound(H - H * 0.3, "the height of a forest");
     const std::int32_t H85 = ExportRound(H - H * 0.15, "the height of a forest");
-    const std::string H4 = Fix4(H);
-    const std::string H70_4 = Fix4(H70);
-    const std::string H85_4 = Fix4(H85);
+    const NumberText H4 = Fix4(H);
+    const NumberText H70_4 = Fix4(H70);
+    const NumberText H85_4 = Fix4(H85);
     const std::int32_t capLen = CapLen(band.stripSize, H);
     const std::size_t n = P.size() - 1;
     auto neg = [](std::int32_t v) { return -static_cast<std::int64_t>(v); };
 
+    // Each point's columns are written by the points, the wall and the canopies: made once.
+    std::vector<NumberText> X(n + 1), Y(n + 1);
     ctx.add(J + "Points( 0");
     for (std::size_t i = 0; i <= n; ++i) {
         const auto number = static_cast<std::int64_t>(3 * i);
-        const NumberText x = Fix6Text(P[i].X), y = Fix6Text(neg(P[i].Y));
+        const NumberText& x = X[i] = Fix6Text(P[i].X);
+        const NumberText& y = Y[i] = Fix6Text(neg(P[i].Y));
         ctx.addJoined(J, x, " ", H70_4, " ", y, " ;", IntText(number));
         ctx.addJoined(J, x, " ", H85_4, " ", y, " ;", IntText(number + 1));
         ctx.addJoined(J, x, " ", H4, " ", y, " ;", IntText(number + 2));
@@ -202,15 +218,20 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
     ctx.add(J + ")");
     ctx.add(J);
 
-    // The canopy texture lies at four local units a texel over the whole forest.
+    // The canopy texture lies at four local units a texel over the whole forest; the first
+    // canopy works out each point's texel, the other two write it again.
+    std::vector<NumberText> U(n + 1), V(n + 1);
     for (int c = 0; c < 3; ++c) {
         WriteLoadBitmap(ctx, "WF5", 0, 0, tex.top[c], J);
         ctx.add(J);
         ctx.add(J + "TexPoly( au");
-        for (std::size_t i = 0; i <= n; ++i)
-            ctx.addJoined(J, IntText(static_cast<std::int64_t>(3 * i) + c), " ",
-                          Fix6Text(ExportRound(P[i].X / 4.0, "a canopy texture point")), " ",
-                          Fix6Text(ExportRound(P[i].Y / 4.0, "a canopy texture point")));
+        for (std::size_t i = 0; i <= n; ++i) {
+            if (c == 0) {
+                U[i] = Fix6Text(ExportRound(P[i].X / 4.0, "a canopy texture point"));
+                V[i] = Fix6Text(ExportRound(P[i].Y / 4.0, "a canopy texture point"));
+            }
+            ctx.addJoined(J, IntText(static_cast<std::int64_t>(3 * i) + c), " ", U[i], " ", V[i]);
+        }
         ctx.add(J + ")");
         ctx.add(J);
     }
@@ -224,7 +245,7 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
         const std::int32_t fx = ExportRound((a - 0.5) * 3.0 + P[i].X, "a forest wall point");
         const std::int32_t fy = ExportRound(((b - 0.5) * 3.0 + P[i].Y) * -1.0, "a forest wall point");
         ctx.addJoined(J, Fix6Text(fx), " 0    ", Fix6Text(fy), kVector, IntText(number));
-        ctx.addJoined(J, Fix6Text(P[i].X), " ", H4, " ", Fix6Text(neg(P[i].Y)), kVector, IntText(number + 1));
+        ctx.addJoined(J, X[i], " ", H4, " ", Y[i], kVector, IntText(number + 1));
         number += 2;
     }
     for (std::size_t i = 0; i <= n; ++i) {
@@ -243,8 +264,8 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
     WriteLoadBitmap(ctx, "WF5", 0, 0, tex.side, J);
     ctx.add(J);
 
-    const std::string cap0 = Fix6(0);
-    const std::string cap12 = Fix6(kCapWidth);
+    const NumberText cap0 = Fix6Text(0);
+    const NumberText cap12 = Fix6Text(kCapWidth);
     WallStep u;
     for (std::size_t i = 0; i <= n; ++i) {
         const std::size_t next = i == n ? 0 : i + 1;

@@ -31,11 +31,6 @@ std::string Hex(std::int64_t v)
     return out;
 }
 
-std::int32_t ExportRound(double v, const char* what)
-{
-    return RoundToInt32OrFault(v, what);
-}
-
 namespace {
 double ArcSineDegrees(double x)
 {

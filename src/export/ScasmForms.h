@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -12,31 +13,71 @@
 
 namespace fw {
 
-// A number form held in place, for lines joined from pieces: no string of its own is made.
+// A number form held in place, for lines joined from pieces: no string of its own is made. The
+// forms below are written into every row of the big shapes, so they are always inlined.
 struct NumberText {
     char text[24];
     std::uint8_t size = 0;
     operator std::string_view() const { return {text, size}; }
 };
 
+namespace detail {
+// "00" to "99".
+inline constexpr char kDigitPairs[] = "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+                                      "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+                                      "8081828384858687888990919293949596979899";
+
+// The digits of u at to, with the short values of a plan written inline; gives the end.
+[[gnu::always_inline]] inline char* PutDigits(char* to, char* last, std::uint64_t u)
+{
+    if (u < 10) {
+        *to = static_cast<char>('0' + u);
+        return to + 1;
+    }
+    if (u < 100) {
+        std::memcpy(to, kDigitPairs + 2 * u, 2);
+        return to + 2;
+    }
+    if (u < 10000) {
+        const std::uint64_t hi = u / 100;
+        const std::uint64_t lo = u % 100;
+        if (hi < 10) {
+            *to = static_cast<char>('0' + hi);
+            std::memcpy(to + 1, kDigitPairs + 2 * lo, 2);
+            return to + 3;
+        }
+        std::memcpy(to, kDigitPairs + 2 * hi, 2);
+        std::memcpy(to + 2, kDigitPairs + 2 * lo, 2);
+        return to + 4;
+    }
+    return std::to_chars(to, last, u).ptr;
+}
+} // namespace detail
+
 // Decimal integer, "-" for a negative, no padding.
-inline NumberText IntText(std::int64_t v)
+[[gnu::always_inline]] inline NumberText IntText(std::int64_t v)
 {
     NumberText out;
-    out.size = static_cast<std::uint8_t>(std::to_chars(out.text, out.text + sizeof out.text, v).ptr - out.text);
+    char* to = out.text;
+    std::uint64_t u = static_cast<std::uint64_t>(v);
+    if (v < 0) {
+        *to++ = '-';
+        u = 0 - u;
+    }
+    out.size = static_cast<std::uint8_t>(detail::PutDigits(to, out.text + sizeof out.text, u) - out.text);
     return out;
 }
 // The integer padded with blanks on the right to width, or cut to it.
-inline NumberText FixedText(std::int64_t v, std::uint8_t width)
+[[gnu::always_inline]] inline NumberText FixedText(std::int64_t v, std::uint8_t width)
 {
     NumberText out = IntText(v);
-    out.size = std::min(out.size, width);
-    std::fill(out.text + out.size, out.text + width, ' ');
+    if (out.size < width)
+        std::memset(out.text + out.size, ' ', width - out.size);
     out.size = width;
     return out;
 }
-inline NumberText Fix6Text(std::int64_t v) { return FixedText(v, 6); }
-inline NumberText Fix3Text(std::int64_t v) { return FixedText(v, 3); }
+[[gnu::always_inline]] inline NumberText Fix6Text(std::int64_t v) { return FixedText(v, 6); }
+[[gnu::always_inline]] inline NumberText Fix3Text(std::int64_t v) { return FixedText(v, 3); }
 
 std::string Int(std::int64_t v);
 // Any text forced to a width: padded with blanks on the right, cut when longer.
@@ -49,7 +90,19 @@ std::string Fix20(const std::string& text);
 std::string Hex(std::int64_t v);
 
 // Rounded (half to even) to 32 bits; past that the export stops with what overflowed.
-std::int32_t ExportRound(double v, const char* what);
+inline std::int32_t ExportRound(double v, const char* what)
+{
+    // Below 2^51 adding and taking away 1.5 * 2^52 rounds half to even in the default rounding
+    // mode without a library call; anything else, NaN and the infinities included, and every
+    // value out of range goes the long way, which also throws.
+    constexpr double kShift = 6755399441055744.0;
+    if (v > -2251799813685248.0 && v < 2251799813685248.0) {
+        const double r = (v + kShift) - kShift;
+        if (r >= -2147483648.0 && r <= 2147483647.0)
+            return static_cast<std::int32_t>(r);
+    }
+    return RoundToInt32OrFault(v, what);
+}
 
 // Degrees per metre, computed once per export from the reference latitude.
 struct ExportScale {

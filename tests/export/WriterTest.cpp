@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <string_view>
 
 #include "export/Optimize.h"
 #include "export/ScasmWriter.h"
@@ -25,6 +27,24 @@ TEST(NumberForms, IntFixAndHex)
     EXPECT_EQ(Hex(0), "0");
     EXPECT_EQ(Hex(16), "10");
     EXPECT_EQ(Hex(-1), "FFFFFFFF");
+}
+
+// Short integers are written from digit pairs, longer ones the general way: every length.
+TEST(NumberForms, IntegersOfEveryLength)
+{
+    std::int64_t power = 1;
+    for (int digits = 1; digits <= 18; ++digits, power *= 10) {
+        const std::string nines(static_cast<std::size_t>(digits), '9');
+        EXPECT_EQ(Int(power), "1" + std::string(static_cast<std::size_t>(digits - 1), '0'));
+        EXPECT_EQ(Int(power * 10 - 1), nines);
+        EXPECT_EQ(Int(-(power * 10 - 1)), "-" + nines);
+    }
+    EXPECT_EQ(Int(305), "305");
+    EXPECT_EQ(Int(4070), "4070");
+    EXPECT_EQ(Int(INT64_MIN), "-9223372036854775808");
+    EXPECT_EQ(Int(INT64_MAX), "9223372036854775807");
+    EXPECT_EQ(Fix6(-9999), "-9999 ");
+    EXPECT_EQ(Fix3(10000), "100");
 }
 
 GeoFrame Frame(double lat, double lon, ScriptedUi* ui = nullptr)
@@ -90,6 +110,31 @@ struct WriterFixture : ::testing::Test {
         return l;
     }
 };
+
+// Joined lines copy number forms whole and quoted texts by their compiled length: each piece kind
+// must give the plain forms, for every length of number, cut or padded, across the buffer's growth.
+TEST_F(WriterFixture, JoinedLinesGiveThePlainForms)
+{
+    const std::int64_t values[] = {0,         7,         -7,         42,          -99,       100,
+                                   9999,      10000,     -123456,    1000000,     2147483647, -2147483648LL,
+                                   INT64_MAX, INT64_MIN, 1234567890123LL};
+    const std::string indent = "    ";
+    std::string expected;
+    int lines = 0;
+    for (int round = 0; round < 400; ++round)
+        for (const std::int64_t v : values) {
+            const NumberText stored = Fix6Text(v);
+            const std::int64_t negated = v == INT64_MIN ? v : -v;
+            const std::string text = Int(v);
+            ctx.addJoined(indent, IntText(v), " ", Fix6Text(v), ";", Fix3Text(v), stored, "|", text,
+                          std::string_view("x"), Fix6Text(negated));
+            expected += indent + Int(v) + " " + Fix6(v) + ";" + Fix3(v) + Fix6(v) + "|" + text + "x" +
+                        Fix6(negated) + "\r\n";
+            ++lines;
+        }
+    ASSERT_EQ(buffer.count(), lines);
+    EXPECT_EQ(buffer.text(), expected);
+}
 
 TEST_F(WriterFixture, TimeOfDaySwitch)
 {
