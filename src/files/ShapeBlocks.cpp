@@ -317,11 +317,19 @@ std::size_t ReadShapeKeys(const Tokens& t, std::size_t start, int type, ShapeRec
 
 bool ParsePoint(std::string_view token, Point& p)
 {
-    if (token.size() < 3)
+    const std::size_t n = token.size();
+    if (n < 3)
         return false;
-    const std::size_t comma = token.find(',');
-    if (comma == std::string_view::npos || comma == 0 || comma == token.size() - 1 ||
-        token.find(',', comma + 1) != std::string_view::npos)
+    // Exactly one comma, with something on either side.
+    std::size_t comma = n;
+    for (std::size_t i = 0; i < n; ++i) {
+        if (token[i] != ',')
+            continue;
+        if (comma != n)
+            return false;
+        comma = i;
+    }
+    if (comma == n || comma == 0 || comma == n - 1)
         return false;
     std::int32_t x = 0, y = 0;
     if (!FileInt32(token.substr(0, comma), x) || !FileInt32(token.substr(comma + 1), y))
