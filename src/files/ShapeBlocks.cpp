@@ -1,6 +1,7 @@
 #include "files/ShapeBlocks.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 
 #include "core/Numbers.h"
@@ -104,12 +105,19 @@ std::string TimeText(std::uint8_t mask)
     return t;
 }
 
+// FormatInt(X) "," FormatInt(Y), made in one buffer: a project has tens of thousands of them.
 std::string PointLine(const Point& p)
 {
-    std::string s = FormatInt(p.X);
-    s += ',';
-    s += FormatInt(p.Y);
-    return s;
+    char buf[32];
+    char* at = buf;
+    for (const std::int32_t v : {p.X, p.Y}) {
+        if (at != buf)
+            *at++ = ',';
+        if (v >= 0)
+            *at++ = ' ';
+        at = std::to_chars(at, buf + sizeof buf, v).ptr;
+    }
+    return std::string(buf, at);
 }
 
 } // namespace
