@@ -17,28 +17,34 @@ void WrongValue(const ValueContext& ctx, const std::string& name)
         ctx.ui->Message("You entered a wrong value for " + name + "!", MessageStyle::Information);
 }
 
-std::string Trim(const std::string& s)
+std::string_view Trim(std::string_view s)
 {
-    std::size_t a = s.find_first_not_of(" \t");
-    if (a == std::string::npos)
+    const std::size_t a = s.find_first_not_of(" \t");
+    if (a == std::string_view::npos)
         return {};
-    std::size_t b = s.find_last_not_of(" \t");
+    const std::size_t b = s.find_last_not_of(" \t");
     return s.substr(a, b - a + 1);
 }
 } // namespace
 
-bool ParseLocalNumber(const std::string& text, char decimalSeparator, double& out)
+bool ParseLocalNumber(std::string_view text, char decimalSeparator, double& out)
 {
-    std::string t = Trim(text);
+    std::string_view t = Trim(text);
     if (t.empty())
         return false;
     // The other mark is no decimal mark on this system.
     const char other = decimalSeparator == ',' ? '.' : ',';
-    if (t.find(other) != std::string::npos)
+    if (t.find(other) != std::string_view::npos)
         return false;
-    for (char& c : t)
-        if (c == decimalSeparator)
-            c = '.';
+    // Only a separator other than the point needs a copy to become one; the file form reads in place.
+    std::string converted;
+    if (decimalSeparator != '.' && t.find(decimalSeparator) != std::string_view::npos) {
+        converted.assign(t);
+        for (char& c : converted)
+            if (c == decimalSeparator)
+                c = '.';
+        t = converted;
+    }
     const char* first = t.data();
     const char* last = t.data() + t.size();
     if (*first == '+')

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace fw {
@@ -25,7 +26,7 @@ bool CheckByte(const ValueContext& ctx, const std::string& text, double lower, d
 bool CheckLong(const ValueContext& ctx, const std::string& text, const std::string& name, std::int32_t& out);
 
 // Parses text in the dialog form (the given separator); false when it is no number.
-bool ParseLocalNumber(const std::string& text, char decimalSeparator, double& out);
+bool ParseLocalNumber(std::string_view text, char decimalSeparator, double& out);
 
 // Cut to digits decimals. Above 9999 it reports "FixFloat Violation" and gives 0; a scaled value
 // past 32 bits throws OperationFault.

@@ -95,7 +95,7 @@ std::string LocalReal(double v, char decimalSeparator)
     return s;
 }
 
-double ParseFileNumber(const std::string& text)
+double ParseFileNumber(std::string_view text)
 {
     // Longest prefix that reads as a number with a point as decimal mark.
     std::size_t i = 0;
@@ -131,12 +131,12 @@ double ParseFileNumber(const std::string& text)
         if (expDigits)
             end = j;
     }
-    const std::string number = text.substr(start, end - start);
-    const char* first = number.c_str();
+    const std::string_view number = text.substr(start, end - start);
+    const char* first = number.data();
     if (*first == '+')
         ++first;
     double v = 0;
-    auto res = std::from_chars(first, number.c_str() + number.size(), v);
+    auto res = std::from_chars(first, number.data() + number.size(), v);
     if (res.ec != std::errc() || std::isinf(v) || std::isnan(v))
         return 0;
     return v;

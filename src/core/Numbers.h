@@ -5,6 +5,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace fw {
 
@@ -31,6 +32,6 @@ std::string FormatInt(std::int64_t v);
 std::string LocalReal(double v, char decimalSeparator);
 
 // The numeric prefix of text with a point as decimal mark (a leading blank allowed); 0 when none.
-double ParseFileNumber(const std::string& text);
+double ParseFileNumber(std::string_view text);
 
 } // namespace fw

@@ -246,17 +246,25 @@ std::string MacroFolder(const std::string& programFolder)
     return programFolder + "API/";
 }
 
-int ReRootMacroPath(ObjectRecord& o, const ConfigRecord& config, const std::string& programFolder)
+namespace {
+// The index of the object's macro in the configuration's list, or -1.
+int MacroListIndex(const ObjectRecord& o, const ConfigRecord& config)
 {
     const std::string name = Lower(GetNameFromPath(o.Path(), true));
     const int count = std::clamp<int>(config.numMacros, 0, kMaxMacros);
-    for (int i = 0; i < count; ++i) {
-        if (!config.macroFiles[i].empty() && Lower(config.macroFiles[i]) == name) {
-            o.Path() = MacroFolder(programFolder) + config.macroFiles[i];
+    for (int i = 0; i < count; ++i)
+        if (!config.macroFiles[i].empty() && Lower(config.macroFiles[i]) == name)
             return i;
-        }
-    }
     return -1;
+}
+} // namespace
+
+int ReRootMacroPath(ObjectRecord& o, const ConfigRecord& config, const std::string& programFolder)
+{
+    const int i = MacroListIndex(o, config);
+    if (i >= 0)
+        o.Path() = MacroFolder(programFolder) + config.macroFiles[i];
+    return i;
 }
 
 void SetOutlineFromHeader(ObjectRecord& o, const MacroHeader& h, char sep)
@@ -281,6 +289,23 @@ void SetOutlineFromHeader(ObjectRecord& o, const MacroHeader& h, char sep)
     for (int i = 0; i <= last; ++i)
         o.DesignPoints[i] = h.designPoints[i];
     o.DesignLast = static_cast<std::uint8_t>(last);
+}
+
+void MacroOutlines::Apply(ObjectRecord& o)
+{
+    if (const int i = MacroListIndex(o, config_); i >= 0) {
+        if (!folder_)
+            folder_ = MacroFolder(programFolder_);
+        o.Path() = *folder_ + config_.macroFiles[i];
+    }
+    auto [it, added] = headers_.try_emplace(o.Path());
+    if (added && FileExists(o.Path())) {
+        MacroHeader h;
+        if (ReadMacroDescriptions(o.Path(), sep_, h))
+            it->second = std::move(h);
+    }
+    if (it->second)
+        SetOutlineFromHeader(o, *it->second, sep_);
 }
 
 bool RebuildOutline(ObjectRecord& o, char sep)

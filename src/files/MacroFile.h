@@ -3,8 +3,11 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <utility>
 
 #include "core/Config.h"
 #include "core/Records.h"
@@ -55,5 +58,27 @@ int ReRootMacroPath(ObjectRecord& o, const ConfigRecord& config, const std::stri
 void SetOutlineFromHeader(ObjectRecord& o, const MacroHeader& h, char decimalSeparator);
 // When the macro file in Path exists: reads its header and sets the outline. False otherwise.
 bool RebuildOutline(ObjectRecord& o, char decimalSeparator);
+
+// The 3-D objects of one load: ReRootMacroPath and RebuildOutline for each, with every macro file
+// read once however many objects name it. Made for one load and dropped with it, so a macro
+// changed between two opens is read afresh at the next.
+class MacroOutlines {
+public:
+    // config is kept by reference and must outlive this.
+    MacroOutlines(const ConfigRecord& config, std::string programFolder, char decimalSeparator)
+        : config_(config), programFolder_(std::move(programFolder)), sep_(decimalSeparator)
+    {
+    }
+    // Re-roots the path of a built-in macro, then sets the outline when the macro can be read.
+    void Apply(ObjectRecord& o);
+
+private:
+    const ConfigRecord& config_;
+    std::string programFolder_;
+    char sep_;
+    std::optional<std::string> folder_;
+    // By path: the description header, or nothing for a macro that is missing or can't be read.
+    std::unordered_map<std::string, std::optional<MacroHeader>> headers_;
+};
 
 } // namespace fw

@@ -197,12 +197,10 @@ bool LoadProject(Session& s, const std::string& path, const FlowHooks& hooks, co
     // Every part is made ready before the session changes. A part that can't be loaded is dropped
     // (a macro keeps its path and the default outline, a picture goes with its path and flag);
     // anything that throws on the way leaves the session as it was before.
-    for (ObjectRecord& o : data.objects) {
-        if (o.oType != kApi)
-            continue;
-        ReRootMacroPath(o, s.config, s.programFolder);
-        RebuildOutline(o, s.decimalSeparator);
-    }
+    MacroOutlines outlines(s.config, s.programFolder, s.decimalSeparator);
+    for (ObjectRecord& o : data.objects)
+        if (o.oType == kApi)
+            outlines.Apply(o);
     CBitmapState picture;
     if (!data.showFlags.BackImagePath.empty() && hooks.loadBackImage) {
         const std::string& image = data.showFlags.BackImagePath;

@@ -119,9 +119,7 @@ std::string ProjectTextOf(const Session& s)
 {
     CBufferS buffer;
     BuildProjectText(buffer, ProjectDataOf(s));
-    std::vector<std::string> lines;
-    buffer.GetAll(lines);
-    return JoinLines(lines);
+    return JoinLines(buffer.lines());
 }
 
 std::string RecoveryKey(const Session& s) { return s.hasName != 0 ? s.projectPath : std::string(); }

@@ -1,6 +1,7 @@
 #include "files/ShapeBlocks.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 
 #include "core/Numbers.h"
@@ -104,12 +105,19 @@ std::string TimeText(std::uint8_t mask)
     return t;
 }
 
+// FormatInt(X) "," FormatInt(Y), made in one buffer: a project has tens of thousands of them.
 std::string PointLine(const Point& p)
 {
-    std::string s = FormatInt(p.X);
-    s += ',';
-    s += FormatInt(p.Y);
-    return s;
+    char buf[32];
+    char* at = buf;
+    for (const std::int32_t v : {p.X, p.Y}) {
+        if (at != buf)
+            *at++ = ',';
+        if (v >= 0)
+            *at++ = ' ';
+        at = std::to_chars(at, buf + sizeof buf, v).ptr;
+    }
+    return std::string(buf, at);
 }
 
 } // namespace
@@ -317,11 +325,19 @@ std::size_t ReadShapeKeys(const Tokens& t, std::size_t start, int type, ShapeRec
 
 bool ParsePoint(std::string_view token, Point& p)
 {
-    if (token.size() < 3)
+    const std::size_t n = token.size();
+    if (n < 3)
         return false;
-    const std::size_t comma = token.find(',');
-    if (comma == std::string_view::npos || comma == 0 || comma == token.size() - 1 ||
-        token.find(',', comma + 1) != std::string_view::npos)
+    // Exactly one comma, with something on either side.
+    std::size_t comma = n;
+    for (std::size_t i = 0; i < n; ++i) {
+        if (token[i] != ',')
+            continue;
+        if (comma != n)
+            return false;
+        comma = i;
+    }
+    if (comma == n || comma == 0 || comma == n - 1)
         return false;
     std::int32_t x = 0, y = 0;
     if (!FileInt32(token.substr(0, comma), x) || !FileInt32(token.substr(comma + 1), y))

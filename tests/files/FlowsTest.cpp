@@ -148,6 +148,48 @@ TEST_F(Flows, LoadReRootsBuiltInMacrosAndRebuildsTheirOutline)
     EXPECT_EQ(o[1].DesignLast, 12);
 }
 
+// Objects that share a macro each get their own outline from it, and a macro changed between two
+// opens is read afresh at the second.
+TEST_F(Flows, SharedMacrosGiveEachObjectItsOutlineAndAreReadAgainAtTheNextOpen)
+{
+    std::filesystem::create_directories(dir.path("API"));
+    test::WriteText(dir.path("API/fwt_building1.api"), ";fwtadjustable square\r\nArea( %6 )\r\n");
+    const std::string own = dir.path("own.api");
+    test::WriteText(own, ";designshape -5,5,5,5,5,-5\r\n");
+    ProjectData d;
+    for (const char* size : {"30", "50"}) {
+        ObjectRecord api;
+        ResetObject(api, kApi, "C:\\Old\\");
+        api.Param6() = size;
+        d.objects.push_back(api);
+    }
+    ObjectRecord mine;
+    ResetObject(mine, kApi, "");
+    mine.Path() = own;
+    d.objects.push_back(mine);
+    d.objects.push_back(mine);
+    ASSERT_TRUE(WriteProjectFile(dir.path("m.fwt"), d, nullptr));
+
+    ASSERT_TRUE(LoadProject(s, dir.path("m.fwt")));
+    const auto& o = s.stores.ObjectStore;
+    EXPECT_EQ(o[0].DesignPoints[0], (Point{-30, 30}));
+    EXPECT_EQ(o[1].DesignPoints[0], (Point{-50, 50}));
+    for (int i : {2, 3}) {
+        EXPECT_EQ(o[i].DesignLast, 2);
+        EXPECT_EQ(o[i].DesignPoints[2], (Point{5, -5}));
+    }
+
+    test::WriteText(dir.path("API/fwt_building1.api"), ";designshape 1,1,2,2,3,3\r\n");
+    test::WriteText(own, ";designshape -7,7,7,7,7,-7,-7,-7\r\n");
+    ASSERT_TRUE(LoadProject(s, dir.path("m.fwt")));
+    EXPECT_EQ(o[0].DesignLast, 2);
+    EXPECT_EQ(o[1].DesignPoints[2], (Point{3, 3}));
+    for (int i : {2, 3}) {
+        EXPECT_EQ(o[i].DesignLast, 3);
+        EXPECT_EQ(o[i].DesignPoints[3], (Point{-7, -7}));
+    }
+}
+
 // A picture that can't be loaded, or that loads, is LoadFlowPartsTest's; a missing one isn't tried.
 TEST_F(Flows, AMissingBackgroundPictureIsDroppedUntried)
 {

@@ -68,11 +68,10 @@ bool LoadProject(const std::string& path, Session& s, Ui& ui)
         AppendShape(s.stores, data.shapes[i], i < data.points.size() ? data.points[i] : PointList{});
     s.stores.ObjectStore = data.objects;
     // Built-in macros live in this program's macro folder, wherever the project was made.
+    MacroOutlines outlines(s.config, s.programFolder, s.decimalSeparator);
     for (ObjectRecord& o : s.stores.ObjectStore)
-        if (o.oType == kApi) {
-            ReRootMacroPath(o, s.config, s.programFolder);
-            RebuildOutline(o, s.decimalSeparator);
-        }
+        if (o.oType == kApi)
+            outlines.Apply(o);
     return true;
 }
 
