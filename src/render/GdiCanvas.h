@@ -23,6 +23,33 @@ constexpr std::uint32_t ToRgb(std::int32_t colorRef)
 constexpr int kDotOn = 3;
 constexpr int kDotPeriod = 6;
 
+// The rows of pixels a surface paints into; `opaque` the bits above a 0x00RRGGBB colour.
+struct PixelRows {
+    std::uint32_t* bits;
+    std::size_t stride;
+    int width;
+    int height;
+    std::uint32_t opaque;
+};
+
+// How a line sets its pixels: the ink, the dotted pattern from `start` (its gaps white when
+// `paintGaps`), ANDed into the pixels with `mask`, a 2 by 2 block per pixel when `wide`.
+struct LineInk {
+    std::uint32_t color = 0;
+    bool dotted = false;
+    bool paintGaps = false;
+    bool mask = false;
+    bool wide = false;
+    int start = 0;
+};
+
+// The pixels of a line from (x0, y0) that leaves out (x1, y1), walked step by step with a test of
+// each pixel against the surface: every pen.
+void WalkLine(const PixelRows& rows, int x0, int y0, int x1, int y1, const LineInk& ink);
+// The same pixels for a solid one-pixel pen copied in: the line is cut to the steps that fall on
+// the surface before it is walked, and level and upright lines are filled as runs.
+void SolidLine(const PixelRows& rows, int x0, int y0, int x1, int y1, std::uint32_t color);
+
 class GdiCanvas : public Canvas {
 public:
     Pen SelectPen(const Pen& pen) override { return std::exchange(pen_, pen); }
@@ -74,14 +101,7 @@ protected:
         return right - left >= 1 && bottom - top >= 1;
     }
 
-    // The rows of pixels a surface paints into; `opaque` the bits above a 0x00RRGGBB colour.
-    struct Rows {
-        std::uint32_t* bits;
-        std::size_t stride;
-        int width;
-        int height;
-        std::uint32_t opaque;
-    };
+    using Rows = PixelRows;
     // Where lines and fills go; anything drawn otherwise before must be in the rows by then.
     virtual Rows Surface() = 0;
 
@@ -103,7 +123,8 @@ private:
 
     // The polygon fill's working lists, kept so that a frame does not allocate per polygon.
     struct Edge {
-        double top, bottom, x0, slope;
+        int top, bottom;
+        double x0, slope;
     };
     std::vector<Edge> edges_;
     std::vector<const Edge*> active_;
