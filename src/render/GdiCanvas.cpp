@@ -129,7 +129,7 @@ void GdiCanvas::Line(int x0, int y0, int x1, int y1)
     styleStep_ = static_cast<int>((ink.start + steps) % kDotPeriod);
     if (pen_.style == PenStyle::Null)
         return;
-    const Rows rows = Surface();
+    const Rows rows = LineSurface(x0, y0, x1, y1);
     ink.color = rows.opaque | ToRgb(pen_.color);
     ink.dotted = Dotted();
     ink.mask = rop_ == RasterOp::MaskPen;
@@ -168,7 +168,16 @@ void GdiCanvas::Polygon(const std::vector<PixelPoint>& points)
 {
     if (points.size() < 2)
         return;
-    FillPolygon(Surface(), points);
+    if (brush_.kind != Brush::Kind::Hollow && points.size() >= 3) {
+        PixelBox box{points[0].x, points[0].y, points[0].x, points[0].y};
+        for (const PixelPoint& p : points) {
+            box.left = std::min<std::int64_t>(box.left, p.x);
+            box.right = std::max<std::int64_t>(box.right, p.x);
+            box.top = std::min<std::int64_t>(box.top, p.y);
+            box.bottom = std::max<std::int64_t>(box.bottom, p.y);
+        }
+        FillPolygon(Surface(box), points);
+    }
     Outline(points);
 }
 
@@ -176,18 +185,19 @@ void GdiCanvas::Rectangle(int left, int top, int right, int bottom)
 {
     if (!OrderRectangle(left, top, right, bottom))
         return;
-    const Rows rows = Surface();
     // Wholly off the surface (a wide pen reaches one pixel further): nothing shows, and the
     // dotted pattern ends where the four edges would leave it.
-    if (right < -1 || bottom < -1 || left > rows.width || top > rows.height) {
+    if (right < -1 || bottom < -1 || left > Width() || top > Height()) {
         const std::int64_t w = static_cast<std::int64_t>(right) - 1 - left;
         const std::int64_t h = static_cast<std::int64_t>(bottom) - 1 - top;
         styleStep_ = static_cast<int>((2 * w + 2 * h) % kDotPeriod);
         return;
     }
-    if (brush_.kind != Brush::Kind::Hollow)
+    if (brush_.kind != Brush::Kind::Hollow) {
+        const Rows rows = Surface({left, top, right - 1, bottom - 1});
         for (int y = std::max(top, 0); y < std::min(bottom, rows.height); ++y)
             FillSpan(rows, y, left, right - 1);
+    }
     const int keepX = curX_;
     const int keepY = curY_;
     MoveToEx(left, top);

@@ -32,6 +32,14 @@ struct PixelRows {
     std::uint32_t opaque;
 };
 
+// The pixels from (left, top) to (right, bottom) inclusive; it may reach beyond the surface.
+struct PixelBox {
+    std::int64_t left;
+    std::int64_t top;
+    std::int64_t right;
+    std::int64_t bottom;
+};
+
 // How a line sets its pixels: the ink, the dotted pattern from `start` (its gaps white when
 // `paintGaps`), ANDed into the pixels with `mask`, a 2 by 2 block per pixel when `wide`.
 struct LineInk {
@@ -102,8 +110,16 @@ protected:
     }
 
     using Rows = PixelRows;
-    // Where lines and fills go; anything drawn otherwise before must be in the rows by then.
-    virtual Rows Surface() = 0;
+    // Where lines and fills go, for writes that stay inside `touched`; anything drawn otherwise
+    // before must be in the rows by then.
+    virtual Rows Surface(const PixelBox& touched) = 0;
+    // The same for a line from (x0, y0) to (x1, y1) with the pen selected: it writes within a pixel
+    // right of and below its walk.
+    virtual Rows LineSurface(int x0, int y0, int x1, int y1)
+    {
+        return Surface({std::min(x0, x1), std::min(y0, y1), std::max<std::int64_t>(x0, x1) + 1,
+                        std::max<std::int64_t>(y0, y1) + 1});
+    }
 
     Pen pen_;
     Brush brush_{Brush::Kind::Solid, 0xFFFFFF}; // a fresh surface's brush is white

@@ -27,7 +27,7 @@ std::uint32_t RasterCanvas::Pixel(int x, int y) const
     return pixels_[static_cast<std::size_t>(y) * width_ + x];
 }
 
-GdiCanvas::Rows RasterCanvas::Surface()
+GdiCanvas::Rows RasterCanvas::Surface(const PixelBox&)
 {
     return {pixels_.data(), static_cast<std::size_t>(width_), width_, height_, 0};
 }

@@ -27,7 +27,7 @@ public:
     std::uint32_t Pixel(int x, int y) const;
 
 private:
-    Rows Surface() override;
+    Rows Surface(const PixelBox& touched) override;
 
     int width_;
     int height_;
