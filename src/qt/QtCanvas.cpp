@@ -22,8 +22,7 @@ QtCanvas::QtCanvas(int width, int height)
     const int tile = 1 << kTileShift;
     tilesX_ = (width_ + tile - 1) >> kTileShift;
     tilesY_ = (height_ + tile - 1) >> kTileShift;
-    written_.assign(static_cast<std::size_t>(tilesX_) * tilesY_, 0);
-    ink_.assign(written_.size(), 0);
+    tiles_.assign(static_cast<std::size_t>(tilesX_) * tilesY_, 0);
     id_ = static_cast<std::uint64_t>(image_.cacheKey());
 }
 
@@ -35,6 +34,7 @@ QtCanvas::~QtCanvas()
 
 std::uint32_t QtCanvas::Pixel(int x, int y) const
 {
+    SetWaitingRuns();
     if (x < 0 || y < 0 || x >= width_ || y >= height_)
         return 0;
     return image_.pixel(x, y) & 0xFFFFFF;
@@ -42,11 +42,12 @@ std::uint32_t QtCanvas::Pixel(int x, int y) const
 
 QRegion QtCanvas::TakeChanged()
 {
+    SetWaitingRuns();
     QRegion changed;
     const int tile = 1 << kTileShift;
     for (int ty = 0; ty < tilesY_; ++ty)
         for (int tx = 0; tx < tilesX_;) {
-            auto isChanged = [&](int t) { return written_[static_cast<std::size_t>(ty) * tilesX_ + t] > takenEpoch_; };
+            auto isChanged = [&](int t) { return (tiles_[static_cast<std::size_t>(ty) * tilesX_ + t] >> 1) > takenEpoch_; };
             if (!isChanged(tx)) {
                 ++tx;
                 continue;
@@ -147,6 +148,7 @@ void QtCanvas::BlitPixels(int x, int y, int width, int height, const std::vector
 {
     if (width <= 0 || height <= 0 || pixels.size() < static_cast<std::size_t>(width) * height)
         return;
+    SetWaitingRuns();
     Touch({x, y, static_cast<std::int64_t>(x) + width - 1, static_cast<std::int64_t>(y) + height - 1});
     SetMode(QPainter::CompositionMode_Source);
     painter_->drawImage(QPoint(x, y), Wrap(width, height, pixels));
@@ -158,6 +160,7 @@ void QtCanvas::FillWhite(int x, int y, int width, int height)
     int tx0 = 0, ty0 = 0, tx1 = 0, ty1 = 0;
     if (width <= 0 || height <= 0 || !TilesOf(box, tx0, ty0, tx1, ty1))
         return;
+    SetWaitingRuns();
     const int left = std::max(x, 0);
     const int top = std::max(y, 0);
     const auto right = static_cast<int>(std::min<std::int64_t>(box.right, width_ - 1));
@@ -171,10 +174,9 @@ void QtCanvas::FillWhite(int x, int y, int width, int height)
                 const std::size_t i = static_cast<std::size_t>(ty) * tilesX_ + t;
                 const bool whole = left <= (t << kTileShift) && right >= std::min(((t + 1) << kTileShift) - 1, width_ - 1) &&
                                    top <= (ty << kTileShift) && bottom >= std::min(((ty + 1) << kTileShift) - 1, height_ - 1);
-                if (!whole || ink_[i] != 0) {
-                    written_[i] = epoch_;
-                    if (whole)
-                        ink_[i] = 0;
+                if (!whole || (tiles_[i] & 1) != 0) {
+                    // White over the whole tile leaves no ink; over part of it, what there was.
+                    tiles_[i] = (epoch_ << 1) | (whole ? 0 : (tiles_[i] & 1));
                     return true;
                 }
                 return false;
@@ -198,6 +200,8 @@ void QtCanvas::CopyFrom(const Canvas& source)
     const auto* src = dynamic_cast<const QtCanvas*>(&source);
     if (src == nullptr || src == this)
         return;
+    SetWaitingRuns();
+    src->SetWaitingRuns();
     if (src->image_.size() != image_.size()) {
         Touch({0, 0, Width() - 1, Height() - 1});
         SetMode(QPainter::CompositionMode_Source);
@@ -209,9 +213,9 @@ void QtCanvas::CopyFrom(const Canvas& source)
     // it has written since, and those written here since.
     const bool known = copied_ && sourceId_ == src->id_;
     auto differs = [&](std::size_t i) {
-        if (known && src->written_[i] <= sourceEpoch_ && written_[i] <= copiedEpoch_)
+        if (known && (src->tiles_[i] >> 1) <= sourceEpoch_ && (tiles_[i] >> 1) <= copiedEpoch_)
             return false;
-        written_[i] = epoch_;
+        tiles_[i] = epoch_ << 1;
         return true;
     };
     for (int ty = 0; ty < tilesY_; ++ty) {
@@ -230,7 +234,8 @@ void QtCanvas::CopyFrom(const Canvas& source)
             ++tx;
         }
     }
-    ink_ = src->ink_;
+    for (std::size_t i = 0; i < tiles_.size(); ++i)
+        tiles_[i] = (tiles_[i] & ~std::uint64_t{1}) | (src->tiles_[i] & 1);
     copied_ = true;
     sourceId_ = src->id_;
     sourceEpoch_ = src->epoch_++;
@@ -245,6 +250,7 @@ void QtCanvas::StretchPixels(int x, int y, int width, int height, const std::vec
         return;
     if (!QRect(x, y, width, height).intersects(image_.rect()))
         return;
+    SetWaitingRuns();
     Touch({x, y, static_cast<std::int64_t>(x) + width - 1, static_cast<std::int64_t>(y) + height - 1});
     SetMode(QPainter::CompositionMode_Source);
     painter_->drawImage(QRect(x, y, width, height), Wrap(srcWidth, srcHeight, pixels));

@@ -39,11 +39,16 @@ public:
                        int srcWidth, int srcHeight) override;
 
     // The picture so far (RGB32); valid while the canvas lives.
-    const QImage& Image() const { return image_; }
+    const QImage& Image() const
+    {
+        SetWaitingRuns();
+        return image_;
+    }
     // The pixels for a whole frame written from outside (the OpenGL view's read-back): the first
     // row's first pixel, and the values from one row to the next in stride.
     std::uint32_t* FrameBits(int& stride)
     {
+        SetWaitingRuns();
         Touch({0, 0, Width() - 1, Height() - 1});
         stride = static_cast<int>(stride_);
         return reinterpret_cast<std::uint32_t*>(bits_);
@@ -82,11 +87,16 @@ private:
     // Tiles tx0 to tx1 of rows ty0 to ty1 written in this epoch, and maybe inked.
     void Mark(int tx0, int ty0, int tx1, int ty1)
     {
-        for (int ty = ty0; ty <= ty1; ++ty)
-            for (std::size_t i = static_cast<std::size_t>(ty) * tilesX_ + tx0, end = i + (tx1 - tx0); i <= end; ++i) {
-                written_[i] = epoch_;
-                ink_[i] = 1;
-            }
+        std::uint64_t* tiles = tiles_.data();
+        const std::uint64_t stamp = (epoch_ << 1) | 1;
+        // Most strokes lie in one or two tiles.
+        for (int ty = ty0; ty <= ty1; ++ty) {
+            std::uint64_t* row = tiles + static_cast<std::size_t>(ty) * tilesX_;
+            row[tx0] = stamp;
+            row[tx1] = stamp;
+            for (int tx = tx0 + 1; tx < tx1; ++tx)
+                row[tx] = stamp;
+        }
     }
     // Rows y0 to y1 from x0 to x1 inclusive.
     void FillRows(int x0, int y0, int x1, int y1, std::uint32_t value);
@@ -106,8 +116,9 @@ private:
     // Moves on each time the canvas is copied from or into, so that the writes after a copy are
     // told from those before.
     mutable std::uint64_t epoch_ = 1;
-    std::vector<std::uint64_t> written_; // per tile: the epoch of its last write
-    std::vector<std::uint8_t> ink_;      // per tile: 1 when it may hold anything but white
+    // Per tile: the epoch of its last write above a low bit that is 1 when it may hold anything
+    // but white.
+    std::vector<std::uint64_t> tiles_;
     // The canvas copied last time, its epoch then, and this one's epoch then.
     bool copied_ = false;
     std::uint64_t sourceId_ = 0;

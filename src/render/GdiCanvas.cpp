@@ -135,10 +135,44 @@ void GdiCanvas::Line(int x0, int y0, int x1, int y1)
     ink.mask = rop_ == RasterOp::MaskPen;
     ink.paintGaps = ink.dotted && bkMode_ == BkMode::Opaque;
     ink.wide = pen_.width >= 2;
-    if (!ink.dotted && !ink.mask && !ink.wide)
+    const bool solid = !ink.dotted && !ink.mask && !ink.wide;
+    if (solid && x0 == x1 && y0 != y1) {
+        if (x0 < 0 || x0 >= rows.width)
+            return;
+        const int from = std::max(y0 < y1 ? y0 : y1 + 1, 0);
+        const int to = std::min(y0 < y1 ? y1 - 1 : y0, rows.height - 1);
+        if (from > to)
+            return;
+        if (ink.color != runColor_)
+            SetWaitingRuns();
+        runColor_ = ink.color;
+        runRows_ = rows;
+        runs_.push_back({x0, from, to});
+        return;
+    }
+    SetWaitingRuns();
+    if (solid)
         SolidLine(rows, x0, y0, x1, y1, ink.color);
     else
         WalkLine(rows, x0, y0, x1, y1, ink);
+}
+
+void GdiCanvas::SetRuns() const
+{
+    std::sort(runs_.begin(), runs_.end(), [](const Run& a, const Run& b) { return a.x < b.x; });
+    int top = runs_.front().from;
+    int bottom = runs_.front().to;
+    for (const Run& r : runs_) {
+        top = std::min(top, r.from);
+        bottom = std::max(bottom, r.to);
+    }
+    for (int y = top; y <= bottom; ++y) {
+        std::uint32_t* row = runRows_.bits + static_cast<std::size_t>(y) * runRows_.stride;
+        for (const Run& r : runs_)
+            if (r.from <= y && y <= r.to)
+                row[r.x] = runColor_;
+    }
+    runs_.clear();
 }
 
 void GdiCanvas::FillSpan(const Rows& rows, int y, int x0, int x1) const
@@ -168,6 +202,7 @@ void GdiCanvas::Polygon(const std::vector<PixelPoint>& points)
 {
     if (points.size() < 2)
         return;
+    SetWaitingRuns();
     if (brush_.kind != Brush::Kind::Hollow && points.size() >= 3) {
         PixelBox box{points[0].x, points[0].y, points[0].x, points[0].y};
         for (const PixelPoint& p : points) {
@@ -194,6 +229,7 @@ void GdiCanvas::Rectangle(int left, int top, int right, int bottom)
         return;
     }
     if (brush_.kind != Brush::Kind::Hollow) {
+        SetWaitingRuns();
         const Rows rows = Surface({left, top, right - 1, bottom - 1});
         for (int y = std::max(top, 0); y < std::min(bottom, rows.height); ++y)
             FillSpan(rows, y, left, right - 1);
@@ -242,19 +278,20 @@ void GdiCanvas::FillPolygon(const Rows& rows, const std::vector<PixelPoint>& poi
     for (int y = minY; y <= maxY; ++y) {
         const double yc = y + 0.5;
         while (next < edges_.size() && edges_[next].top <= y)
-            active_.push_back(&edges_[next++]);
-        std::erase_if(active_, [y](const Edge* e) { return e->bottom <= y; });
-        // The crossings in order, each put in its place as it is found.
-        xs_.clear();
-        for (const Edge* e : active_) {
-            const double x = e->x0 + (yc - e->top) * e->slope;
-            xs_.push_back(x);
-            for (std::size_t k = xs_.size() - 1; k > 0 && xs_[k - 1] > x; --k)
-                std::swap(xs_[k - 1], xs_[k]);
+            active_.push_back({0.0, &edges_[next++]});
+        std::erase_if(active_, [y](const Crossing& c) { return c.edge->bottom <= y; });
+        // The crossings in order: kept in the last row's order, they are nearly sorted already.
+        for (std::size_t k = 0; k < active_.size(); ++k) {
+            const Crossing c{active_[k].edge->x0 + (yc - active_[k].edge->top) * active_[k].edge->slope,
+                             active_[k].edge};
+            std::size_t at = k;
+            for (; at > 0 && active_[at - 1].x > c.x; --at)
+                active_[at] = active_[at - 1];
+            active_[at] = c;
         }
-        for (std::size_t k = 0; k + 1 < xs_.size(); k += 2) {
-            const double from = std::max(xs_[k], -1.0);
-            const double to = std::min(xs_[k + 1], static_cast<double>(rows.width) + 1);
+        for (std::size_t k = 0; k + 1 < active_.size(); k += 2) {
+            const double from = std::max(active_[k].x, -1.0);
+            const double to = std::min(active_[k + 1].x, static_cast<double>(rows.width) + 1);
             // Pixels whose centre x + 0.5 lies in [from, to).
             const int x0 = static_cast<int>(std::ceil(from - 0.5));
             const int x1 = static_cast<int>(std::ceil(to - 0.5)) - 1;

@@ -121,6 +121,15 @@ protected:
                         std::max<std::int64_t>(y0, y1) + 1});
     }
 
+    // Upright runs of the solid pen wait so that a row of them, the grid's, is set row by row
+    // rather than column by column. Anything that reads the pixels, or sets them otherwise, sets
+    // the waiting runs first: they all have one ink and nothing came between them.
+    void SetWaitingRuns() const
+    {
+        if (!runs_.empty())
+            SetRuns();
+    }
+
     Pen pen_;
     Brush brush_{Brush::Kind::Solid, 0xFFFFFF}; // a fresh surface's brush is white
     RasterOp rop_ = RasterOp::CopyPen;
@@ -132,6 +141,7 @@ protected:
 private:
     // One line from (x0, y0) that leaves out (x1, y1), with the pen selected.
     void Line(int x0, int y0, int x1, int y1);
+    void SetRuns() const;
     void FillSpan(const Rows& rows, int y, int x0, int x1) const;
     // The inside of a polygon with the brush by the alternate rule: a pixel is inside when its
     // centre is.
@@ -142,9 +152,20 @@ private:
         int top, bottom;
         double x0, slope;
     };
+    // Column x from row `from` to `to`, inclusive and on the surface.
+    struct Run {
+        int x, from, to;
+    };
+    mutable std::vector<Run> runs_;
+    PixelRows runRows_{};
+    std::uint32_t runColor_ = 0;
+
     std::vector<Edge> edges_;
-    std::vector<const Edge*> active_;
-    std::vector<double> xs_;
+    struct Crossing {
+        double x; // where the row's centre line crosses the edge
+        const Edge* edge;
+    };
+    std::vector<Crossing> active_;
 };
 
 // The pixels of a line from (x0, y0) that leaves out (x1, y1): one per step along the longer

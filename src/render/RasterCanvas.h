@@ -23,7 +23,11 @@ public:
                        int srcWidth, int srcHeight) override;
 
     // 0x00RRGGBB, row-major.
-    const std::vector<std::uint32_t>& Pixels() const { return pixels_; }
+    const std::vector<std::uint32_t>& Pixels() const
+    {
+        SetWaitingRuns();
+        return pixels_;
+    }
     std::uint32_t Pixel(int x, int y) const;
 
 private:
