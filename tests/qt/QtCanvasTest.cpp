@@ -180,14 +180,17 @@ TEST(QtCanvas, FrameMatchesTheRasterCanvas)
 
 // ---- fills and copies of only the tiles that may differ
 
-// Pixels where two canvases of the same size differ.
-template <typename A, typename B>
-int Differ(const A& a, const B& b)
+// Pixels where a Qt canvas and a raster canvas of the same size differ.
+int Differ(const QtCanvas& a, const RasterCanvas& b)
 {
+    const QImage& image = a.Image();
+    const std::vector<std::uint32_t>& pixels = b.Pixels();
     int n = 0;
-    for (int y = 0; y < a.Height(); ++y)
+    for (int y = 0; y < a.Height(); ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
         for (int x = 0; x < a.Width(); ++x)
-            n += a.Pixel(x, y) != b.Pixel(x, y);
+            n += (row[x] & 0xFFFFFFu) != pixels[static_cast<std::size_t>(y) * b.Width() + x];
+    }
     return n;
 }
 
