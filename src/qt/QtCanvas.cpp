@@ -47,7 +47,9 @@ QRegion QtCanvas::TakeChanged()
     const int tile = 1 << kTileShift;
     for (int ty = 0; ty < tilesY_; ++ty)
         for (int tx = 0; tx < tilesX_;) {
-            auto isChanged = [&](int t) { return (tiles_[static_cast<std::size_t>(ty) * tilesX_ + t] >> 1) > takenEpoch_; };
+            auto isChanged = [&](int t) {
+                return (tiles_[static_cast<std::size_t>(ty) * tilesX_ + t] >> 1) > takenEpoch_;
+            };
             if (!isChanged(tx)) {
                 ++tx;
                 continue;
@@ -172,8 +174,10 @@ void QtCanvas::FillWhite(int x, int y, int width, int height)
         for (int tx = tx0; tx <= tx1;) {
             auto needs = [&](int t) {
                 const std::size_t i = static_cast<std::size_t>(ty) * tilesX_ + t;
-                const bool whole = left <= (t << kTileShift) && right >= std::min(((t + 1) << kTileShift) - 1, width_ - 1) &&
-                                   top <= (ty << kTileShift) && bottom >= std::min(((ty + 1) << kTileShift) - 1, height_ - 1);
+                const bool whole = left <= (t << kTileShift) &&
+                                   right >= std::min(((t + 1) << kTileShift) - 1, width_ - 1) &&
+                                   top <= (ty << kTileShift) &&
+                                   bottom >= std::min(((ty + 1) << kTileShift) - 1, height_ - 1);
                 if (!whole || (tiles_[i] & 1) != 0) {
                     // White over the whole tile leaves no ink; over part of it, what there was.
                     tiles_[i] = (epoch_ << 1) | (whole ? 0 : (tiles_[i] & 1));
