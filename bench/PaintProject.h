@@ -53,19 +53,20 @@ inline Session& FullProject()
     return s;
 }
 
-// Dragging 40 shapes and 40 objects at 25%, as the editor holds them between button down and up.
-inline void StartDrag(Session& s)
+// Dragging the first `count` shapes and objects (40 by default, or everything) at a zoom, as the
+// editor holds them between button down and up.
+inline void StartDrag(Session& s, double zoom = 0.25, int count = 40)
 {
-    s.view.setZoom(0.25);
+    s.view.setZoom(zoom);
     WorkingCopy& w = s.editor.work;
     w = WorkingCopy{};
-    for (int i = 0; i < 40; ++i) {
+    for (int i = 0; i < count; ++i) {
         w.WorkPoints.push_back(s.stores.PointStore[i]);
         w.WorkShapes.push_back(s.stores.ShapeStore[i]);
         w.WorkObjects.push_back(s.stores.ObjectStore[i]);
     }
-    w.WorkShapeLast = 39;
-    w.WorkObjectLast = 39;
+    w.WorkShapeLast = static_cast<std::int16_t>(count - 1);
+    w.WorkObjectLast = static_cast<std::int16_t>(count - 1);
     w.WorkLimits = {-9000, 9000, -9000, 9000};
     s.editor.EditState = 9;
 }
@@ -76,8 +77,9 @@ inline void EndDrag(Session& s)
     s.editor.EditState = 0;
 }
 
-// The segments of the full frame as x0 y0 x1 y1: the plain lines alone, or with them the outlines
-// of the filled polygons and of the rectangles that touch the surface (their fills left out).
+// The segments of the frame as x0 y0 x1 y1: the plain lines alone, or with them the outlines of
+// the filled polygons and of the rectangles that touch the surface (their fills left out). Those
+// of the full frame on the back buffer, or of the overlay on the window while something moves.
 inline std::vector<int> FrameSegments(const Session& s, bool outlines)
 {
     RecordingCanvas rec(kWidth, kHeight);
@@ -90,7 +92,7 @@ inline std::vector<int> FrameSegments(const Session& s, bool outlines)
         if (x0 != x1 || y0 != y1)
             segments.insert(segments.end(), {x0, y0, x1, y1});
     };
-    for (const auto& c : rec.calls) {
+    for (const auto& c : (TakesOverlayPath(s) ? recWindow : rec).calls) {
         if (c.op == "move") {
             cx = c.args[0];
             cy = c.args[1];

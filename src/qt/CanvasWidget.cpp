@@ -90,7 +90,15 @@ bool CanvasWidget::Compose()
 
 void CanvasWidget::PaintNow()
 {
-    if (Compose())
+    // What follows the mouse changes only the tiles it touches now and touched last time: only
+    // those are shown anew.
+    const bool overlay = fw::TakesOverlayPath(session_) && glView_ == nullptr;
+    if (!Compose())
+        return;
+    const QRegion changed = window_->TakeChanged();
+    if (overlay)
+        update(changed.translated(kBorder, kBorder));
+    else
         update();
 }
 

@@ -8,14 +8,7 @@
 
 namespace fw {
 
-namespace {
-// Pixels are held to 30 bits so that a handle's corners a few pixels off never overflow.
-constexpr std::int32_t kPixelLimit = 1 << 30;
-int PixelOf(double v) { return std::clamp(Round32(v), -kPixelLimit, kPixelLimit); }
-} // namespace
-
-int PixelMap::X(double x) const { return PixelOf(x * zoom + sx); }
-int PixelMap::Y(double y) const { return PixelOf(y * zoom + sy); }
+int PixelMap::Clamped(double v) { return std::clamp(Round32(v), -kPixelLimit, kPixelLimit); }
 
 ClipWindow SetClipWindow(const COffset& view)
 {

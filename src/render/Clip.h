@@ -26,8 +26,22 @@ struct PixelMap {
     double zoom = 1;
     static PixelMap Of(const COffset& view) { return {view.sDiffX(), view.sDiffY(), view.zoom()}; }
     // round(x * zoom + sx), held inside 30 bits.
-    int X(double x) const;
-    int Y(double y) const;
+    int X(double x) const { return Of(x * zoom + sx); }
+    int Y(double y) const { return Of(y * zoom + sy); }
+
+private:
+    // Pixels are held to 30 bits so that a handle's corners a few pixels off never overflow.
+    static constexpr int kPixelLimit = 1 << 30;
+    static int Of(double v)
+    {
+        // Inside the limit adding and taking away 1.5 * 2^52 rounds half to even, as Round32
+        // does, without a call per coordinate.
+        constexpr double kShift = 6755399441055744.0;
+        if (v > -kPixelLimit && v < kPixelLimit)
+            return static_cast<int>((v + kShift) - kShift);
+        return Clamped(v);
+    }
+    static int Clamped(double v);
 };
 
 // The canvas inset by 10 pixels on every side, in world units.

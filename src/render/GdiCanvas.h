@@ -23,6 +23,41 @@ constexpr std::uint32_t ToRgb(std::int32_t colorRef)
 constexpr int kDotOn = 3;
 constexpr int kDotPeriod = 6;
 
+// The rows of pixels a surface paints into; `opaque` the bits above a 0x00RRGGBB colour.
+struct PixelRows {
+    std::uint32_t* bits;
+    std::size_t stride;
+    int width;
+    int height;
+    std::uint32_t opaque;
+};
+
+// The pixels from (left, top) to (right, bottom) inclusive; it may reach beyond the surface.
+struct PixelBox {
+    std::int64_t left;
+    std::int64_t top;
+    std::int64_t right;
+    std::int64_t bottom;
+};
+
+// How a line sets its pixels: the ink, the dotted pattern from `start` (its gaps white when
+// `paintGaps`), ANDed into the pixels with `mask`, a 2 by 2 block per pixel when `wide`.
+struct LineInk {
+    std::uint32_t color = 0;
+    bool dotted = false;
+    bool paintGaps = false;
+    bool mask = false;
+    bool wide = false;
+    int start = 0;
+};
+
+// The pixels of a line from (x0, y0) that leaves out (x1, y1), walked step by step with a test of
+// each pixel against the surface: every pen.
+void WalkLine(const PixelRows& rows, int x0, int y0, int x1, int y1, const LineInk& ink);
+// The same pixels for a solid one-pixel pen copied in: the line is cut to the steps that fall on
+// the surface before it is walked, and level and upright lines are filled as runs.
+void SolidLine(const PixelRows& rows, int x0, int y0, int x1, int y1, std::uint32_t color);
+
 class GdiCanvas : public Canvas {
 public:
     Pen SelectPen(const Pen& pen) override { return std::exchange(pen_, pen); }
@@ -74,16 +109,26 @@ protected:
         return right - left >= 1 && bottom - top >= 1;
     }
 
-    // The rows of pixels a surface paints into; `opaque` the bits above a 0x00RRGGBB colour.
-    struct Rows {
-        std::uint32_t* bits;
-        std::size_t stride;
-        int width;
-        int height;
-        std::uint32_t opaque;
-    };
-    // Where lines and fills go; anything drawn otherwise before must be in the rows by then.
-    virtual Rows Surface() = 0;
+    using Rows = PixelRows;
+    // Where lines and fills go, for writes that stay inside `touched`; anything drawn otherwise
+    // before must be in the rows by then.
+    virtual Rows Surface(const PixelBox& touched) = 0;
+    // The same for a line from (x0, y0) to (x1, y1) with the pen selected: it writes within a pixel
+    // right of and below its walk.
+    virtual Rows LineSurface(int x0, int y0, int x1, int y1)
+    {
+        return Surface({std::min(x0, x1), std::min(y0, y1), std::max<std::int64_t>(x0, x1) + 1,
+                        std::max<std::int64_t>(y0, y1) + 1});
+    }
+
+    // Upright runs of the solid pen wait so that a row of them, the grid's, is set row by row
+    // rather than column by column. Anything that reads the pixels, or sets them otherwise, sets
+    // the waiting runs first: they all have one ink and nothing came between them.
+    void SetWaitingRuns() const
+    {
+        if (!runs_.empty())
+            SetRuns();
+    }
 
     Pen pen_;
     Brush brush_{Brush::Kind::Solid, 0xFFFFFF}; // a fresh surface's brush is white
@@ -96,6 +141,7 @@ protected:
 private:
     // One line from (x0, y0) that leaves out (x1, y1), with the pen selected.
     void Line(int x0, int y0, int x1, int y1);
+    void SetRuns() const;
     void FillSpan(const Rows& rows, int y, int x0, int x1) const;
     // The inside of a polygon with the brush by the alternate rule: a pixel is inside when its
     // centre is.
@@ -103,11 +149,23 @@ private:
 
     // The polygon fill's working lists, kept so that a frame does not allocate per polygon.
     struct Edge {
-        double top, bottom, x0, slope;
+        int top, bottom;
+        double x0, slope;
     };
+    // Column x from row `from` to `to`, inclusive and on the surface.
+    struct Run {
+        int x, from, to;
+    };
+    mutable std::vector<Run> runs_;
+    PixelRows runRows_{};
+    std::uint32_t runColor_ = 0;
+
     std::vector<Edge> edges_;
-    std::vector<const Edge*> active_;
-    std::vector<double> xs_;
+    struct Crossing {
+        double x; // where the row's centre line crosses the edge
+        const Edge* edge;
+    };
+    std::vector<Crossing> active_;
 };
 
 // The pixels of a line from (x0, y0) that leaves out (x1, y1): one per step along the longer

@@ -22,12 +22,13 @@ RasterCanvas::RasterCanvas(int width, int height)
 
 std::uint32_t RasterCanvas::Pixel(int x, int y) const
 {
+    SetWaitingRuns();
     if (x < 0 || y < 0 || x >= width_ || y >= height_)
         return 0;
     return pixels_[static_cast<std::size_t>(y) * width_ + x];
 }
 
-GdiCanvas::Rows RasterCanvas::Surface()
+GdiCanvas::Rows RasterCanvas::Surface(const PixelBox&)
 {
     return {pixels_.data(), static_cast<std::size_t>(width_), width_, height_, 0};
 }
@@ -36,6 +37,7 @@ void RasterCanvas::BlitPixels(int x, int y, int width, int height, const std::ve
 {
     if (width <= 0 || height <= 0 || pixels.size() < static_cast<std::size_t>(width) * height)
         return;
+    SetWaitingRuns();
     for (int row = std::max(0, -y); row < height && y + row < height_; ++row)
         for (int col = std::max(0, -x); col < width && x + col < width_; ++col)
             pixels_[static_cast<std::size_t>(y + row) * width_ + x + col] =
@@ -44,6 +46,7 @@ void RasterCanvas::BlitPixels(int x, int y, int width, int height, const std::ve
 
 void RasterCanvas::FillWhite(int x, int y, int width, int height)
 {
+    SetWaitingRuns();
     const int x0 = std::max(x, 0);
     const int y0 = std::max(y, 0);
     const int x1 = std::min<std::int64_t>(static_cast<std::int64_t>(x) + width, width_);
@@ -58,6 +61,8 @@ void RasterCanvas::CopyFrom(const Canvas& source)
     const auto* src = dynamic_cast<const RasterCanvas*>(&source);
     if (src == nullptr || src == this)
         return;
+    SetWaitingRuns();
+    src->SetWaitingRuns();
     if (src->width_ == width_ && src->height_ == height_) {
         pixels_ = src->pixels_;
         return;
@@ -74,6 +79,7 @@ void RasterCanvas::StretchPixels(int x, int y, int width, int height, const std:
     if (width <= 0 || height <= 0 || srcWidth <= 0 || srcHeight <= 0 ||
         pixels.size() < static_cast<std::size_t>(srcWidth) * srcHeight)
         return;
+    SetWaitingRuns();
     const std::int64_t r0 = std::max<std::int64_t>(0, -static_cast<std::int64_t>(y));
     const std::int64_t r1 = std::min<std::int64_t>(height, static_cast<std::int64_t>(height_) - y);
     const std::int64_t c0 = std::max<std::int64_t>(0, -static_cast<std::int64_t>(x));

@@ -23,11 +23,15 @@ public:
                        int srcWidth, int srcHeight) override;
 
     // 0x00RRGGBB, row-major.
-    const std::vector<std::uint32_t>& Pixels() const { return pixels_; }
+    const std::vector<std::uint32_t>& Pixels() const
+    {
+        SetWaitingRuns();
+        return pixels_;
+    }
     std::uint32_t Pixel(int x, int y) const;
 
 private:
-    Rows Surface() override;
+    Rows Surface(const PixelBox& touched) override;
 
     int width_;
     int height_;

@@ -2,6 +2,8 @@
 // so the two paint the same frame pixel for pixel.
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "qt/QtCanvas.h"
 #include "render/Paint.h"
 #include "render/RasterCanvas.h"
@@ -174,6 +176,178 @@ TEST(QtCanvas, FrameMatchesTheRasterCanvas)
         for (int x = 0; x < 300; ++x)
             differ += qtWindow.Pixel(x, y) != rWindow.Pixel(x, y);
     EXPECT_EQ(differ, 0);
+}
+
+// ---- fills and copies of only the tiles that may differ
+
+// Pixels where a Qt canvas and a raster canvas of the same size differ.
+int Differ(const QtCanvas& a, const RasterCanvas& b)
+{
+    const QImage& image = a.Image();
+    const std::vector<std::uint32_t>& pixels = b.Pixels();
+    int n = 0;
+    for (int y = 0; y < a.Height(); ++y) {
+        const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        for (int x = 0; x < a.Width(); ++x)
+            n += (row[x] & 0xFFFFFFu) != pixels[static_cast<std::size_t>(y) * b.Width() + x];
+    }
+    return n;
+}
+
+// One random drawing call on both canvases: lines with every pen, rectangles, polygons, blits
+// and white fills, reaching beyond the surface.
+void RandomCall(std::mt19937& rng, Canvas& q, Canvas& r)
+{
+    std::uniform_int_distribution<int> coord(-30, 130);
+    std::uniform_int_distribution<int> pick(0, 9);
+    const int colors[] = {RGB(0, 0, 0), RGB(255, 0, 0), RGB(0, 200, 0), RGB(0, 0, 255)};
+    auto both = [&](auto&& call) {
+        call(q);
+        call(r);
+    };
+    switch (pick(rng)) {
+    case 0: {
+        const Pen pen{pick(rng) < 3 ? PenStyle::Dot : PenStyle::Solid, pick(rng) < 3 ? 2 : 1, colors[pick(rng) % 4]};
+        const RasterOp rop = pick(rng) < 2 ? RasterOp::MaskPen : RasterOp::CopyPen;
+        both([&](Canvas& c) {
+            c.SelectPen(pen);
+            c.SetROP2(rop);
+        });
+        break;
+    }
+    case 1: {
+        const Brush brush{pick(rng) < 5 ? Brush::Kind::Solid : Brush::Kind::HatchForwardDiagonal, colors[pick(rng) % 4]};
+        both([&](Canvas& c) { c.SelectBrush(brush); });
+        break;
+    }
+    case 2: {
+        const int l = coord(rng), t = coord(rng), w = pick(rng) * 15, h = pick(rng) * 12;
+        both([&](Canvas& c) { c.FillWhite(l, t, w, h); });
+        break;
+    }
+    case 3: {
+        const int l = coord(rng), t = coord(rng), rr = coord(rng), b = coord(rng);
+        both([&](Canvas& c) { c.Rectangle(l, t, rr, b); });
+        break;
+    }
+    case 4: {
+        std::vector<PixelPoint> pts(3 + pick(rng) % 4);
+        for (auto& p : pts)
+            p = {coord(rng), coord(rng)};
+        both([&](Canvas& c) { c.Polygon(pts); });
+        break;
+    }
+    case 5: {
+        const int x = coord(rng), y = coord(rng);
+        const std::vector<std::uint32_t> px(12, 0x123456u + static_cast<std::uint32_t>(pick(rng)));
+        both([&](Canvas& c) { c.BlitPixels(x, y, 4, 3, px); });
+        break;
+    }
+    default: {
+        // Long slants as well as short strokes.
+        const int x0 = coord(rng), y0 = coord(rng);
+        const int x1 = pick(rng) < 5 ? x0 + pick(rng) - 4 : coord(rng) * 4 - 150;
+        const int y1 = pick(rng) < 5 ? y0 + pick(rng) - 4 : coord(rng) * 4 - 150;
+        both([&](Canvas& c) {
+            c.MoveToEx(x0, y0);
+            c.LineTo(x1, y1);
+        });
+        break;
+    }
+    }
+}
+
+TEST(QtCanvasTiles, FillsAndCopiesLeaveWhatWholeOnesWould)
+{
+    // The raster canvas fills and copies whole: the Qt canvases must agree with it after each
+    // step, however the writes, fills and copies between back, window and a third canvas fall.
+    std::mt19937 rng(5);
+    std::uniform_int_distribution<int> step(0, 19);
+    QtCanvas qBack(101, 67), qWindow(101, 67), qOther(101, 67);
+    RasterCanvas rBack(101, 67), rWindow(101, 67), rOther(101, 67);
+    QtCanvas* q[] = {&qBack, &qWindow, &qOther};
+    RasterCanvas* r[] = {&rBack, &rWindow, &rOther};
+    for (int n = 0; n < 6000; ++n) {
+        const int k = step(rng);
+        if (k == 0) {
+            qBack.FillWhite(0, 0, 101, 67);
+            rBack.FillWhite(0, 0, 101, 67);
+        } else if (k <= 5) {
+            // A copy between two of the three, mostly back to window.
+            const int from = k <= 3 ? 0 : step(rng) % 3;
+            const int to = k <= 3 ? 1 : (from + 1 + step(rng) % 2) % 3;
+            q[to]->CopyFrom(*q[from]);
+            r[to]->CopyFrom(*r[from]);
+        } else {
+            const int on = step(rng) < 12 ? 1 : step(rng) % 3;
+            RandomCall(rng, *q[on], *r[on]);
+        }
+        for (int i = 0; i < 3; ++i)
+            ASSERT_EQ(Differ(*q[i], *r[i]), 0) << "step " << n << ", canvas " << i;
+    }
+}
+
+TEST(QtCanvasTiles, TheDragOverlayEqualsAFullRepaintAsTheGhostMoves)
+{
+    Session s = test::MakeSession(300, 200);
+    test::AddShape(s, kPoly, test::Pts({{-100, -60}, {120, -60}, {0, 0}, {120, 60}, {-100, 60}}));
+    test::AddShape(s, kWideLine, test::Pts({{-140, 90}, {150, -95}}));
+    test::AddShape(s, kPoly, test::Pts({{-20, -20}, {20, -20}, {20, 20}, {-20, 20}}));
+    test::AddObject(s, kVor, 40, -30);
+    QtCanvas qBack(300, 200), qWindow(300, 200);
+    RasterCanvas rBack(300, 200), rWindow(300, 200);
+    // Each frame equals the raster canvas's whole fills and copies, and every pixel it changed
+    // lies in the tiles the widget is told to show anew.
+    auto frame = [&](const char* what) {
+        const QImage before = qWindow.Image().copy();
+        PaintFrame(s, qWindow, qBack);
+        PaintFrame(s, rWindow, rBack);
+        ASSERT_EQ(Differ(qWindow, rWindow), 0) << what;
+        ASSERT_EQ(Differ(qBack, rBack), 0) << what;
+        const QRegion changed = qWindow.TakeChanged();
+        for (int y = 0; y < 200; ++y)
+            for (int x = 0; x < 300; ++x)
+                if (before.pixel(x, y) != qWindow.Image().pixel(x, y))
+                    ASSERT_TRUE(changed.contains(QPoint(x, y))) << what << " at " << x << "," << y;
+    };
+    frame("the first frame");
+    WorkingCopy& w = s.editor.work;
+    auto drag = [&](int dx, int dy, std::uint8_t state) {
+        w = WorkingCopy{};
+        for (int i = 0; i < 2; ++i) {
+            PointList moved = s.stores.PointStore[i];
+            for (Point& p : moved)
+                p = {p.X + dx, p.Y + dy};
+            w.WorkPoints.push_back(moved);
+            w.WorkShapes.push_back(s.stores.ShapeStore[i]);
+        }
+        ObjectRecord o = s.stores.ObjectStore[0];
+        o.PosX += dx;
+        o.PosY += dy;
+        w.WorkObjects.push_back(o);
+        w.WorkShapeLast = 1;
+        w.WorkObjectLast = 0;
+        w.WorkLimits = {-140 + dx, 150 + dx, -95 + dy, 90 + dy};
+        s.editor.EditState = state;
+    };
+    // The ghost moves about, partly and wholly off the surface, with and without its box.
+    for (int i = 0; i < 12; ++i) {
+        drag(i * 23 - 130, i * 17 - 90, i % 3 == 0 ? 10 : 9);
+        frame("a drag");
+    }
+    drag(4000, 4000, 10);
+    frame("a drag off the surface");
+    // The project changes and the view moves: the full frame, then the overlay over it.
+    s.editor.work = WorkingCopy{};
+    s.editor.EditState = 0;
+    s.stores.PointStore[2][0] = {-60, -45};
+    s.view.setOffX(25);
+    frame("a full frame after the change");
+    drag(10, 10, 9);
+    frame("the overlay over the new frame");
+    s.editor.work = WorkingCopy{};
+    s.editor.EditState = 0;
+    frame("the frame after the drag");
 }
 
 } // namespace
