@@ -182,24 +182,33 @@ unsigned Digits(__m128i v)
 }
 
 // A row of at most 64 bytes of digits, points, signs and blanks, read at once from the masks of
-// its bytes: false for any other row.
-bool NumberRow(std::string_view code, Row& row)
+// its bytes: false for any other row. The bytes up to readable may be read past the row's end.
+bool NumberRow(std::string_view code, const char* readable, Row& row)
 {
     constexpr std::size_t kMost = 64;
     if (code.size() > kMost)
         return false;
-    alignas(16) char bytes[kMost] = {};
-    std::memcpy(bytes, code.data(), code.size());
+    const std::size_t blocks = (code.size() + 15) / 16;
+    const char* bytes = code.data();
+    char copy[kMost] = {};
+    if (!readable || readable - bytes < static_cast<std::ptrdiff_t>(blocks * 16)) {
+        std::memcpy(copy, bytes, code.size());
+        bytes = copy;
+    }
     std::uint64_t blank = 0, digit = 0, point = 0, sign = 0;
-    for (std::size_t b = 0; b * 16 < code.size(); ++b) {
-        const __m128i v = _mm_load_si128(reinterpret_cast<const __m128i*>(bytes + b * 16));
+    for (std::size_t b = 0; b < blocks; ++b) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + b * 16));
         const unsigned shift = static_cast<unsigned>(b * 16);
         blank |= static_cast<std::uint64_t>(BytesEqual(v, ' ') | BytesEqual(v, '\t')) << shift;
         digit |= static_cast<std::uint64_t>(Digits(v)) << shift;
         point |= static_cast<std::uint64_t>(BytesEqual(v, '.')) << shift;
         sign |= static_cast<std::uint64_t>(BytesEqual(v, '-')) << shift;
     }
+    // The bytes past the row's end are none of its own.
     const std::uint64_t inside = code.size() == kMost ? ~std::uint64_t{0} : (std::uint64_t{1} << code.size()) - 1;
+    digit &= inside;
+    point &= inside;
+    sign &= inside;
     const std::uint64_t word = ~blank & inside;
     if (word & ~(digit | point | sign))
         return false;
@@ -226,11 +235,11 @@ bool NumberRow(std::string_view code, Row& row)
 #endif
 
 // The row of code without quotes, read as PlainTokens cuts it.
-Row PlainRow(std::string_view code)
+Row PlainRow(std::string_view code, [[maybe_unused]] const char* readable)
 {
     Row row;
 #if defined(__SSE2__)
-    if (NumberRow(code, row))
+    if (NumberRow(code, readable, row))
         return row;
 #endif
     const char* const s = code.data();
@@ -290,10 +299,10 @@ std::string_view FirstToken(const CodeLine& line, TokenList& scratch)
     return std::string_view(s + begin, i - begin);
 }
 
-Row RowOf(const CodeLine& line, TokenList& scratch)
+Row RowOf(const CodeLine& line, const char* readable, TokenList& scratch)
 {
     if (!line.quote)
-        return PlainRow(line.code);
+        return PlainRow(line.code, readable);
     scratch.clear();
     QuotedTokens(line.code, scratch);
     Row row;
@@ -407,30 +416,26 @@ constexpr std::array<unsigned char, 256> ByteClasses()
 constexpr std::array<unsigned char, 256> kByteClass = ByteClasses();
 
 #if defined(__SSE2__)
-constexpr std::ptrdiff_t kBlock = 16;
-
 __m128i Equal(__m128i v, char c) { return _mm_cmpeq_epi8(v, _mm_set1_epi8(c)); }
+unsigned Bits(__m128i m) { return static_cast<unsigned>(_mm_movemask_epi8(m)); }
 
-// Bit k set where byte k of the sixteen at p is one the first reading of a line looks at.
+// What the first reading of a line looks at in sixteen bytes, bit k for byte k.
+struct Block {
+    unsigned stop;    // ";", '"' and, in a text, LF
+    unsigned bracket; // "(" and ")"
+    unsigned comma;
+};
+
 template <bool InText>
-unsigned StopBytes(const char* p)
+Block BlockAt(const char* p)
 {
     const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-    __m128i m = _mm_or_si128(_mm_or_si128(Equal(v, ';'), Equal(v, '"')), _mm_or_si128(Equal(v, '('), Equal(v, ')')));
-    m = _mm_or_si128(m, Equal(v, ','));
+    __m128i stop = _mm_or_si128(Equal(v, ';'), Equal(v, '"'));
     if (InText)
-        m = _mm_or_si128(m, Equal(v, '\n'));
-    return static_cast<unsigned>(_mm_movemask_epi8(m));
-}
-#else
-// Without the vector unit every byte is looked at.
-constexpr std::ptrdiff_t kBlock = 1;
-
-template <bool InText>
-unsigned StopBytes(const char* p)
-{
-    const unsigned char k = kByteClass[static_cast<unsigned char>(*p)];
-    return k != kPlain && (InText || k != kLineFeed) ? 1u : 0u;
+        stop = _mm_or_si128(stop, Equal(v, '\n'));
+    // "(" and ")" differ in their lowest bit only.
+    const __m128i bracket = _mm_cmpeq_epi8(_mm_or_si128(v, _mm_set1_epi8(1)), _mm_set1_epi8(')'));
+    return {Bits(stop), Bits(bracket), Bits(Equal(v, ','))};
 }
 #endif
 
@@ -438,7 +443,8 @@ class Checker {
 public:
     std::vector<ScasmProblem> problems;
 
-    Checker() { scopes_.emplace_back(); }
+    // readable: the end of the text being read, when the check reads one.
+    explicit Checker(const char* readable = nullptr) : readable_(readable) { scopes_.emplace_back(); }
 
     // One line of a list.
     void line(std::string_view raw, int number)
@@ -501,6 +507,7 @@ private:
     Kind kind_ = Kind::Unknown;
     std::vector<CodeLine> lines_;
     TokenList tokens_; // the words of one statement or row, kept for the next
+    const char* readable_;
 
     // From p to the line's end.
     static std::string_view Line(const char* p, const char* lf, const char* end)
@@ -556,13 +563,23 @@ private:
             }
             return c != '\n' || InText; // the comment's ";" or the line's end
         };
-        // Sixteen bytes at a time where nothing stands that the reading looks at.
-        for (; end - p >= kBlock; p += kBlock)
-            for (unsigned m = StopBytes<InText>(p); m != 0; m &= m - 1) {
-                const char* q = p + std::countr_zero(m);
-                if (at(q))
-                    return q;
+#if defined(__SSE2__)
+        // Sixteen bytes at a time: the brackets and commas before the first byte that stops it.
+        for (; end - p >= 16; p += 16) {
+            const Block k = BlockAt<InText>(p);
+            const unsigned first = k.stop & (~k.stop + 1);
+            const unsigned before = first - 1; // all sixteen when nothing stops here
+            for (unsigned b = k.bracket & before; b != 0; b &= b - 1)
+                at(p + std::countr_zero(b));
+            if (k.comma & before)
+                comma = true;
+            if (first) {
+                const char* q = p + std::countr_zero(first);
+                at(q); // a quote takes back what the line's reading did
+                return q;
             }
+        }
+#endif
         for (; p < end; ++p)
             if (kByteClass[static_cast<unsigned char>(*p)] != kPlain && at(p))
                 return p;
@@ -706,10 +723,12 @@ private:
             checkComma(l, allowed);
         }
 
-        // The words of the whole statement, for the statements that read them.
+        // The words of the whole statement, for the statements that read them. A label stands
+        // alone on its line, where no known statement's name stands.
         TokenList& tokens = tokens_;
         tokens.clear();
-        if (lines.size() == 1 || kind_ == Kind::Poly || kind_ == Kind::MoveDraw || kind_ == Kind::LabelUser)
+        if ((lines.size() == 1 && kind_ == Kind::Unknown) || kind_ == Kind::Poly || kind_ == Kind::MoveDraw ||
+            kind_ == Kind::LabelUser)
             for (const auto& l : lines)
                 AppendTokens(l, tokens);
 
@@ -793,7 +812,7 @@ private:
                                      std::to_string(scope.points) + " points");
         long rows = 0;
         for (std::size_t k = 1; k < lines.size(); ++k) {
-            const Row row = RowOf(lines[k], t);
+            const Row row = RowOf(lines[k], readable_, t);
             if (!row.words || row.first == ")")
                 continue;
             ++rows;
@@ -826,10 +845,10 @@ std::vector<ScasmProblem> CheckScasm(const std::vector<std::string>& lines)
 
 std::vector<ScasmProblem> CheckScasmText(std::string_view text)
 {
-    Checker c;
-    int number = 0;
     const char* p = text.data();
     const char* const end = p + text.size();
+    Checker c(end);
+    int number = 0;
     while (p < end)
         p = c.text(p, end, ++number);
     c.finish();
