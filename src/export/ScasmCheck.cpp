@@ -785,11 +785,8 @@ private:
                 usePoint(first, scope, tokens[1]);
             return;
         case Kind::TexPoly:
-            for (std::size_t k = 1; k < lines.size(); ++k) {
-                const std::string_view word = FirstToken(lines[k], tokens);
-                if (!word.empty() && IsInteger(word))
-                    usePoint(lines[k].number, scope, word);
-            }
+            for (std::size_t k = 1; k < lines.size(); ++k)
+                rowIndex(lines[k], scope, tokens);
             return;
         default:
             return;
@@ -823,11 +820,48 @@ private:
         scope.points = start + rows;
     }
 
+    // A row of a textured polygon starts with the index of its point, when its first word is an
+    // integer. Without quotes the word is read and its value taken in one pass.
+    void rowIndex(const CodeLine& l, const Scope& scope, TokenList& scratch)
+    {
+        if (l.quote) {
+            const std::string_view word = FirstToken(l, scratch);
+            if (!word.empty() && IsInteger(word))
+                usePoint(l.number, scope, word);
+            return;
+        }
+        const char* const s = l.code.data();
+        const std::size_t n = l.code.size();
+        std::size_t i = 0;
+        while (i < n && IsBlank(s[i]))
+            ++i;
+        const std::size_t begin = i;
+        if (i < n && s[i] == '-')
+            ++i;
+        const std::size_t digits = i;
+        std::uint64_t value = 0; // wraps on long words, whose value is never taken
+        for (; i < n && IsDigit(s[i]); ++i)
+            value = value * 10 + static_cast<std::uint64_t>(s[i] - '0');
+        if (i == digits || (i < n && !IsBlank(s[i])))
+            return; // no digit, or the word goes on with something else
+        const std::string_view word(s + begin, i - begin);
+        const long magnitude = static_cast<long>(value);
+        const long index = word.size() < 9 ? (s[begin] == '-' ? -magnitude : magnitude) : -1;
+        if (index < 0 || index >= scope.points) [[unlikely]]
+            missingPoint(l.number, word);
+    }
+
     void usePoint(int line, const Scope& scope, std::string_view token)
     {
         const long index = token.size() < 9 ? SmallInteger(token) : -1;
-        if (index < 0 || index >= scope.points)
-            add(line, "point " + std::string(token) + " is not in the point table");
+        if (index < 0 || index >= scope.points) [[unlikely]]
+            missingPoint(line, token);
+    }
+
+    // Apart, so that the reading of every index stays small.
+    [[gnu::noinline, gnu::cold]] void missingPoint(int line, std::string_view token)
+    {
+        add(line, "point " + std::string(token) + " is not in the point table");
     }
 };
 
