@@ -3,6 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <cmath>
+#include <memory>
 
 #include "check/DesignCheck.h"
 #include "core/Session.h"
@@ -72,6 +73,23 @@ void BM_CheckDesign(benchmark::State& state)
     state.counters["problems"] = static_cast<double>(problems);
 }
 BENCHMARK(BM_CheckDesign)->Unit(benchmark::kMillisecond);
+
+// What the window's thread pays for a check after a change: the copy of the design the check's own
+// thread reads (the Problems panel's snapshot). The check itself runs beside the frames.
+void BM_PanelSnapshot(benchmark::State& state)
+{
+    const Session& s = LimitSession();
+    for (auto _ : state) {
+        auto copy = std::make_unique<Session>();
+        copy->programFolder = s.programFolder;
+        copy->decimalSeparator = s.decimalSeparator;
+        copy->project = s.project;
+        copy->config = s.config;
+        copy->stores = s.stores;
+        benchmark::DoNotOptimize(copy.get());
+    }
+}
+BENCHMARK(BM_PanelSnapshot)->Unit(benchmark::kMillisecond);
 
 // The reference: the export of the same project, as "Generate SCASM files..." builds it.
 void BM_ExportReference(benchmark::State& state)

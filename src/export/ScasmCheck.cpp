@@ -1,21 +1,34 @@
 #include "export/ScasmCheck.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cctype>
-#include <map>
-#include <set>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
+#include <unordered_set>
+#include <utility>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace fw {
 
 namespace {
 
-// One line without its comment, and whether a comma stands between two digits outside quotes.
-// Both parts are views into the line, which outlives the check.
+// The check follows every edit over the whole export, half a million lines at the format's limits:
+// each line is read once for its comment, brackets and commas, and the words of a statement only
+// where a rule reads them. Nothing is copied; every view points into the caller's text.
+
+// One line without its comment. Both parts are views into the line, which outlives the check.
 struct CodeLine {
     int number = 0;
     std::string_view code;
     std::string_view comment;
+    bool quote = false; // the code holds a '"': its words and commas need the quote-aware reading
+    bool comma = false; // the code holds a ','
 };
 
 // A quote left open at the end of a line (a macro parameter cut at its column) opens no string.
@@ -25,18 +38,26 @@ std::size_t UnmatchedQuote(std::string_view raw)
     return count % 2 == 1 ? raw.rfind('"') : std::string_view::npos;
 }
 
+void MarkCode(CodeLine& line)
+{
+    line.quote = line.code.find('"') != std::string_view::npos;
+    line.comma = line.code.find(',') != std::string_view::npos;
+}
+
+// The line's comment starts at the first ";" outside quotes.
 CodeLine SplitComment(std::string_view raw, int number)
 {
     CodeLine out;
     out.number = number;
     out.code = raw;
-    if (raw.find('"') == std::string_view::npos) {
-        // No string on the line: the comment starts at the first ";".
-        const std::size_t at = raw.find(';');
-        if (at != std::string_view::npos) {
-            out.code = raw.substr(0, at);
-            out.comment = raw.substr(at);
+    const std::size_t first = raw.find_first_of(";\"");
+    if (first == std::string_view::npos || raw[first] == ';') {
+        // No quote before the first ";": nothing is quoted up to there.
+        if (first != std::string_view::npos) {
+            out.code = raw.substr(0, first);
+            out.comment = raw.substr(first);
         }
+        MarkCode(out);
         return out;
     }
     bool quoted = false;
@@ -51,15 +72,17 @@ CodeLine SplitComment(std::string_view raw, int number)
             break;
         }
     }
+    MarkCode(out);
     return out;
 }
 
 // Words split at blanks outside quotes; a bracket ends the word it stands in. Views into code.
 using TokenList = std::vector<std::string_view>;
 
-void Tokens(std::string_view code, TokenList& out)
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+
+void QuotedTokens(std::string_view code, TokenList& out)
 {
-    out.clear();
     std::size_t begin = 0;
     std::size_t length = 0;
     bool quoted = false;
@@ -68,12 +91,12 @@ void Tokens(std::string_view code, TokenList& out)
             out.push_back(code.substr(begin, length));
         length = 0;
     };
-    const std::size_t unmatched = code.find('"') == std::string_view::npos ? std::string_view::npos : UnmatchedQuote(code);
+    const std::size_t unmatched = UnmatchedQuote(code);
     for (std::size_t i = 0; i < code.size(); ++i) {
         const char c = code[i];
         if (c == '"' && i != unmatched)
             quoted = !quoted;
-        if (!quoted && (c == ' ' || c == '\t')) {
+        if (!quoted && IsBlank(c)) {
             flush();
             continue;
         }
@@ -86,20 +109,34 @@ void Tokens(std::string_view code, TokenList& out)
     flush();
 }
 
-TokenList Tokens(std::string_view code)
+// The same words of code without quotes, appended to out.
+void PlainTokens(std::string_view code, TokenList& out)
 {
-    TokenList out;
-    Tokens(code, out);
-    return out;
+    const char* const s = code.data();
+    const std::size_t n = code.size();
+    std::size_t i = 0;
+    while (i < n) {
+        while (i < n && IsBlank(s[i]))
+            ++i;
+        if (i == n)
+            break;
+        const std::size_t begin = i;
+        while (i < n && !IsBlank(s[i]) && s[i] != '(' && s[i] != ')')
+            ++i;
+        if (i < n && (s[i] == '(' || s[i] == ')'))
+            ++i;
+        out.emplace_back(s + begin, i - begin);
+    }
 }
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool IsInteger(std::string_view t)
 {
     std::size_t i = (!t.empty() && t[0] == '-') ? 1 : 0;
     if (i >= t.size())
         return false;
-    return std::all_of(t.begin() + static_cast<std::ptrdiff_t>(i), t.end(),
-                       [](char c) { return c >= '0' && c <= '9'; });
+    return std::all_of(t.begin() + static_cast<std::ptrdiff_t>(i), t.end(), IsDigit);
 }
 
 bool IsNumber(std::string_view t)
@@ -108,7 +145,7 @@ bool IsNumber(std::string_view t)
     bool digit = false;
     bool point = false;
     for (; i < t.size(); ++i) {
-        if (t[i] >= '0' && t[i] <= '9')
+        if (IsDigit(t[i]))
             digit = true;
         else if (t[i] == '.' && !point)
             point = true;
@@ -116,6 +153,172 @@ bool IsNumber(std::string_view t)
             return false;
     }
     return digit;
+}
+
+// The value of a word IsInteger accepts, shorter than 9 characters.
+long SmallInteger(std::string_view t)
+{
+    const bool negative = t[0] == '-';
+    long value = 0;
+    for (std::size_t i = negative ? 1 : 0; i < t.size(); ++i)
+        value = value * 10 + (t[i] - '0');
+    return negative ? -value : value;
+}
+
+// What the rows of a table and of a textured polygon read of their words.
+struct Row {
+    std::size_t words = 0;
+    bool numbers = true; // every word a number
+    std::string_view first;
+};
+
+#if defined(__SSE2__)
+// Bit k set where byte k of the sixteen is c, or a digit.
+unsigned BytesEqual(__m128i v, char c) { return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, _mm_set1_epi8(c)))); }
+unsigned Digits(__m128i v)
+{
+    return static_cast<unsigned>(_mm_movemask_epi8(
+        _mm_and_si128(_mm_cmpgt_epi8(v, _mm_set1_epi8('0' - 1)), _mm_cmplt_epi8(v, _mm_set1_epi8('9' + 1)))));
+}
+
+// A row of at most 64 bytes of digits, points, signs and blanks, read at once from the masks of
+// its bytes: false for any other row. The bytes up to readable may be read past the row's end.
+bool NumberRow(std::string_view code, const char* readable, Row& row)
+{
+    constexpr std::size_t kMost = 64;
+    if (code.size() > kMost)
+        return false;
+    const std::size_t blocks = (code.size() + 15) / 16;
+    const char* bytes = code.data();
+    char copy[kMost] = {};
+    if (!readable || readable - bytes < static_cast<std::ptrdiff_t>(blocks * 16)) {
+        std::memcpy(copy, bytes, code.size());
+        bytes = copy;
+    }
+    std::uint64_t blank = 0, digit = 0, point = 0, sign = 0;
+    for (std::size_t b = 0; b < blocks; ++b) {
+        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + b * 16));
+        const unsigned shift = static_cast<unsigned>(b * 16);
+        blank |= static_cast<std::uint64_t>(BytesEqual(v, ' ') | BytesEqual(v, '\t')) << shift;
+        digit |= static_cast<std::uint64_t>(Digits(v)) << shift;
+        point |= static_cast<std::uint64_t>(BytesEqual(v, '.')) << shift;
+        sign |= static_cast<std::uint64_t>(BytesEqual(v, '-')) << shift;
+    }
+    // The bytes past the row's end are none of its own.
+    const std::uint64_t inside = code.size() == kMost ? ~std::uint64_t{0} : (std::uint64_t{1} << code.size()) - 1;
+    digit &= inside;
+    point &= inside;
+    sign &= inside;
+    const std::uint64_t word = ~blank & inside;
+    if (word & ~(digit | point | sign))
+        return false;
+    // Words are the runs of other bytes than blanks: where each starts and where it ends.
+    std::uint64_t starts = word & ~(word << 1);
+    std::uint64_t ends = word & ~(word >> 1);
+    row.numbers = (sign & ~starts) == 0; // a sign only in front
+    if (starts) {
+        const int first = std::countr_zero(starts);
+        row.first = code.substr(static_cast<std::size_t>(first),
+                                static_cast<std::size_t>(std::countr_zero(ends) - first + 1));
+    }
+    // Each a number: a digit at least and a point at most.
+    for (; starts; starts &= starts - 1, ends &= ends - 1) {
+        ++row.words;
+        const int last = std::countr_zero(ends);
+        const std::uint64_t through = last == 63 ? ~std::uint64_t{0} : (std::uint64_t{2} << last) - 1;
+        const std::uint64_t span = through & ~((starts & (~starts + 1)) - 1);
+        const std::uint64_t points = point & span;
+        row.numbers = row.numbers && (digit & span) != 0 && (points & (points - 1)) == 0;
+    }
+    return true;
+}
+#endif
+
+// The row of code without quotes, read as PlainTokens cuts it.
+Row PlainRow(std::string_view code, [[maybe_unused]] const char* readable)
+{
+    Row row;
+#if defined(__SSE2__)
+    if (NumberRow(code, readable, row))
+        return row;
+#endif
+    const char* const s = code.data();
+    const std::size_t n = code.size();
+    std::size_t i = 0;
+    while (true) {
+        while (i < n && IsBlank(s[i]))
+            ++i;
+        if (i == n)
+            return row;
+        const std::size_t begin = i;
+        // A number: a sign, then digits with at most one point.
+        bool digit = false;
+        bool point = false;
+        if (s[i] == '-')
+            ++i;
+        for (; i < n; ++i) {
+            if (s[i] >= '0' && s[i] <= '9')
+                digit = true;
+            else if (s[i] == '.' && !point)
+                point = true;
+            else
+                break;
+        }
+        if (i < n && !IsBlank(s[i])) {
+            // Something else goes on in the word: it is no number.
+            digit = false;
+            while (i < n && !IsBlank(s[i]) && s[i] != '(' && s[i] != ')')
+                ++i;
+            if (i < n && (s[i] == '(' || s[i] == ')'))
+                ++i;
+        }
+        if (row.words++ == 0)
+            row.first = std::string_view(s + begin, i - begin);
+        row.numbers = row.numbers && digit;
+    }
+}
+
+// The first word of a row; empty when it has none.
+std::string_view FirstToken(const CodeLine& line, TokenList& scratch)
+{
+    if (line.quote) {
+        scratch.clear();
+        QuotedTokens(line.code, scratch);
+        return scratch.empty() ? std::string_view{} : scratch[0];
+    }
+    const char* const s = line.code.data();
+    const std::size_t n = line.code.size();
+    std::size_t i = 0;
+    while (i < n && IsBlank(s[i]))
+        ++i;
+    const std::size_t begin = i;
+    while (i < n && !IsBlank(s[i]) && s[i] != '(' && s[i] != ')')
+        ++i;
+    if (i < n && (s[i] == '(' || s[i] == ')'))
+        ++i;
+    return std::string_view(s + begin, i - begin);
+}
+
+Row RowOf(const CodeLine& line, const char* readable, TokenList& scratch)
+{
+    if (!line.quote)
+        return PlainRow(line.code, readable);
+    scratch.clear();
+    QuotedTokens(line.code, scratch);
+    Row row;
+    row.words = scratch.size();
+    row.numbers = std::all_of(scratch.begin(), scratch.end(), IsNumber);
+    if (!scratch.empty())
+        row.first = scratch[0];
+    return row;
+}
+
+void AppendTokens(const CodeLine& line, TokenList& out)
+{
+    if (line.quote)
+        QuotedTokens(line.code, out);
+    else
+        PlainTokens(line.code, out);
 }
 
 bool HasDecimalComma(std::string_view code)
@@ -135,99 +338,160 @@ bool HasDecimalComma(std::string_view code)
     return false;
 }
 
-// A line of a macro's user parameter: the text the user typed, quoted and cut at its column, the
-// closing quote cut with it when the text is long. Its brackets and commas are the user's.
-bool IsUserParameter(std::string_view statement, const CodeLine& line)
-{
-    return statement == "macro" && line.comment.rfind(";User param", 0) == 0;
-}
-
-// A statement: its name (the word before "(" or the bare word) and its lines.
-struct Statement {
-    std::string_view name;
-    std::vector<CodeLine> lines;
-    int first() const { return lines.front().number; }
+// What a statement's name makes of it.
+enum class Kind {
+    Unknown,
+    Other, // known, with no rule of its own
+    Area,
+    Area16N,
+    EndA,
+    End16,
+    LabelUser, // its label arguments must be defined in the same area
+    Points,
+    VecPoints,
+    Poly,
+    MoveDraw,
+    TexPoly,
+    Vor,
+    Macro,
 };
 
-// Statements whose label arguments must be defined in the same area.
-const std::set<std::string, std::less<>> kLabelUsers = {"Jump",     "IfVarAnd",        "IfVarRange", "RefPoint",
-                                           "LayerCall", "PerspectiveCall", "ShadowCall"};
-
 // Every statement the export writes; anything else is a fault of the writer.
-const std::set<std::string, std::less<>> kKnown = {
-    "Set",       "Header",      "LatRange",   "CopyRight",       "Menu",       "MenuEntry",  "Area",
-    "EndA",      "Area16N",     "Elevation",  "End16",           "SurfaceType", "GenExcl",   "Points",
-    "VecPoints", "Poly",        "ShadedPoly", "TexPoly",         "ShadedTexPoly", "ConcavePoly", "LoadBitmap",
-    "RGBSColor", "LineColor",   "RRStart",    "RoadCont",        "DotLine",    "Dot",        "Jump",
-    "IfVarAnd",  "IfVarRange",  "RefPoint",   "LayerCall",       "PerspectiveCall", "ShadowCall", "Perspective",
-    "Return",    "MoveToPt",    "DrawToPt",   "Runway",          "ILS",        "IM",         "MM",
-    "OM",        "VOR",         "NDB",        "macro"};
+struct KnownName {
+    std::string_view name;
+    Kind kind;
+};
+// The most frequent first: the walls of tree lines and forests, lines and roads.
+constexpr KnownName kKnown[] = {
+    {"ShadedTexPoly", Kind::TexPoly}, {"DotLine", Kind::Other},       {"RoadCont", Kind::Other},
+    {"Poly", Kind::Poly},             {"RefPoint", Kind::LabelUser},  {"RGBSColor", Kind::Other},
+    {"LoadBitmap", Kind::Other},      {"MoveToPt", Kind::MoveDraw},   {"DrawToPt", Kind::MoveDraw},
+    {"TexPoly", Kind::TexPoly},       {"Jump", Kind::LabelUser},      {"Points", Kind::Points},
+    {"Area", Kind::Area},             {"EndA", Kind::EndA},           {"LineColor", Kind::Other},
+    {"PerspectiveCall", Kind::LabelUser}, {"VecPoints", Kind::VecPoints}, {"IfVarRange", Kind::LabelUser},
+    {"LayerCall", Kind::LabelUser},   {"ShadedPoly", Kind::Poly},     {"Return", Kind::Other},
+    {"Perspective", Kind::Other},     {"macro", Kind::Macro},         {"Runway", Kind::Other},
+    {"VOR", Kind::Vor},               {"ShadowCall", Kind::LabelUser}, {"RRStart", Kind::Other},
+    {"NDB", Kind::Other},             {"MenuEntry", Kind::Other},     {"GenExcl", Kind::Other},
+    {"IfVarAnd", Kind::LabelUser},    {"Set", Kind::Other},           {"Header", Kind::Other},
+    {"LatRange", Kind::Other},        {"CopyRight", Kind::Other},     {"Menu", Kind::Other},
+    {"Area16N", Kind::Area16N},       {"Elevation", Kind::Other},     {"End16", Kind::End16},
+    {"SurfaceType", Kind::Other},     {"ConcavePoly", Kind::Other},   {"Dot", Kind::Other},
+    {"ILS", Kind::Other},             {"IM", Kind::Other},            {"MM", Kind::Other},
+    {"OM", Kind::Other},
+};
+
+Kind KindOf(std::string_view name)
+{
+    for (const KnownName& k : kKnown)
+        if (k.name.size() == name.size() && k.name[0] == name[0] && k.name == name)
+            return k.kind;
+    return Kind::Unknown;
+}
+
+std::string_view CloserName(Kind closer) { return closer == Kind::EndA ? "EndA" : "End16"; }
 
 struct Scope {
     int openLine = 0;
-    std::string closer; // "EndA" or "End16"
-    std::set<std::string, std::less<>> defined;
-    std::vector<std::pair<int, std::string>> used;
+    Kind closer = Kind::Unknown; // EndA or End16
+    std::unordered_set<std::string_view> defined;
+    std::vector<std::pair<int, std::string_view>> used;
     long points = 0; // indices 0 .. points-1 are in the table
 };
+
+// What a byte is to the first reading of a line.
+enum : unsigned char { kPlain, kSemicolon, kQuote, kOpen, kClose, kComma, kLineFeed };
+
+constexpr std::array<unsigned char, 256> ByteClasses()
+{
+    std::array<unsigned char, 256> c{};
+    c[static_cast<unsigned char>(';')] = kSemicolon;
+    c[static_cast<unsigned char>('"')] = kQuote;
+    c[static_cast<unsigned char>('(')] = kOpen;
+    c[static_cast<unsigned char>(')')] = kClose;
+    c[static_cast<unsigned char>(',')] = kComma;
+    c[static_cast<unsigned char>('\n')] = kLineFeed;
+    return c;
+}
+constexpr std::array<unsigned char, 256> kByteClass = ByteClasses();
+
+#if defined(__SSE2__)
+__m128i Equal(__m128i v, char c) { return _mm_cmpeq_epi8(v, _mm_set1_epi8(c)); }
+unsigned Bits(__m128i m) { return static_cast<unsigned>(_mm_movemask_epi8(m)); }
+
+// What the first reading of a line looks at in sixteen bytes, bit k for byte k.
+struct Block {
+    unsigned stop;    // ";", '"' and, in a text, LF
+    unsigned bracket; // "(" and ")"
+    unsigned comma;
+};
+
+template <bool InText>
+Block BlockAt(const char* p)
+{
+    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    __m128i stop = _mm_or_si128(Equal(v, ';'), Equal(v, '"'));
+    if (InText)
+        stop = _mm_or_si128(stop, Equal(v, '\n'));
+    // "(" and ")" differ in their lowest bit only.
+    const __m128i bracket = _mm_cmpeq_epi8(_mm_or_si128(v, _mm_set1_epi8(1)), _mm_set1_epi8(')'));
+    return {Bits(stop), Bits(bracket), Bits(Equal(v, ','))};
+}
+#endif
 
 class Checker {
 public:
     std::vector<ScasmProblem> problems;
 
-    void run(const std::vector<std::string_view>& raw)
+    // readable: the end of the text being read, when the check reads one.
+    explicit Checker(const char* readable = nullptr) : readable_(readable) { scopes_.emplace_back(); }
+
+    // One line of a list.
+    void line(std::string_view raw, int number)
     {
-        scopes_.push_back(Scope{});
-        Statement cur;
-        int depth = 0;
-        for (std::size_t i = 0; i < raw.size(); ++i) {
-            CodeLine line = SplitComment(raw[i], static_cast<int>(i) + 1);
-            if (!cur.lines.empty() && IsUserParameter(cur.name, line)) {
-                // Inside the statement's brackets, which the line neither opens nor closes.
-                cur.lines.push_back(line);
-                continue;
-            }
-            bool quoted = false;
-            bool sawOpen = false;
-            std::string_view name;
-            const std::size_t unmatched = UnmatchedQuote(line.code);
-            for (std::size_t j = 0; j < line.code.size(); ++j) {
-                const char c = line.code[j];
-                if (c == '"' && j != unmatched)
-                    quoted = !quoted;
-                if (quoted)
-                    continue;
-                if (c == '(') {
-                    if (depth == 0 && !sawOpen)
-                        name = FirstWord(line.code);
-                    sawOpen = true;
-                    ++depth;
-                } else if (c == ')') {
-                    if (depth == 0) {
-                        add(line.number, "\")\" without an open bracket");
-                        continue;
-                    }
-                    --depth;
-                }
-            }
-            if (cur.lines.empty()) {
-                const std::string_view word = sawOpen ? name : FirstWord(line.code);
-                if (word.empty() && line.code.find_first_not_of(' ') == std::string_view::npos) {
-                    checkComma(line, false);
-                    continue;
-                }
-                cur.name = word;
-            }
-            cur.lines.push_back(line);
-            if (depth == 0) {
-                statement(cur);
-                cur = Statement{};
-            }
+        if (macroLine(raw, number))
+            return;
+        bool comma = false;
+        const char* const end = raw.data() + raw.size();
+        const char* const stop = scanCode<false>(raw.data(), end, number, comma);
+        if (stop < end && *stop == '"') {
+            quotedLine(raw, number);
+            return;
         }
-        if (!cur.lines.empty())
-            add(cur.first(), "the brackets of \"" + std::string(cur.name) + "(\" are not closed");
+        take(number, std::string_view(raw.data(), static_cast<std::size_t>(stop - raw.data())),
+             std::string_view(stop, static_cast<std::size_t>(end - stop)), comma);
+    }
+
+    // The line of a text that starts at p, ended by LF (a CR before it dropped) or by the text's
+    // end. Returns where the next line starts.
+    const char* text(const char* p, const char* end, int number)
+    {
+        if (!lines_.empty() && kind_ == Kind::Macro) {
+            const char* lf = FindLineFeed(p, end);
+            macroLine(Line(p, lf, end), number);
+            return lf < end ? lf + 1 : end;
+        }
+        bool comma = false;
+        const char* const stop = scanCode<true>(p, end, number, comma);
+        if (stop == end || *stop == '\n') {
+            take(number, Line(p, stop, end), {}, comma);
+            return stop < end ? stop + 1 : end;
+        }
+        const char* lf = FindLineFeed(stop, end);
+        if (*stop == '"') {
+            quotedLine(Line(p, lf, end), number);
+        } else {
+            take(number, std::string_view(p, static_cast<std::size_t>(stop - p)), Line(stop, lf, end), comma);
+        }
+        return lf < end ? lf + 1 : end;
+    }
+
+    void finish()
+    {
+        if (!lines_.empty())
+            add(lines_.front().number, "the brackets of \"" + std::string(name_) + "(\" are not closed");
         while (scopes_.size() > 1) {
-            add(scopes_.back().openLine, "\"Area\" without \"" + scopes_.back().closer + "\"");
+            add(scopes_.back().openLine, "\"Area\" without \"" + std::string(CloserName(scopes_.back().closer)) + "\"");
             closeScope();
         }
         closeScope();
@@ -237,22 +501,182 @@ public:
 
 private:
     std::vector<Scope> scopes_;
-    TokenList scratch_; // the words of one row, kept for the next
+    int depth_ = 0;
+    // The statement being read: its name, what the name makes of it, and its lines so far.
+    std::string_view name_;
+    Kind kind_ = Kind::Unknown;
+    std::vector<CodeLine> lines_;
+    TokenList tokens_; // the words of one statement or row, kept for the next
+    const char* readable_;
 
+    // From p to the line's end.
+    static std::string_view Line(const char* p, const char* lf, const char* end)
+    {
+        std::size_t n = static_cast<std::size_t>(lf - p);
+        if (lf < end && n > 0 && p[n - 1] == '\r')
+            --n;
+        return {p, n};
+    }
+
+    static const char* FindLineFeed(const char* p, const char* end)
+    {
+        // Most comments are a few characters: look at those before calling.
+        for (int k = 0; k < 8 && p < end; ++k, ++p)
+            if (*p == '\n')
+                return p;
+        if (p == end)
+            return end;
+        const void* lf = std::memchr(p, '\n', static_cast<std::size_t>(end - p));
+        return lf ? static_cast<const char*>(lf) : end;
+    }
+
+    // The first reading of a line: its brackets and whether it has a comma, up to its comment, a
+    // quote or (in a text) its end. Returns where it stopped. A quote before the comment stops it
+    // with nothing of the line kept: the quote-aware reading starts over on the line.
+    template <bool InText>
+    const char* scanCode(const char* p, const char* end, int number, bool& comma)
+    {
+        const int depth = depth_;
+        const std::size_t reported = problems.size();
+        // Returns true when the reading stops at the byte.
+        auto at = [&](const char* q) {
+            const char c = *q;
+            if (c == '(') {
+                ++depth_;
+                return false;
+            }
+            if (c == ')') {
+                if (depth_ == 0)
+                    add(number, "\")\" without an open bracket");
+                else
+                    --depth_;
+                return false;
+            }
+            if (c == ',') {
+                comma = true;
+                return false;
+            }
+            if (c == '"') {
+                depth_ = depth;
+                problems.resize(reported);
+                return true;
+            }
+            return c != '\n' || InText; // the comment's ";" or the line's end
+        };
+#if defined(__SSE2__)
+        // Sixteen bytes at a time: the brackets and commas before the first byte that stops it.
+        for (; end - p >= 16; p += 16) {
+            const Block k = BlockAt<InText>(p);
+            const unsigned first = k.stop & (~k.stop + 1);
+            const unsigned before = first - 1; // all sixteen when nothing stops here
+            for (unsigned b = k.bracket & before; b != 0; b &= b - 1)
+                at(p + std::countr_zero(b));
+            if (k.comma & before)
+                comma = true;
+            if (first) {
+                const char* q = p + std::countr_zero(first);
+                at(q); // a quote takes back what the line's reading did
+                return q;
+            }
+        }
+#endif
+        for (; p < end; ++p)
+            if (kByteClass[static_cast<unsigned char>(*p)] != kPlain && at(p))
+                return p;
+        return p;
+    }
+
+    // A line of a macro, which may be a user parameter that the brackets don't read. False when no
+    // macro is being read.
+    bool macroLine(std::string_view raw, int number)
+    {
+        if (lines_.empty() || kind_ != Kind::Macro)
+            return false;
+        const CodeLine& l = lines_.emplace_back(SplitComment(raw, number));
+        if (l.comment.rfind(";User param", 0) != 0) {
+            brackets(l);
+            take();
+        }
+        return true;
+    }
+
+    void quotedLine(std::string_view raw, int number)
+    {
+        brackets(lines_.emplace_back(SplitComment(raw, number)));
+        take();
+    }
+
+    // The brackets of code outside quotes.
+    void brackets(const CodeLine& l)
+    {
+        const std::string_view code = l.code;
+        bool quoted = false;
+        const std::size_t unmatched = l.quote ? UnmatchedQuote(code) : std::string_view::npos;
+        for (std::size_t j = 0; j < code.size(); ++j) {
+            const char c = code[j];
+            if (c == '"' && j != unmatched)
+                quoted = !quoted;
+            if (quoted)
+                continue;
+            if (c == '(') {
+                ++depth_;
+            } else if (c == ')') {
+                if (depth_ == 0)
+                    add(l.number, "\")\" without an open bracket");
+                else
+                    --depth_;
+            }
+        }
+    }
+
+    // A line after its brackets: it starts or continues a statement, which ends with its brackets.
+    // The line is written in place, where the statement keeps it.
+    void take(int number, std::string_view code, std::string_view comment, bool comma)
+    {
+        CodeLine& l = lines_.emplace_back();
+        l.number = number;
+        l.code = code;
+        l.comment = comment;
+        l.comma = comma;
+        take();
+    }
+
+    // The last line of lines_, after its brackets.
+    void take()
+    {
+        if (lines_.size() == 1) {
+            const std::string_view code = lines_.back().code;
+            const std::string_view word = FirstWord(code);
+            if (word.empty() && code.find_first_not_of(' ') == std::string_view::npos) {
+                lines_.clear(); // a blank line or a comment
+                return;
+            }
+            name_ = word;
+            kind_ = word.empty() ? Kind::Unknown : KindOf(word);
+        }
+        if (depth_ == 0) {
+            statement();
+            lines_.clear();
+        }
+    }
+
+    // The word before " " or "(", after the spaces that indent it; empty for a blank line.
     static std::string_view FirstWord(std::string_view code)
     {
-        std::size_t b = code.find_first_not_of(' ');
-        if (b == std::string_view::npos)
-            return {};
-        std::size_t e = code.find_first_of(" (", b);
-        return code.substr(b, e == std::string_view::npos ? std::string_view::npos : e - b);
+        std::size_t b = 0;
+        while (b < code.size() && code[b] == ' ')
+            ++b;
+        std::size_t e = b;
+        while (e < code.size() && code[e] != ' ' && code[e] != '(')
+            ++e;
+        return code.substr(b, e - b);
     }
 
     void add(int line, std::string text) { problems.push_back({line, std::move(text)}); }
 
     void checkComma(const CodeLine& line, bool allowed)
     {
-        if (!allowed && HasDecimalComma(line.code))
+        if (!allowed && line.comma && HasDecimalComma(line.code))
             add(line.number, "decimal comma");
     }
 
@@ -261,141 +685,183 @@ private:
         Scope& s = scopes_.back();
         for (const auto& [line, label] : s.used)
             if (!s.defined.count(label))
-                add(line, "label " + label + " is not defined in its area");
+                add(line, "label " + std::string(label) + " is not defined in its area");
         scopes_.pop_back();
     }
 
-    void statement(const Statement& st)
+    // The VOR's frequency is the word after the bracket and may take the locale's separator; the
+    // rest of the line keeps the point. True when the line has such a word.
+    bool vorCommas(const CodeLine& l)
     {
-        Scope& scope = scopes_.back();
-        const std::string_view name = st.name;
-        const bool isMacro = name == "macro";
-        for (std::size_t k = 0; k < st.lines.size(); ++k) {
-            const CodeLine& l = st.lines[k];
-            // The two places that take the locale's separator: a VOR's frequency, a macro's range in km.
-            bool allowed = false;
-            if (name == "VOR" && k == 0) {
-                // The frequency is the word after the bracket; the rest of the line keeps the point.
-                auto t = Tokens(l.code);
-                for (std::size_t j = 0; j < t.size(); ++j)
-                    if (!t[j].empty() && t[j].back() == '(' && j + 1 < t.size()) {
-                        const std::string rest(l.code);
-                        const std::size_t at = rest.find(t[j + 1], rest.find('(') + 1);
-                        const std::string without = rest.substr(0, at) + rest.substr(at + t[j + 1].size());
-                        CodeLine other = l;
-                        other.code = without;
-                        checkComma(other, false);
-                        allowed = true;
-                        break;
-                    }
+        TokenList t;
+        QuotedTokens(l.code, t);
+        for (std::size_t j = 0; j < t.size(); ++j)
+            if (!t[j].empty() && t[j].back() == '(' && j + 1 < t.size()) {
+                const std::string rest(l.code);
+                const std::size_t at = rest.find(t[j + 1], rest.find('(') + 1);
+                const std::string without = rest.substr(0, at) + rest.substr(at + t[j + 1].size());
+                CodeLine other = l;
+                other.code = without;
+                MarkCode(other);
+                checkComma(other, false);
+                return true;
             }
-            if (isMacro && (l.comment.rfind(";Range (km)", 0) == 0 || IsUserParameter(name, l)))
+        return false;
+    }
+
+    void statement()
+    {
+        const std::vector<CodeLine>& lines = lines_;
+        const int first = lines.front().number;
+        for (std::size_t k = 0; k < lines.size(); ++k) {
+            const CodeLine& l = lines[k];
+            // The two places that take the locale's separator: a VOR's frequency, a macro's range in km.
+            bool allowed = kind_ == Kind::Vor && k == 0 && vorCommas(l);
+            if (kind_ == Kind::Macro &&
+                (l.comment.rfind(";Range (km)", 0) == 0 || l.comment.rfind(";User param", 0) == 0))
                 allowed = true;
             checkComma(l, allowed);
         }
 
-        // The words of the whole statement, for the statements that read them.
-        TokenList tokens;
-        const bool poly = name == "Poly" || name == "ShadedPoly";
-        const bool moveDraw = name == "MoveToPt" || name == "DrawToPt";
-        if (st.lines.size() == 1 || poly || moveDraw || kLabelUsers.count(name)) {
-            TokenList lineTokens;
-            for (const auto& l : st.lines) {
-                Tokens(l.code, lineTokens);
-                tokens.insert(tokens.end(), lineTokens.begin(), lineTokens.end());
-            }
-        }
+        // The words of the whole statement, for the statements that read them. A label stands
+        // alone on its line, where no known statement's name stands.
+        TokenList& tokens = tokens_;
+        tokens.clear();
+        if ((lines.size() == 1 && kind_ == Kind::Unknown) || kind_ == Kind::Poly || kind_ == Kind::MoveDraw ||
+            kind_ == Kind::LabelUser)
+            for (const auto& l : lines)
+                AppendTokens(l, tokens);
 
-        if (st.lines.size() == 1 && tokens.size() == 1 && tokens[0].size() > 1 && tokens[0][0] == ':') {
-            if (!scope.defined.insert(std::string(tokens[0])).second)
-                add(st.first(), "label " + std::string(tokens[0]) + " is defined twice in its area");
+        Scope& scope = scopes_.back();
+        if (lines.size() == 1 && tokens.size() == 1 && tokens[0].size() > 1 && tokens[0][0] == ':') {
+            if (!scope.defined.insert(tokens[0]).second)
+                add(first, "label " + std::string(tokens[0]) + " is defined twice in its area");
             return;
         }
-        if (!kKnown.count(name))
-            add(st.first(), "unknown statement \"" + std::string(name) + "\"");
-        if (name == "Area" || name == "Area16N") {
+        switch (kind_) {
+        case Kind::Unknown:
+            add(first, "unknown statement \"" + std::string(name_) + "\"");
+            return;
+        case Kind::Area:
+        case Kind::Area16N: {
             Scope s;
-            s.openLine = st.first();
-            s.closer = name == "Area" ? "EndA" : "End16";
-            scopes_.push_back(s);
+            s.openLine = first;
+            s.closer = kind_ == Kind::Area ? Kind::EndA : Kind::End16;
+            scopes_.push_back(std::move(s));
             return;
         }
-        if (name == "EndA" || name == "End16") {
-            if (scopes_.size() < 2 || scopes_.back().closer != name)
-                add(st.first(), "\"" + std::string(name) + "\" without its area");
+        case Kind::EndA:
+        case Kind::End16:
+            if (scopes_.size() < 2 || scope.closer != kind_)
+                add(first, "\"" + std::string(name_) + "\" without its area");
             else
                 closeScope();
             return;
-        }
-        if (kLabelUsers.count(name)) {
+        case Kind::LabelUser:
             for (const auto& t : tokens)
                 if (t.size() > 1 && t[0] == ':')
-                    scope.used.emplace_back(st.first(), std::string(t));
+                    scope.used.emplace_back(first, t);
             return;
-        }
-        if (name == "Points" || name == "VecPoints") {
-            points(st, scope, name == "Points" ? 3 : 6);
+        case Kind::Points:
+            points(scope, 3);
             return;
-        }
-        if (poly) {
+        case Kind::VecPoints:
+            points(scope, 6);
+            return;
+        case Kind::Poly:
             // The flags word after the bracket ("a", "ai", "au"), then the indices.
             for (std::size_t k = 2; k < tokens.size(); ++k)
                 if (tokens[k] != ")") {
                     if (IsInteger(tokens[k]))
-                        usePoint(st.first(), scope, tokens[k]);
+                        usePoint(first, scope, tokens[k]);
                     else
-                        add(st.first(), "\"" + std::string(tokens[k]) + "\" is no point index");
+                        add(first, "\"" + std::string(tokens[k]) + "\" is no point index");
                 }
             return;
-        }
-        if (moveDraw) {
+        case Kind::MoveDraw:
             if (tokens.size() != 3 || !IsInteger(tokens[1]))
-                add(st.first(), "\"" + std::string(name) + "(\" takes one point index");
+                add(first, "\"" + std::string(name_) + "(\" takes one point index");
             else
-                usePoint(st.first(), scope, tokens[1]);
+                usePoint(first, scope, tokens[1]);
             return;
-        }
-        if (name == "TexPoly" || name == "ShadedTexPoly") {
-            for (std::size_t k = 1; k < st.lines.size(); ++k) {
-                Tokens(st.lines[k].code, scratch_);
-                const TokenList& t = scratch_;
-                if (!t.empty() && IsInteger(t[0]))
-                    usePoint(st.lines[k].number, scope, t[0]);
-            }
+        case Kind::TexPoly:
+            for (std::size_t k = 1; k < lines.size(); ++k)
+                rowIndex(lines[k], scope, tokens);
+            return;
+        default:
             return;
         }
     }
 
     // A row holds X, Y and Z, and for a vector table the three parts of the vector.
-    void points(const Statement& st, Scope& scope, std::size_t columns)
+    void points(Scope& scope, std::size_t columns)
     {
-        auto head = Tokens(st.lines[0].code);
+        const std::vector<CodeLine>& lines = lines_;
+        TokenList& t = tokens_;
+        t.clear();
+        AppendTokens(lines[0], t);
         long start = 0;
-        if (head.size() >= 2 && IsInteger(head[1]) && head[1].size() < 9)
-            start = std::stol(std::string(head[1]));
+        if (t.size() >= 2 && IsInteger(t[1]) && t[1].size() < 9)
+            start = SmallInteger(t[1]);
         // A table from 0 replaces the points before it; any other start continues them.
         if (start > scope.points || start < 0)
-            add(st.first(), "the point table starts at " + std::to_string(start) + " after " +
-                                std::to_string(scope.points) + " points");
+            add(lines[0].number, "the point table starts at " + std::to_string(start) + " after " +
+                                     std::to_string(scope.points) + " points");
         long rows = 0;
-        for (std::size_t k = 1; k < st.lines.size(); ++k) {
-            Tokens(st.lines[k].code, scratch_);
-            const TokenList& t = scratch_;
-            if (t.empty() || t[0] == ")")
+        for (std::size_t k = 1; k < lines.size(); ++k) {
+            const Row row = RowOf(lines[k], readable_, t);
+            if (!row.words || row.first == ")")
                 continue;
             ++rows;
-            if (t.size() != columns || !std::all_of(t.begin(), t.end(), IsNumber))
-                add(st.lines[k].number, "a row of \"" + std::string(st.name) + "(\" needs " + std::to_string(columns) +
-                                            " numbers");
+            if (row.words != columns || !row.numbers)
+                add(lines[k].number, "a row of \"" + std::string(name_) + "(\" needs " + std::to_string(columns) +
+                                         " numbers");
         }
         scope.points = start + rows;
     }
 
+    // A row of a textured polygon starts with the index of its point, when its first word is an
+    // integer. Without quotes the word is read and its value taken in one pass.
+    void rowIndex(const CodeLine& l, const Scope& scope, TokenList& scratch)
+    {
+        if (l.quote) {
+            const std::string_view word = FirstToken(l, scratch);
+            if (!word.empty() && IsInteger(word))
+                usePoint(l.number, scope, word);
+            return;
+        }
+        const char* const s = l.code.data();
+        const std::size_t n = l.code.size();
+        std::size_t i = 0;
+        while (i < n && IsBlank(s[i]))
+            ++i;
+        const std::size_t begin = i;
+        if (i < n && s[i] == '-')
+            ++i;
+        const std::size_t digits = i;
+        std::uint64_t value = 0; // wraps on long words, whose value is never taken
+        for (; i < n && IsDigit(s[i]); ++i)
+            value = value * 10 + static_cast<std::uint64_t>(s[i] - '0');
+        if (i == digits || (i < n && !IsBlank(s[i])))
+            return; // no digit, or the word goes on with something else
+        const std::string_view word(s + begin, i - begin);
+        const long magnitude = static_cast<long>(value);
+        const long index = word.size() < 9 ? (s[begin] == '-' ? -magnitude : magnitude) : -1;
+        if (index < 0 || index >= scope.points) [[unlikely]]
+            missingPoint(l.number, word);
+    }
+
     void usePoint(int line, const Scope& scope, std::string_view token)
     {
-        const long index = token.size() < 9 ? std::stol(std::string(token)) : -1;
-        if (index < 0 || index >= scope.points)
-            add(line, "point " + std::string(token) + " is not in the point table");
+        const long index = token.size() < 9 ? SmallInteger(token) : -1;
+        if (index < 0 || index >= scope.points) [[unlikely]]
+            missingPoint(line, token);
+    }
+
+    // Apart, so that the reading of every index stays small.
+    [[gnu::noinline, gnu::cold]] void missingPoint(int line, std::string_view token)
+    {
+        add(line, "point " + std::string(token) + " is not in the point table");
     }
 };
 
@@ -404,28 +870,23 @@ private:
 std::vector<ScasmProblem> CheckScasm(const std::vector<std::string>& lines)
 {
     Checker c;
-    c.run(std::vector<std::string_view>(lines.begin(), lines.end()));
-    return c.problems;
+    int number = 0;
+    for (const std::string& l : lines)
+        c.line(l, ++number);
+    c.finish();
+    return std::move(c.problems);
 }
 
 std::vector<ScasmProblem> CheckScasmText(std::string_view text)
 {
-    std::vector<std::string_view> lines;
-    std::size_t pos = 0;
-    while (pos < text.size()) {
-        std::size_t end = text.find('\n', pos);
-        const bool ended = end != std::string_view::npos;
-        if (!ended)
-            end = text.size();
-        std::string_view line = text.substr(pos, end - pos);
-        if (ended && !line.empty() && line.back() == '\r')
-            line.remove_suffix(1);
-        lines.push_back(line);
-        pos = end + 1;
-    }
-    Checker c;
-    c.run(lines);
-    return c.problems;
+    const char* p = text.data();
+    const char* const end = p + text.size();
+    Checker c(end);
+    int number = 0;
+    while (p < end)
+        p = c.text(p, end, ++number);
+    c.finish();
+    return std::move(c.problems);
 }
 
 std::string FormatProblems(const std::vector<ScasmProblem>& problems)
