@@ -335,7 +335,14 @@ std::size_t LineEstimate(const std::vector<PointList>& points, std::size_t shape
 }
 } // namespace
 
-void BuildProjectText(CBufferS& out, const ProjectData& d)
+ProjectView ViewOf(const ProjectData& d)
+{
+    return {d.version, d.showFlags, d.project, d.points, d.shapes, d.objects};
+}
+
+void BuildProjectText(CBufferS& out, const ProjectData& d) { BuildProjectText(out, ViewOf(d)); }
+
+void BuildProjectText(CBufferS& out, const ProjectView& d)
 {
     out.reset();
     out.reserve(LineEstimate(d.points, d.shapes.size(), d.objects.size()));
@@ -388,6 +395,11 @@ void BuildProjectText(CBufferS& out, const ProjectData& d)
     AddRecords(out, d.points, d.shapes, d.objects);
 }
 
+ProjectView ProjectViewOf(const Session& s)
+{
+    return {1, s.showFlags, s.project, s.stores.PointStore, s.stores.ShapeStore, s.stores.ObjectStore};
+}
+
 ProjectData ProjectDataOf(const Session& s)
 {
     ProjectData data;
@@ -401,6 +413,11 @@ ProjectData ProjectDataOf(const Session& s)
 }
 
 bool WriteProjectFile(const std::string& path, const ProjectData& data, Ui* ui)
+{
+    return WriteProjectFile(path, ViewOf(data), ui);
+}
+
+bool WriteProjectFile(const std::string& path, const ProjectView& data, Ui* ui)
 {
     CBufferS buffer;
     BuildProjectText(buffer, data);
