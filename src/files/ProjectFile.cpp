@@ -287,10 +287,10 @@ void AddRecords(CBufferS& out, const std::vector<PointList>& points, const std::
     }
 }
 
-bool WriteBuffer(const std::string& path, const CBufferS& buffer, Ui* ui)
+bool WriteText(const std::string& path, std::string_view text, Ui* ui)
 {
     std::string reason;
-    if (WriteLinesReplacing(path, buffer.lines(), &reason))
+    if (WriteTextReplacing(path, text, true, &reason))
         return true;
     if (ui)
         ui->Message(WithFileReason(kWriteFailed, path, reason), MessageStyle::Critical);
@@ -417,11 +417,16 @@ bool WriteProjectFile(const std::string& path, const ProjectData& data, Ui* ui)
     return WriteProjectFile(path, ViewOf(data), ui);
 }
 
+std::string ProjectText(const ProjectView& data)
+{
+    CBufferS buffer{CBufferS::Joined{}};
+    BuildProjectText(buffer, data);
+    return std::move(buffer.text());
+}
+
 bool WriteProjectFile(const std::string& path, const ProjectView& data, Ui* ui)
 {
-    CBufferS buffer;
-    BuildProjectText(buffer, data);
-    return WriteBuffer(path, buffer, ui);
+    return WriteText(path, ProjectText(data), ui);
 }
 
 void BuildSelectionText(CBufferS& out, const std::vector<PointList>& points,
@@ -437,9 +442,9 @@ bool WriteSelectionFile(const std::string& path, const std::vector<PointList>& p
                         const std::vector<ShapeRecord>& shapes, const std::vector<ObjectRecord>& objects,
                         Ui* ui)
 {
-    CBufferS buffer;
+    CBufferS buffer{CBufferS::Joined{}};
     BuildSelectionText(buffer, points, shapes, objects);
-    return WriteBuffer(path, buffer, ui);
+    return WriteText(path, buffer.text(), ui);
 }
 
 std::string DoesNotExistMessage(const std::string& name)

@@ -50,6 +50,8 @@ bool ReadProjectText(std::string_view text, ProjectData& out, Ui* ui, const std:
 // The whole project text, line by line, into the buffer.
 void BuildProjectText(CBufferS& out, const ProjectView& data);
 void BuildProjectText(CBufferS& out, const ProjectData& data);
+// The same, in one text with CR LF line ends: the file's bytes.
+std::string ProjectText(const ProjectView& data);
 // What the session's project file holds: its records and stores, version 1.
 ProjectView ProjectViewOf(const Session& s);
 ProjectData ProjectDataOf(const Session& s);

@@ -157,10 +157,8 @@ void NoteSeen(Session& s)
 
 std::string TextOfSeen(const RecoveryState& r)
 {
-    CBufferS buffer;
-    BuildProjectText(buffer, ProjectView{1, r.seenFlags, r.seenProject, r.seen.PointStore, r.seen.ShapeStore,
-                                         r.seen.ObjectStore});
-    return JoinLines(buffer.lines());
+    const Stores& seen = r.seen;
+    return ProjectText({1, r.seenFlags, r.seenProject, seen.PointStore, seen.ShapeStore, seen.ObjectStore});
 }
 
 } // namespace
@@ -185,9 +183,7 @@ bool RecoveryOn(const Session& s) { return !s.recovery.folder.empty(); }
 
 std::string ProjectTextOf(const Session& s)
 {
-    CBufferS buffer;
-    BuildProjectText(buffer, ProjectViewOf(s));
-    return JoinLines(buffer.lines());
+    return ProjectText(ProjectViewOf(s));
 }
 
 const std::string& RecoveryBaseline(Session& s)
