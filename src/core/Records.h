@@ -73,6 +73,8 @@ struct ShapeRecord {
     double gDotSpacing() const { return gLineWidth; }
     std::int32_t& mSelectedBand() { return mTexMap[1]; }
     std::int32_t mSelectedBand() const { return mTexMap[1]; }
+    // Doubles compare by value: 0 equals -0.
+    friend bool operator==(const ShapeRecord&, const ShapeRecord&) = default;
 };
 
 enum : std::uint8_t {
@@ -190,6 +192,7 @@ struct ObjectRecord {
     FW_SLOT(Caption, texts, 0)
     FW_SLOT(Style, texts, 1)
 #undef FW_SLOT
+    friend bool operator==(const ObjectRecord&, const ObjectRecord&) = default;
 };
 
 struct ProjectRecord {
@@ -209,6 +212,7 @@ struct ProjectRecord {
     std::array<std::int16_t, 3> Distance{}; // Distance1..3
     std::array<std::string, 4> Texture;     // Texture1..4
     std::array<std::int32_t, 4> Color{};    // Color1..4
+    friend bool operator==(const ProjectRecord&, const ProjectRecord&) = default;
 };
 
 struct ShowFlagsRecord {
@@ -229,6 +233,7 @@ struct ShowFlagsRecord {
     double BackImagescale = 0;
     std::int32_t BackImageLeft = 0;
     std::int32_t BackImageTop = 0;
+    friend bool operator==(const ShowFlagsRecord&, const ShowFlagsRecord&) = default;
 };
 
 // Display names; "Unknown shape type" for anything else.

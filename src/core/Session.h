@@ -28,6 +28,13 @@ struct RecoveryState {
     std::string baseline;
     bool baselineKnown = false;
     std::string written;
+    // The project as the keeper last saw it: at its last look, or when the baseline was noted.
+    // The same records make the same text, so a look that finds them unchanged has nothing to do.
+    bool seenValid = false;
+    bool baselineOfSeen = false; // the baseline is the text of what was seen, not made yet
+    ShowFlagsRecord seenFlags;
+    ProjectRecord seenProject;
+    Stores seen;
 };
 
 struct Session {

@@ -287,10 +287,10 @@ void AddRecords(CBufferS& out, const std::vector<PointList>& points, const std::
     }
 }
 
-bool WriteBuffer(const std::string& path, const CBufferS& buffer, Ui* ui)
+bool WriteText(const std::string& path, std::string_view text, Ui* ui)
 {
     std::string reason;
-    if (WriteLinesReplacing(path, buffer.lines(), &reason))
+    if (WriteTextReplacing(path, text, true, &reason))
         return true;
     if (ui)
         ui->Message(WithFileReason(kWriteFailed, path, reason), MessageStyle::Critical);
@@ -335,7 +335,14 @@ std::size_t LineEstimate(const std::vector<PointList>& points, std::size_t shape
 }
 } // namespace
 
-void BuildProjectText(CBufferS& out, const ProjectData& d)
+ProjectView ViewOf(const ProjectData& d)
+{
+    return {d.version, d.showFlags, d.project, d.points, d.shapes, d.objects};
+}
+
+void BuildProjectText(CBufferS& out, const ProjectData& d) { BuildProjectText(out, ViewOf(d)); }
+
+void BuildProjectText(CBufferS& out, const ProjectView& d)
 {
     out.reset();
     out.reserve(LineEstimate(d.points, d.shapes.size(), d.objects.size()));
@@ -388,6 +395,11 @@ void BuildProjectText(CBufferS& out, const ProjectData& d)
     AddRecords(out, d.points, d.shapes, d.objects);
 }
 
+ProjectView ProjectViewOf(const Session& s)
+{
+    return {1, s.showFlags, s.project, s.stores.PointStore, s.stores.ShapeStore, s.stores.ObjectStore};
+}
+
 ProjectData ProjectDataOf(const Session& s)
 {
     ProjectData data;
@@ -402,9 +414,19 @@ ProjectData ProjectDataOf(const Session& s)
 
 bool WriteProjectFile(const std::string& path, const ProjectData& data, Ui* ui)
 {
-    CBufferS buffer;
+    return WriteProjectFile(path, ViewOf(data), ui);
+}
+
+std::string ProjectText(const ProjectView& data)
+{
+    CBufferS buffer{CBufferS::Joined{}};
     BuildProjectText(buffer, data);
-    return WriteBuffer(path, buffer, ui);
+    return std::move(buffer.text());
+}
+
+bool WriteProjectFile(const std::string& path, const ProjectView& data, Ui* ui)
+{
+    return WriteText(path, ProjectText(data), ui);
 }
 
 void BuildSelectionText(CBufferS& out, const std::vector<PointList>& points,
@@ -420,9 +442,9 @@ bool WriteSelectionFile(const std::string& path, const std::vector<PointList>& p
                         const std::vector<ShapeRecord>& shapes, const std::vector<ObjectRecord>& objects,
                         Ui* ui)
 {
-    CBufferS buffer;
+    CBufferS buffer{CBufferS::Joined{}};
     BuildSelectionText(buffer, points, shapes, objects);
-    return WriteBuffer(path, buffer, ui);
+    return WriteText(path, buffer.text(), ui);
 }
 
 std::string DoesNotExistMessage(const std::string& name)

@@ -23,6 +23,17 @@ struct ProjectData {
     std::vector<ObjectRecord> objects;
 };
 
+// What a project text is made of, read where it lies (the session's stores, a ProjectData).
+struct ProjectView {
+    int version = 1;
+    const ShowFlagsRecord& showFlags;
+    const ProjectRecord& project;
+    const std::vector<PointList>& points;
+    const std::vector<ShapeRecord>& shapes;
+    const std::vector<ObjectRecord>& objects;
+};
+ProjectView ViewOf(const ProjectData& d);
+
 constexpr const char* kHeaderCorrupt = "Unable to open file! Corrupted file header...";
 constexpr const char* kNewerVersion = "Unable to open file! It has been made with a newer Fieldwright version...";
 constexpr const char* kShapeCorrupt = "Unable to open file! Corrupted shape structure...";
@@ -37,10 +48,15 @@ bool ReadProjectFile(const std::string& path, ProjectData& out, Ui* ui, const st
 bool ReadProjectText(std::string_view text, ProjectData& out, Ui* ui, const std::string& programFolder = {});
 
 // The whole project text, line by line, into the buffer.
+void BuildProjectText(CBufferS& out, const ProjectView& data);
 void BuildProjectText(CBufferS& out, const ProjectData& data);
+// The same, in one text with CR LF line ends: the file's bytes.
+std::string ProjectText(const ProjectView& data);
 // What the session's project file holds: its records and stores, version 1.
+ProjectView ProjectViewOf(const Session& s);
 ProjectData ProjectDataOf(const Session& s);
 // Writes the project; on failure "Unable to write file to disk!" and the old file stays.
+bool WriteProjectFile(const std::string& path, const ProjectView& data, Ui* ui);
 bool WriteProjectFile(const std::string& path, const ProjectData& data, Ui* ui);
 
 // A selection: the head, the version, the shapes and the objects; no settings, no project.

@@ -83,7 +83,7 @@ void OfferRecoveryOnOpen(Session& s, const std::string& path, const FlowHooks& h
     const std::optional<RecoveryCopy> copy = FindRecoveryCopy(s, path);
     if (!copy)
         return;
-    const std::string fileText = s.recovery.baseline;
+    const std::string fileText = RecoveryBaseline(s);
     if (!RecoveryDiffers(*copy, fileText)) {
         DropRecoveryCopy(*copy);
         return;
@@ -339,7 +339,7 @@ bool RecentMenuEnabled(const Session& s, int entry)
 
 bool WriteProject(Session& s, const std::string& path, const FlowHooks& hooks)
 {
-    if (!WriteProjectFile(path, ProjectDataOf(s), s.ui))
+    if (!WriteProjectFile(path, ProjectViewOf(s), s.ui))
         return false;
     const std::string before = s.projectPath;
     // The work is in a file now: the copy kept under the old name goes.

@@ -1,5 +1,7 @@
 #include "files/Recovery.h"
 
+#include <algorithm>
+#include <bit>
 #include <chrono>
 #include <cstdio>
 #include <ctime>
@@ -95,6 +97,70 @@ void DropOld(const std::string& folder)
     }
 }
 
+// Equal doubles that are written apart (0 and -0) make records differ; a NaN differs from itself,
+// which only costs the text that then decides.
+bool SameBits(double a, double b)
+{
+    return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+}
+
+bool SameRecord(const ShapeRecord& a, const ShapeRecord& b)
+{
+    return a == b && SameBits(a.gLineWidth, b.gLineWidth) && SameBits(a.mBandHeight, b.mBandHeight);
+}
+
+bool SameRecord(const ObjectRecord& a, const ObjectRecord& b)
+{
+    return a == b && SameBits(a.Rotation, b.Rotation) &&
+           std::ranges::equal(a.doubles, b.doubles, SameBits);
+}
+
+bool SameRecord(const ProjectRecord& a, const ProjectRecord& b)
+{
+    return a == b && SameBits(a.MagVar, b.MagVar) && SameBits(a.Altitude, b.Altitude) &&
+           SameBits(a.LatitudeDegree, b.LatitudeDegree) && SameBits(a.LongitudeDegree, b.LongitudeDegree) &&
+           SameBits(a.PolyScale, b.PolyScale) && SameBits(a.LineScale, b.LineScale) &&
+           SameBits(a.DotLineScale, b.DotLineScale);
+}
+
+bool SameRecord(const ShowFlagsRecord& a, const ShowFlagsRecord& b)
+{
+    return a == b && SameBits(a.BackImagescale, b.BackImagescale);
+}
+
+template <class Record>
+bool SameRecords(const std::vector<Record>& a, const std::vector<Record>& b)
+{
+    return std::ranges::equal(a, b, [](const Record& x, const Record& y) { return SameRecord(x, y); });
+}
+
+// True only when the project text can't have changed since the keeper last saw the project: every
+// record it is written from is the same, whatever changed it (marked or not).
+bool UnchangedSinceSeen(const Session& s)
+{
+    const RecoveryState& r = s.recovery;
+    return r.seenValid && s.stores.PointStore == r.seen.PointStore && SameRecord(s.showFlags, r.seenFlags) &&
+           SameRecord(s.project, r.seenProject) && SameRecords(s.stores.ShapeStore, r.seen.ShapeStore) &&
+           SameRecords(s.stores.ObjectStore, r.seen.ObjectStore);
+}
+
+void NoteSeen(Session& s)
+{
+    RecoveryState& r = s.recovery;
+    r.seenFlags = s.showFlags;
+    r.seenProject = s.project;
+    r.seen.PointStore = s.stores.PointStore;
+    r.seen.ShapeStore = s.stores.ShapeStore;
+    r.seen.ObjectStore = s.stores.ObjectStore;
+    r.seenValid = true;
+}
+
+std::string TextOfSeen(const RecoveryState& r)
+{
+    const Stores& seen = r.seen;
+    return ProjectText({1, r.seenFlags, r.seenProject, seen.PointStore, seen.ShapeStore, seen.ObjectStore});
+}
+
 } // namespace
 
 void StartRecovery(Session& s, const std::string& folder)
@@ -117,17 +183,29 @@ bool RecoveryOn(const Session& s) { return !s.recovery.folder.empty(); }
 
 std::string ProjectTextOf(const Session& s)
 {
-    CBufferS buffer;
-    BuildProjectText(buffer, ProjectDataOf(s));
-    return JoinLines(buffer.lines());
+    return ProjectText(ProjectViewOf(s));
+}
+
+const std::string& RecoveryBaseline(Session& s)
+{
+    RecoveryState& r = s.recovery;
+    if (r.baselineOfSeen) {
+        r.baseline = TextOfSeen(r);
+        r.baselineOfSeen = false;
+    }
+    return r.baseline;
 }
 
 std::string RecoveryKey(const Session& s) { return s.hasName != 0 ? s.projectPath : std::string(); }
 
 void NoteRecoveryBaseline(Session& s)
 {
-    if (RecoveryOn(s))
-        NoteRecoveryBaseline(s, ProjectTextOf(s));
+    if (!RecoveryOn(s))
+        return;
+    // The text is made only when a later look finds the project changed.
+    NoteRecoveryBaseline(s, std::string());
+    NoteSeen(s);
+    s.recovery.baselineOfSeen = true;
 }
 
 void NoteRecoveryBaseline(Session& s, std::string text)
@@ -136,6 +214,8 @@ void NoteRecoveryBaseline(Session& s, std::string text)
     r.baselineKey = RecoveryKey(s);
     r.baseline = std::move(text);
     r.baselineKnown = true;
+    r.baselineOfSeen = false;
+    r.seenValid = false;
     r.written.clear();
 }
 
@@ -147,12 +227,14 @@ void KeepRecovery(Session& s)
     const std::string key = RecoveryKey(s);
     if (!r.baselineKnown || r.baselineKey != key) {
         // A project whose file content isn't known here: every change is kept.
-        r.baselineKey = key;
-        r.baseline.clear();
-        r.baselineKnown = true;
-        r.written.clear();
+        NoteRecoveryBaseline(s, std::string());
     }
+    // The last look left the copy as this project needs it.
+    if (UnchangedSinceSeen(s))
+        return;
+    RecoveryBaseline(s);
     std::string text = ProjectTextOf(s);
+    NoteSeen(s);
     const RecoveryCopy copy = CopyFor(r.folder, key);
     if (text == r.baseline) {
         // Only a copy of this session's own changes; one left by an earlier session waits for
@@ -180,6 +262,7 @@ void DropRecovery(Session& s)
         return;
     DropRecoveryCopy(CopyFor(s.recovery.folder, RecoveryKey(s)));
     s.recovery.written.clear();
+    s.recovery.seenValid = false;
 }
 
 std::optional<RecoveryCopy> FindRecoveryCopy(const Session& s, const std::string& key)

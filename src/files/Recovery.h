@@ -33,6 +33,9 @@ std::string ProjectTextOf(const Session& s);
 // The key of the session's project: its path, or empty while it has no name.
 std::string RecoveryKey(const Session& s);
 
+// The project text the file holds, as last noted.
+const std::string& RecoveryBaseline(Session& s);
+
 // What the file holds now: after an open, a save or New.
 void NoteRecoveryBaseline(Session& s);
 // The same when the file holds text (a copy restored over an existing file).

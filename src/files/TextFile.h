@@ -15,46 +15,63 @@ class Ui;
 // Lines of a file being written (or tokens of a file being read), in order.
 class CBufferS {
 public:
-    // The lines' storage is kept for the next text built in this buffer (see newLine).
+    struct Joined {};
+    CBufferS() = default;
+    // A buffer that joins its lines into one text as they come, each ended by CR LF: the text of
+    // a whole project is made without a string per line. Its lines() stay empty.
+    explicit CBufferS(Joined) : joined_(true) {}
+
     void reset()
     {
-        spare_.clear();
-        spare_.reserve(lines_.size());
-        for (auto it = lines_.rbegin(); it != lines_.rend(); ++it)
-            spare_.push_back(std::move(*it));
         lines_.clear();
+        text_.clear();
+        count_ = 0;
     }
-    void reserve(std::size_t lines) { lines_.reserve(lines); }
-    bool addLine(std::string text)
+    void reserve(std::size_t lines)
     {
-        lines_.push_back(std::move(text));
-        if (!spare_.empty())
-            spare_.pop_back(); // keeps each kept storage at the place of its line
+        if (joined_)
+            text_.reserve(lines * kJoinedLineBytes);
+        else
+            lines_.reserve(lines);
+    }
+    bool addLine(std::string_view text)
+    {
+        ++count_;
+        if (joined_) {
+            text_.append(text);
+            text_.append("\r\n");
+        } else {
+            lines_.emplace_back(text);
+        }
         return true;
     }
-    // An empty line appended to be filled in place. After a reset it takes the storage of the
-    // line that stood at the same place, so a text built again needs no new memory.
-    std::string& newLine()
+    bool addLine(std::string&& text)
     {
-        if (spare_.empty())
-            return lines_.emplace_back();
-        std::string& line = lines_.emplace_back(std::move(spare_.back()));
-        spare_.pop_back();
-        line.clear();
-        return line;
+        if (joined_)
+            return addLine(std::string_view(text));
+        ++count_;
+        lines_.push_back(std::move(text));
+        return true;
     }
+    bool addLine(const char* text) { return addLine(std::string_view(text)); }
     // False when empty.
     bool GetAll(std::vector<std::string>& out) const
     {
         out = lines_;
         return !lines_.empty();
     }
-    int count() const { return static_cast<int>(lines_.size()); }
+    int count() const { return static_cast<int>(count_); }
     const std::vector<std::string>& lines() const { return lines_; }
+    // The joined text; empty unless the buffer joins.
+    std::string& text() { return text_; }
 
 private:
+    // A point line and its line end, near enough for most lines of a project.
+    static constexpr std::size_t kJoinedLineBytes = 16;
+    bool joined_ = false;
+    std::size_t count_ = 0;
     std::vector<std::string> lines_;
-    std::vector<std::string> spare_; // storage of the lines before the last reset, first line last
+    std::string text_;
 };
 
 using Tokens = std::vector<std::string_view>;

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <optional>
+#include <utility>
 
 #include "FilesTestSupport.h"
 #include "files/ProjectFlows.h"
@@ -131,6 +133,57 @@ TEST_F(Recovery, SavingRefusingOrUndoingTheChangeLeavesNoCopy)
     p.ui.answers.push_back(Answer::No);
     MnuFnew(p.s, {});
     EXPECT_EQ(Copies(), 0u) << "No at the save prompt";
+}
+
+// The keeper skips the text only when the records are as it last saw them; every change the save
+// prompt doesn't see must still be kept, and undoing it must drop the copy again.
+TEST_F(Recovery, EveryUnmarkedChangeAfterAnOpenIsKeptAndItsUndoDropsTheCopy)
+{
+    Program p(dir, RecoveryFolder());
+    Session& s = p.s;
+    ASSERT_TRUE(LoadProject(s, project));
+    ASSERT_GE(s.stores.ShapeCount(), 2);
+    ASSERT_GE(s.stores.ObjectCount(), 2);
+    KeepRecovery(s);
+    EXPECT_EQ(Copies(), 0u) << "nothing changed since the open";
+    // Each change undoes itself when made again.
+    const auto keptThenDropped = [&](const char* what, const auto& change) {
+        change();
+        KeepRecovery(s);
+        ASSERT_EQ(Copies(), 2u) << what;
+        const std::optional<RecoveryCopy> copy = FindRecoveryCopy(s, project);
+        ASSERT_TRUE(copy.has_value()) << what;
+        EXPECT_EQ(test::ReadText(copy->copyPath), ProjectTextOf(s)) << what;
+        KeepRecovery(s);
+        EXPECT_EQ(Copies(), 2u) << what << ", looked at again";
+        change();
+        KeepRecovery(s);
+        EXPECT_EQ(Copies(), 0u) << what << ", undone";
+        EXPECT_EQ(s.dirty, 0) << what;
+    };
+    keptThenDropped("a sideways drag", [&] { s.stores.PointStore[1][2].X ^= 64; });
+    keptThenDropped("the picture moved", [&] { s.showFlags.BackImageTop ^= 16; });
+    keptThenDropped("the picture scaled", [&] {
+        double& scale = s.showFlags.BackImagescale;
+        scale = 7.5 - scale;
+    });
+    keptThenDropped("shapes reordered", [&] {
+        std::swap(s.stores.ShapeStore[0], s.stores.ShapeStore[1]);
+        std::swap(s.stores.PointStore[0], s.stores.PointStore[1]);
+    });
+    keptThenDropped("objects reordered",
+                    [&] { std::swap(s.stores.ObjectStore[0], s.stores.ObjectStore.back()); });
+    keptThenDropped("a runway turned", [&] {
+        double& rotation = s.stores.ObjectStore[0].Rotation;
+        rotation = 90 - rotation;
+    });
+    keptThenDropped("a comment", [&] {
+        std::string& c = s.stores.ShapeStore[0].gComment;
+        if (!c.empty() && c.back() == '!')
+            c.pop_back();
+        else
+            c += '!';
+    });
 }
 
 TEST_F(Recovery, AtStartTheUnnamedProjectAndOneWhoseFileIsGoneAreOffered)
