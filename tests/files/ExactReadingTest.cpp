@@ -113,8 +113,9 @@ TEST(PointWalk, BothWaysOfWalkingAgreeWithTheReference)
                 if (t[close] != ")")
                     continue;
                 PointList within;
-                if (ReadShapePointsWithin(t, start, close, 1000, within) == PointWalkEnd::Done)
+                if (ReadShapePointsWithin(t, start, close, 1000, within) == PointWalkEnd::Done) {
                     ASSERT_EQ(within, expected) << "round " << round << " start " << start << " close " << close;
+                }
             }
         }
     }

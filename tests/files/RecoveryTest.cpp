@@ -190,7 +190,9 @@ TEST_F(Recovery, AtStartTheUnnamedProjectAndOneWhoseFileIsGoneAreOffered)
 {
     {
         Program p(dir, RecoveryFolder());
-        AppendShape(p.s.stores, ShapeRecord{.gType = kPoly}, {{0, 0}, {10, 0}, {10, 10}});
+        ShapeRecord poly;
+        poly.gType = kPoly;
+        AppendShape(p.s.stores, poly, {{0, 0}, {10, 0}, {10, 10}});
         KeepRecovery(p.s);
         EXPECT_EQ(Copies(), 2u);
     }

@@ -156,8 +156,9 @@ TEST(StartGeometry, TheSavedSizeIsHeldInsideTheScreenWithItsFrameAndCentred)
     for (const auto& c : cases) {
         const StartGeometry g = HeldStartGeometry(c.width, c.height, c.screen, QMargins(8, 40, 8, 8), QSize(300, 200));
         EXPECT_EQ(g.size, c.size) << c.width << " x " << c.height;
-        if (c.framePos != QPoint(-1, -1))
+        if (c.framePos != QPoint(-1, -1)) {
             EXPECT_EQ(g.framePos, c.framePos) << c.width << " x " << c.height;
+        }
     }
 }
 

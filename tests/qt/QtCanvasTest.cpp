@@ -307,8 +307,9 @@ TEST(QtCanvasTiles, TheDragOverlayEqualsAFullRepaintAsTheGhostMoves)
         const QRegion changed = qWindow.TakeChanged();
         for (int y = 0; y < 200; ++y)
             for (int x = 0; x < 300; ++x)
-                if (before.pixel(x, y) != qWindow.Image().pixel(x, y))
+                if (before.pixel(x, y) != qWindow.Image().pixel(x, y)) {
                     ASSERT_TRUE(changed.contains(QPoint(x, y))) << what << " at " << x << "," << y;
+                }
     };
     frame("the first frame");
     WorkingCopy& w = s.editor.work;

@@ -60,8 +60,9 @@ TEST(PaintGrid, DefaultSpacingsShowAllLevelsAtEveryZoom)
         for (int level = 0; level < 3; ++level) {
             const int n = CountWithPen(c.calls, "line", s.config.gridColor[level]);
             // At high zoom a coarse level may simply have no line in view.
-            if (zoom <= 0.25)
+            if (zoom <= 0.25) {
                 EXPECT_GT(n, 0) << zoom << " " << level;
+            }
         }
         EXPECT_EQ(CountWithPen(c.calls, "line", s.config.GridColor4), 2) << zoom;
     }
@@ -194,8 +195,9 @@ TEST(PaintObjects, AnObjectWithACornerInTheWindowIsNeverLeftOut)
                     cornerIn = cornerIn || (p.X > w.xMin && p.X < w.xMax && p.Y > w.yMin && p.Y < w.yMax);
             RecordingCanvas c(200, 100);
             PaintObjects(s, w, c);
-            if (cornerIn)
+            if (cornerIn) {
                 ASSERT_FALSE(Only(c, "line").empty()) << "object " << k << " at zoom " << zoom;
+            }
         }
     }
 }
@@ -503,8 +505,9 @@ TEST(ReadBmp, DamagedHeadersNeverReadOutsideTheFile)
             bytes.resize(rng() % bytes.size());
         std::int32_t w = 0, h = 0;
         std::vector<std::uint32_t> px;
-        if (DecodeBmp(bytes, 800, 600, w, h, px) == BmpResult::Ok)
+        if (DecodeBmp(bytes, 800, 600, w, h, px) == BmpResult::Ok) {
             EXPECT_EQ(px.size(), static_cast<std::size_t>(w) * h);
+        }
     }
 }
 
