@@ -14,6 +14,7 @@
 
 #include "core/Session.h"
 #include "files/ProjectFile.h"
+#include "files/ProjectFlows.h"
 
 namespace fw::fuzz {
 
@@ -110,38 +111,12 @@ private:
     std::size_t at_ = 0;
 };
 
-// The load flow's steps after the file was read (files/ProjectFlows.cpp, LoadProject), on data
-// already read: the session reset for a loaded project, the stores, the show flags and the project
-// taken over, the first shape or else the first object selected. A 3-D object keeps the outline
-// the reader gave it (no macro file is read), the background image is not loaded, and the recent
-// list and the configuration's folder are left alone.
+// The load flow's steps after the file was read, on data already read: no macro file or
+// background image is read.
 inline void TakeProject(Session& s, ProjectData&& data, const std::string& path)
 {
-    ResetForLoadedProject(s, path);
-    ClearStores(s.stores);
-    s.stores.PointStore = std::move(data.points);
-    s.stores.ShapeStore = std::move(data.shapes);
-    s.stores.ObjectStore = std::move(data.objects);
-    s.showFlags = std::move(data.showFlags);
-    s.project = std::move(data.project);
-
-    CSelection& sel = s.editor.selection;
-    sel.reset();
-    if (!s.stores.ObjectStore.empty()) {
-        const ObjectRecord& o = s.stores.ObjectStore[0];
-        sel.addEntry(0, 1, o.PosX, o.PosX, o.PosY, o.PosY);
-        sel.setState(3);
-        if (auto* flag = ShowFlagOf(s.showFlags, o.oType))
-            *flag = 1;
-    }
-    if (!s.stores.ShapeStore.empty()) {
-        const ShapeRecord& shape = s.stores.ShapeStore[0];
-        sel.reset();
-        sel.addEntry(0, 0, shape.gLimits[0], shape.gLimits[1], shape.gLimits[2], shape.gLimits[3]);
-        sel.setState(1);
-        if (auto* flag = ShowFlagOf(s.showFlags, shape.gType))
-            *flag = 1;
-    }
+    TakeProjectData(s, std::move(data), path);
+    SelectFirstItem(s);
 }
 
 } // namespace fw::fuzz

@@ -182,6 +182,40 @@ bool LoadPictureAside(Session& s, const FlowHooks& hooks, const std::string& pat
 
 } // namespace
 
+void TakeProjectData(Session& s, ProjectData&& data, const std::string& path)
+{
+    ResetForLoadedProject(s, path);
+    ClearStores(s.stores);
+    s.stores.PointStore = std::move(data.points);
+    s.stores.ShapeStore = std::move(data.shapes);
+    s.stores.ObjectStore = std::move(data.objects);
+    s.showFlags = std::move(data.showFlags);
+    s.project = std::move(data.project);
+}
+
+// One record selected: the first shape, or else the first object; in either case in the select
+// state, so that a click on another item selects it (design.md). Its kind is shown.
+void SelectFirstItem(Session& s)
+{
+    CSelection& sel = s.editor.selection;
+    sel.reset();
+    if (!s.stores.ObjectStore.empty()) {
+        const ObjectRecord& o = s.stores.ObjectStore[0];
+        sel.addEntry(0, 1, o.PosX, o.PosX, o.PosY, o.PosY);
+        sel.setState(1);
+        if (auto* flag = ShowFlagOf(s.showFlags, o.oType))
+            *flag = 1;
+    }
+    if (!s.stores.ShapeStore.empty()) {
+        const ShapeRecord& shape = s.stores.ShapeStore[0];
+        sel.reset();
+        sel.addEntry(0, 0, shape.gLimits[0], shape.gLimits[1], shape.gLimits[2], shape.gLimits[3]);
+        sel.setState(1);
+        if (auto* flag = ShowFlagOf(s.showFlags, shape.gType))
+            *flag = 1;
+    }
+}
+
 bool LoadProject(Session& s, const std::string& path, const FlowHooks& hooks, const LoadSource* source)
 {
     const bool unnamed = source != nullptr && source->unnamed;
@@ -211,34 +245,9 @@ bool LoadProject(Session& s, const std::string& path, const FlowHooks& hooks, co
         }
     }
 
-    ResetForLoadedProject(s, path);
-    ClearStores(s.stores);
-    s.stores.PointStore = std::move(data.points);
-    s.stores.ShapeStore = std::move(data.shapes);
-    s.stores.ObjectStore = std::move(data.objects);
-    s.showFlags = std::move(data.showFlags);
-    s.project = std::move(data.project);
+    TakeProjectData(s, std::move(data), path);
     s.bitmap = std::move(picture);
-
-    // One record selected: the first shape, or else the first object; in either case in the
-    // select state, so that a click on another item selects it (design.md).
-    CSelection& sel = s.editor.selection;
-    sel.reset();
-    if (!s.stores.ObjectStore.empty()) {
-        const ObjectRecord& o = s.stores.ObjectStore[0];
-        sel.addEntry(0, 1, o.PosX, o.PosX, o.PosY, o.PosY);
-        sel.setState(1);
-        if (auto* flag = ShowFlagOf(s.showFlags, o.oType))
-            *flag = 1;
-    }
-    if (!s.stores.ShapeStore.empty()) {
-        const ShapeRecord& shape = s.stores.ShapeStore[0];
-        sel.reset();
-        sel.addEntry(0, 0, shape.gLimits[0], shape.gLimits[1], shape.gLimits[2], shape.gLimits[3]);
-        sel.setState(1);
-        if (auto* flag = ShowFlagOf(s.showFlags, shape.gType))
-            *flag = 1;
-    }
+    SelectFirstItem(s);
 
     if (unnamed) {
         s.projectPath = kUnnamedProject;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/Session.h"
+#include "files/ProjectFile.h"
 #include "files/Recovery.h"
 
 namespace fw {
@@ -47,6 +48,12 @@ void OpenGLStartFailed(Session& s, const std::string& configPath);
 
 // 1: go on; 0: the user cancelled (or the save that was asked for failed).
 int AskToSave(Session& s, const FlowHooks& hooks = {});
+
+// The session takes over a project read from path: stores, show flags and the project record.
+// No picture or macro is loaded, and the recent list and the folders are left alone.
+void TakeProjectData(Session& s, ProjectData&& data, const std::string& path);
+// The load flow's selection: the first shape, or else the first object.
+void SelectFirstItem(Session& s);
 
 // The load flow; false when the file is missing or can't be read (the session is as it was).
 // A load that reads another file than the project's own: a recovery copy, restored as the

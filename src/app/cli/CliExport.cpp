@@ -5,6 +5,7 @@
 #include "app/cli/Commands.h"
 #include "core/Helpers.h"
 #include "core/Session.h"
+#include "files/ProjectFlows.h"
 #include "export/Compile.h"
 #include "export/ExportDriver.h"
 #include "export/ScasmCheck.h"
@@ -60,13 +61,7 @@ bool LoadProject(const std::string& path, Session& s, Ui& ui)
     ProjectData data;
     if (!ReadProjectFile(path, data, &ui, s.programFolder))
         return false;
-    ResetForLoadedProject(s, path);
-    s.project = data.project;
-    s.showFlags = data.showFlags;
-    ClearStores(s.stores);
-    for (std::size_t i = 0; i < data.shapes.size(); ++i)
-        AppendShape(s.stores, data.shapes[i], i < data.points.size() ? data.points[i] : PointList{});
-    s.stores.ObjectStore = data.objects;
+    TakeProjectData(s, std::move(data), path);
     // Built-in macros live in this program's macro folder, wherever the project was made.
     MacroOutlines outlines(s.config, s.programFolder, s.decimalSeparator);
     for (ObjectRecord& o : s.stores.ObjectStore)

@@ -4,6 +4,7 @@
 #include "app/cli/Commands.h"
 #include "core/Helpers.h"
 #include "core/Session.h"
+#include "files/ProjectFlows.h"
 #include "files/ConfigFile.h"
 #include "files/ProjectFile.h"
 #include "files/TextFile.h"
@@ -33,13 +34,7 @@ bool LoadInto(Session& s, const std::string& path, Ui& ui)
     ProjectData data;
     if (!ReadProjectFile(path, data, &ui, s.programFolder))
         return false;
-    ResetForLoadedProject(s, path);
-    s.project = data.project;
-    s.showFlags = data.showFlags;
-    ClearStores(s.stores);
-    for (std::size_t i = 0; i < data.shapes.size(); ++i)
-        AppendShape(s.stores, data.shapes[i], i < data.points.size() ? data.points[i] : PointList{});
-    s.stores.ObjectStore = data.objects;
+    TakeProjectData(s, std::move(data), path);
     return true;
 }
 
