@@ -80,12 +80,7 @@ void BM_PanelSnapshot(benchmark::State& state)
 {
     const Session& s = LimitSession();
     for (auto _ : state) {
-        auto copy = std::make_unique<Session>();
-        copy->programFolder = s.programFolder;
-        copy->decimalSeparator = s.decimalSeparator;
-        copy->project = s.project;
-        copy->config = s.config;
-        copy->stores = s.stores;
+        auto copy = CheckSnapshot(s);
         benchmark::DoNotOptimize(copy.get());
     }
 }

@@ -428,6 +428,17 @@ const char* ProblemKindName(ProblemKind kind)
     return "project";
 }
 
+std::unique_ptr<Session> CheckSnapshot(const Session& s)
+{
+    auto copy = std::make_unique<Session>();
+    copy->programFolder = s.programFolder;
+    copy->decimalSeparator = s.decimalSeparator;
+    copy->project = s.project;
+    copy->config = s.config;
+    copy->stores = s.stores;
+    return copy;
+}
+
 std::vector<Problem> CheckDesign(const Session& s, const CompilerSetup& setup)
 {
     return Check(s, setup).run();

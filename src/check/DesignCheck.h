@@ -3,6 +3,7 @@
 // changes nothing.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -39,6 +40,9 @@ CompilerSetup ProbeCompilerSetup(const std::string& programFolder, const Compile
 // Every problem of the design, the project's and the set-up's first, then the shapes' and the
 // objects' by index.
 std::vector<Problem> CheckDesign(const Session& s, const CompilerSetup& setup);
+
+// What the check reads, copied, for a check beside an editor that goes on changing the session.
+std::unique_ptr<Session> CheckSnapshot(const Session& s);
 
 // True for a problem the compiler run would meet: an export fault or the set-up.
 bool StopsCompile(const Problem& p);

@@ -31,18 +31,6 @@ std::vector<Problem> CheckNow(const Session& s)
     return CheckDesign(s, ProbeCompilerSetup(s.programFolder, CompilerFromEnvironment()));
 }
 
-// What the check reads, copied: the editor goes on changing the session meanwhile.
-std::unique_ptr<Session> Snapshot(const Session& s)
-{
-    auto copy = std::make_unique<Session>();
-    copy->programFolder = s.programFolder;
-    copy->decimalSeparator = s.decimalSeparator;
-    copy->project = s.project;
-    copy->config = s.config;
-    copy->stores = s.stores;
-    return copy;
-}
-
 QString CountText(std::size_t n)
 {
     if (n == 0)
@@ -88,7 +76,7 @@ void ProblemsPanel::startCheck()
         return;
     }
     running_ = true;
-    worker_ = std::thread([this, design = Snapshot(session_)] {
+    worker_ = std::thread([this, design = CheckSnapshot(session_)] {
         std::vector<Problem> found = CheckNow(*design);
         QMetaObject::invokeMethod(
             this,

@@ -47,13 +47,8 @@ bool LocaleSeparator(char& out)
 
 } // namespace
 
-// The project as the Open command leaves it in the session.
-bool LoadProject(const std::string& path, Session& s, Ui& ui)
+bool ReadProjectInto(const std::string& path, Session& s, Ui& ui)
 {
-    ResetAtStart(s);
-    s.programFolder = ProgramFolder();
-    s.ui = &ui;
-    ResetConfig(s.config, s.programFolder);
     if (!FileExists(path)) {
         ui.Message(DoesNotExistMessage(path), MessageStyle::Information);
         return false;
@@ -62,6 +57,18 @@ bool LoadProject(const std::string& path, Session& s, Ui& ui)
     if (!ReadProjectFile(path, data, &ui, s.programFolder))
         return false;
     TakeProjectData(s, std::move(data), path);
+    return true;
+}
+
+// The project as the Open command leaves it in the session.
+bool LoadProject(const std::string& path, Session& s, Ui& ui)
+{
+    ResetAtStart(s);
+    s.programFolder = ProgramFolder();
+    s.ui = &ui;
+    ResetConfig(s.config, s.programFolder);
+    if (!ReadProjectInto(path, s, ui))
+        return false;
     // Built-in macros live in this program's macro folder, wherever the project was made.
     MacroOutlines outlines(s.config, s.programFolder, s.decimalSeparator);
     for (ObjectRecord& o : s.stores.ObjectStore)

@@ -25,19 +25,6 @@ void ReadConfiguration(Session& s)
         ReadConfigText(s, text);
 }
 
-bool LoadInto(Session& s, const std::string& path, Ui& ui)
-{
-    if (!FileExists(path)) {
-        ui.Message(DoesNotExistMessage(path), MessageStyle::Information);
-        return false;
-    }
-    ProjectData data;
-    if (!ReadProjectFile(path, data, &ui, s.programFolder))
-        return false;
-    TakeProjectData(s, std::move(data), path);
-    return true;
-}
-
 } // namespace
 
 int ImportOsm(const Args& args)
@@ -52,7 +39,7 @@ int ImportOsm(const Args& args)
     s.programFolder = ProgramFolder();
     s.ui = &ui;
     ReadConfiguration(s);
-    if (!LoadInto(s, args[0], ui))
+    if (!ReadProjectInto(args[0], s, ui))
         return 1;
     OsmImportOptions options;
     options.takeReference = [](const GeoPoint& p, bool aerodrome) {

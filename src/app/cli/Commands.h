@@ -30,5 +30,7 @@ struct Session;
 namespace cli {
 // The project as the Open command leaves it in the session; false (told through ui) when it can't be read.
 bool LoadProject(const std::string& path, Session& s, Ui& ui);
+// The project read into the session as it is, with no macro read and no selection made.
+bool ReadProjectInto(const std::string& path, Session& s, Ui& ui);
 } // namespace cli
 } // namespace fw
