@@ -2,17 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cctype>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
 #include <unordered_set>
 #include <utility>
-
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 
 namespace fw {
 
@@ -172,76 +167,10 @@ struct Row {
     std::string_view first;
 };
 
-#if defined(__SSE2__)
-// Bit k set where byte k of the sixteen is c, or a digit.
-unsigned BytesEqual(__m128i v, char c) { return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(v, _mm_set1_epi8(c)))); }
-unsigned Digits(__m128i v)
-{
-    return static_cast<unsigned>(_mm_movemask_epi8(
-        _mm_and_si128(_mm_cmpgt_epi8(v, _mm_set1_epi8('0' - 1)), _mm_cmplt_epi8(v, _mm_set1_epi8('9' + 1)))));
-}
-
-// A row of at most 64 bytes of digits, points, signs and blanks, read at once from the masks of
-// its bytes: false for any other row. The bytes up to readable may be read past the row's end.
-bool NumberRow(std::string_view code, const char* readable, Row& row)
-{
-    constexpr std::size_t kMost = 64;
-    if (code.size() > kMost)
-        return false;
-    const std::size_t blocks = (code.size() + 15) / 16;
-    const char* bytes = code.data();
-    char copy[kMost] = {};
-    if (!readable || readable - bytes < static_cast<std::ptrdiff_t>(blocks * 16)) {
-        std::memcpy(copy, bytes, code.size());
-        bytes = copy;
-    }
-    std::uint64_t blank = 0, digit = 0, point = 0, sign = 0;
-    for (std::size_t b = 0; b < blocks; ++b) {
-        const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + b * 16));
-        const unsigned shift = static_cast<unsigned>(b * 16);
-        blank |= static_cast<std::uint64_t>(BytesEqual(v, ' ') | BytesEqual(v, '\t')) << shift;
-        digit |= static_cast<std::uint64_t>(Digits(v)) << shift;
-        point |= static_cast<std::uint64_t>(BytesEqual(v, '.')) << shift;
-        sign |= static_cast<std::uint64_t>(BytesEqual(v, '-')) << shift;
-    }
-    // The bytes past the row's end are none of its own.
-    const std::uint64_t inside = code.size() == kMost ? ~std::uint64_t{0} : (std::uint64_t{1} << code.size()) - 1;
-    digit &= inside;
-    point &= inside;
-    sign &= inside;
-    const std::uint64_t word = ~blank & inside;
-    if (word & ~(digit | point | sign))
-        return false;
-    // Words are the runs of other bytes than blanks: where each starts and where it ends.
-    std::uint64_t starts = word & ~(word << 1);
-    std::uint64_t ends = word & ~(word >> 1);
-    row.numbers = (sign & ~starts) == 0; // a sign only in front
-    if (starts) {
-        const int first = std::countr_zero(starts);
-        row.first = code.substr(static_cast<std::size_t>(first),
-                                static_cast<std::size_t>(std::countr_zero(ends) - first + 1));
-    }
-    // Each a number: a digit at least and a point at most.
-    for (; starts; starts &= starts - 1, ends &= ends - 1) {
-        ++row.words;
-        const int last = std::countr_zero(ends);
-        const std::uint64_t through = last == 63 ? ~std::uint64_t{0} : (std::uint64_t{2} << last) - 1;
-        const std::uint64_t span = through & ~((starts & (~starts + 1)) - 1);
-        const std::uint64_t points = point & span;
-        row.numbers = row.numbers && (digit & span) != 0 && (points & (points - 1)) == 0;
-    }
-    return true;
-}
-#endif
-
 // The row of code without quotes, read as PlainTokens cuts it.
-Row PlainRow(std::string_view code, [[maybe_unused]] const char* readable)
+Row PlainRow(std::string_view code)
 {
     Row row;
-#if defined(__SSE2__)
-    if (NumberRow(code, readable, row))
-        return row;
-#endif
     const char* const s = code.data();
     const std::size_t n = code.size();
     std::size_t i = 0;
@@ -299,10 +228,10 @@ std::string_view FirstToken(const CodeLine& line, TokenList& scratch)
     return std::string_view(s + begin, i - begin);
 }
 
-Row RowOf(const CodeLine& line, const char* readable, TokenList& scratch)
+Row RowOf(const CodeLine& line, TokenList& scratch)
 {
     if (!line.quote)
-        return PlainRow(line.code, readable);
+        return PlainRow(line.code);
     scratch.clear();
     QuotedTokens(line.code, scratch);
     Row row;
@@ -415,36 +344,11 @@ constexpr std::array<unsigned char, 256> ByteClasses()
 }
 constexpr std::array<unsigned char, 256> kByteClass = ByteClasses();
 
-#if defined(__SSE2__)
-__m128i Equal(__m128i v, char c) { return _mm_cmpeq_epi8(v, _mm_set1_epi8(c)); }
-unsigned Bits(__m128i m) { return static_cast<unsigned>(_mm_movemask_epi8(m)); }
-
-// What the first reading of a line looks at in sixteen bytes, bit k for byte k.
-struct Block {
-    unsigned stop;    // ";", '"' and, in a text, LF
-    unsigned bracket; // "(" and ")"
-    unsigned comma;
-};
-
-template <bool InText>
-Block BlockAt(const char* p)
-{
-    const __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
-    __m128i stop = _mm_or_si128(Equal(v, ';'), Equal(v, '"'));
-    if (InText)
-        stop = _mm_or_si128(stop, Equal(v, '\n'));
-    // "(" and ")" differ in their lowest bit only.
-    const __m128i bracket = _mm_cmpeq_epi8(_mm_or_si128(v, _mm_set1_epi8(1)), _mm_set1_epi8(')'));
-    return {Bits(stop), Bits(bracket), Bits(Equal(v, ','))};
-}
-#endif
-
 class Checker {
 public:
     std::vector<ScasmProblem> problems;
 
-    // readable: the end of the text being read, when the check reads one.
-    explicit Checker(const char* readable = nullptr) : readable_(readable) { scopes_.emplace_back(); }
+    Checker() { scopes_.emplace_back(); }
 
     // One line of a list.
     void line(std::string_view raw, int number)
@@ -507,7 +411,6 @@ private:
     Kind kind_ = Kind::Unknown;
     std::vector<CodeLine> lines_;
     TokenList tokens_; // the words of one statement or row, kept for the next
-    const char* readable_;
 
     // From p to the line's end.
     static std::string_view Line(const char* p, const char* lf, const char* end)
@@ -563,23 +466,6 @@ private:
             }
             return c != '\n' || InText; // the comment's ";" or the line's end
         };
-#if defined(__SSE2__)
-        // Sixteen bytes at a time: the brackets and commas before the first byte that stops it.
-        for (; end - p >= 16; p += 16) {
-            const Block k = BlockAt<InText>(p);
-            const unsigned first = k.stop & (~k.stop + 1);
-            const unsigned before = first - 1; // all sixteen when nothing stops here
-            for (unsigned b = k.bracket & before; b != 0; b &= b - 1)
-                at(p + std::countr_zero(b));
-            if (k.comma & before)
-                comma = true;
-            if (first) {
-                const char* q = p + std::countr_zero(first);
-                at(q); // a quote takes back what the line's reading did
-                return q;
-            }
-        }
-#endif
         for (; p < end; ++p)
             if (kByteClass[static_cast<unsigned char>(*p)] != kPlain && at(p))
                 return p;
@@ -809,7 +695,7 @@ private:
                                      std::to_string(scope.points) + " points");
         long rows = 0;
         for (std::size_t k = 1; k < lines.size(); ++k) {
-            const Row row = RowOf(lines[k], readable_, t);
+            const Row row = RowOf(lines[k], t);
             if (!row.words || row.first == ")")
                 continue;
             ++rows;
@@ -881,7 +767,7 @@ std::vector<ScasmProblem> CheckScasmText(std::string_view text)
 {
     const char* p = text.data();
     const char* const end = p + text.size();
-    Checker c(end);
+    Checker c;
     int number = 0;
     while (p < end)
         p = c.text(p, end, ++number);
