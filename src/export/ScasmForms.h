@@ -21,38 +21,6 @@ struct NumberText {
     operator std::string_view() const { return {text, size}; }
 };
 
-namespace detail {
-// "00" to "99".
-inline constexpr char kDigitPairs[] = "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
-                                      "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
-                                      "8081828384858687888990919293949596979899";
-
-// The digits of u at to, with the short values of a plan written inline; gives the end.
-[[gnu::always_inline]] inline char* PutDigits(char* to, char* last, std::uint64_t u)
-{
-    if (u < 10) {
-        *to = static_cast<char>('0' + u);
-        return to + 1;
-    }
-    if (u < 100) {
-        std::memcpy(to, kDigitPairs + 2 * u, 2);
-        return to + 2;
-    }
-    if (u < 10000) {
-        const std::uint64_t hi = u / 100;
-        const std::uint64_t lo = u % 100;
-        if (hi < 10) {
-            *to = static_cast<char>('0' + hi);
-            std::memcpy(to + 1, kDigitPairs + 2 * lo, 2);
-            return to + 3;
-        }
-        std::memcpy(to, kDigitPairs + 2 * hi, 2);
-        std::memcpy(to + 2, kDigitPairs + 2 * lo, 2);
-        return to + 4;
-    }
-    return std::to_chars(to, last, u).ptr;
-}
-} // namespace detail
 
 // Decimal integer, "-" for a negative, no padding.
 [[gnu::always_inline]] inline NumberText IntText(std::int64_t v)
@@ -64,7 +32,7 @@ inline constexpr char kDigitPairs[] = "00010203040506070809101112131415161718192
         *to++ = '-';
         u = 0 - u;
     }
-    out.size = static_cast<std::uint8_t>(detail::PutDigits(to, out.text + sizeof out.text, u) - out.text);
+    out.size = static_cast<std::uint8_t>(std::to_chars(to, out.text + sizeof out.text, u).ptr - out.text);
     return out;
 }
 // The integer padded with blanks on the right to width, or cut to it.
