@@ -13,7 +13,6 @@
 #include "core/Stores.h"
 #include "export/ExportDriver.h"
 #include "export/ExportTestSupport.h"
-#include "files/ProjectFile.h"
 
 namespace fw::test {
 namespace {
@@ -344,14 +343,8 @@ TEST(DesignCheck, CommandLine)
     const fs::path dir = fs::path(::testing::TempDir()) / "fw_check_cli";
     fs::create_directories(dir);
     auto save = [&](const std::string& name, const Design& d) {
-        ProjectData data;
-        data.project = d.s.project;
-        ResetShowFlags(data.showFlags);
-        data.shapes = d.s.stores.ShapeStore;
-        data.points = d.s.stores.PointStore;
-        data.objects = d.s.stores.ObjectStore;
         const std::string path = (dir / name).string();
-        EXPECT_TRUE(WriteProjectFile(path, data, nullptr));
+        EXPECT_TRUE(SaveProject(path, d.s.project, d.s.stores));
         return path;
     };
     Design clean;

@@ -1,7 +1,6 @@
 // The structure checker: each fault it is there to catch, and exports of generated projects.
 #include "ExportTestSupport.h"
 
-#include <cstdio>
 #include <random>
 #include <utility>
 
@@ -190,20 +189,6 @@ TEST(ScasmChecker, GeneratedProjectsPass)
         EXPECT_TRUE(problems.empty()) << "round " << round << "\n" << FormatProblems(problems);
     }
     EXPECT_LT(faults, 20);
-}
-
-// The exit status and report of the batch tool's check; a passing file is checked with the every-kind export.
-TEST(ScasmChecker, CommandLine)
-{
-    const std::string bad = testing::TempDir() + "fw_check_bad.txt";
-    const std::string out = testing::TempDir() + "fw_check_out.txt";
-    std::ofstream(bad, std::ios::binary) << "Area( 5  1  1 6 )\r\n  Jump( :Nowhere )\r\n";
-    EXPECT_NE(std::system(("\"" + std::string(FW_CLI) + "\" check-scasm \"" + bad + "\" > \"" + out + "\"").c_str()), 0);
-    const std::string report = ReadBytes(out);
-    EXPECT_NE(report.find(bad + ":1:"), std::string::npos) << report;
-    EXPECT_NE(report.find(bad + ":2: label :Nowhere"), std::string::npos) << report;
-    std::remove(bad.c_str());
-    std::remove(out.c_str());
 }
 
 } // namespace

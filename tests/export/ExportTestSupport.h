@@ -16,6 +16,7 @@
 #include "core/Stores.h"
 #include "export/ExportDriver.h"
 #include "export/ScasmCheck.h"
+#include "files/ProjectFile.h"
 #include "support/ScriptedUi.h"
 
 namespace fw::test {
@@ -62,6 +63,19 @@ struct TestProject {
         return buffer.lines();
     }
 };
+
+// Writes the records as a project file, for the batch tool.
+inline bool SaveProject(const std::string& path, const ProjectRecord& project, const Stores& stores)
+{
+    ProjectData data;
+    data.version = 1;
+    ResetShowFlags(data.showFlags);
+    data.project = project;
+    data.points = stores.PointStore;
+    data.shapes = stores.ShapeStore;
+    data.objects = stores.ObjectStore;
+    return WriteProjectFile(path, data, nullptr);
+}
 
 inline std::string Join(const std::vector<std::string>& lines)
 {

@@ -27,11 +27,7 @@ TEST(NumberForms, IntFixAndHex)
     EXPECT_EQ(Hex(0), "0");
     EXPECT_EQ(Hex(16), "10");
     EXPECT_EQ(Hex(-1), "FFFFFFFF");
-}
-
-// Short integers are written from digit pairs, longer ones the general way: every length.
-TEST(NumberForms, IntegersOfEveryLength)
-{
+    // Short integers are written from digit pairs, longer ones the general way: every length.
     std::int64_t power = 1;
     for (int digits = 1; digits <= 18; ++digits, power *= 10) {
         const std::string nines(static_cast<std::size_t>(digits), '9');
@@ -230,30 +226,6 @@ TEST(ShapeExport, CollinearPolygonWritesNothingButCounts)
     for (size_t at = text.find("Polygon - Poly()"); at != std::string::npos; at = text.find("Polygon - Poly()", at + 1))
         ++boxes;
     EXPECT_EQ(boxes, 1u);
-}
-
-TEST(ShapeExport, TexPolyWithMoreThanFourPointsStops)
-{
-    TestProject t;
-    t.Shape(kTexPoly, {{0, 0}, {100, 0}, {150, 50}, {100, 100}, {0, 100}});
-    EXPECT_THROW(t.Lines(), OperationFault);
-    EXPECT_FALSE(ExportTextFile(t.Input(), "/nonexistent-folder/x.txt", kExportText, {}));
-    ASSERT_EQ(t.ui.Messages().size(), 1u);
-    EXPECT_NE(t.ui.Messages()[0].find("shape 1 (TexPoly"), std::string::npos);
-}
-
-TEST(ShapeExport, ZeroScaleAndZeroSpacingStopWithAMessage)
-{
-    TestProject t;
-    t.project.PolyScale = 0;
-    t.Shape(kPoly, {{0, 0}, {100, 0}, {0, 100}});
-    EXPECT_THROW(t.Lines(), OperationFault);
-    TestProject d;
-    d.Shape(kDotLine, {{0, 0}, {100, 0}}).gDotSpacing() = 0;
-    EXPECT_THROW(d.Lines(), OperationFault);
-    TestProject w;
-    w.Shape(kWideLine, {{0, 0}, {100, 0}}).gLineWidth = 0; // automatic scale of a zero width
-    EXPECT_THROW(w.Lines(), OperationFault);
 }
 
 TEST(ShapeExport, ShapesWithoutPointsStayWellFormed)
