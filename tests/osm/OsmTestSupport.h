@@ -1,6 +1,7 @@
 // Small OpenStreetMap extracts written by the tests, and a session to import them into.
 #pragma once
 
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -11,8 +12,12 @@
 
 #include "core/Session.h"
 #include "core/Stores.h"
+#include "osm/OsmImport.h"
 
 namespace fw::test {
+
+constexpr double kLat = 48.35;
+constexpr double kLon = 11.78;
 
 // An extract in OSM XML; node ids from 1, way ids from 100, relation ids from 1000.
 class OsmXml {
@@ -21,31 +26,29 @@ public:
 
     long node(double lat, double lon, const Tags& tags = {})
     {
-        const long id = nextNode_++;
-        char head[160];
-        std::snprintf(head, sizeof head, "  <node id=\"%ld\" version=\"1\" lat=\"%.7f\" lon=\"%.7f\"", id, lat, lon);
-        body_ += head;
-        Close("node", tags);
-        return id;
+        char head[128];
+        std::snprintf(head, sizeof head, "<node id=\"%ld\" version=\"1\" lat=\"%.7f\" lon=\"%.7f\">\n", nextNode_, lat,
+                      lon);
+        nodes_ += head + TagLines(tags) + "</node>\n";
+        return nextNode_++;
     }
     long way(const std::vector<long>& nodes, const Tags& tags)
     {
-        const long id = nextWay_++;
-        body_ += "  <way id=\"" + std::to_string(id) + "\" version=\"1\">\n";
+        std::string refs;
         for (long n : nodes)
-            body_ += "    <nd ref=\"" + std::to_string(n) + "\"/>\n";
-        Tail("way", tags);
-        return id;
+            refs += "<nd ref=\"" + std::to_string(n) + "\"/>\n";
+        ways_ += "<way id=\"" + std::to_string(nextWay_) + "\" version=\"1\">\n" + refs + TagLines(tags) + "</way>\n";
+        return nextWay_++;
     }
     long multipolygon(const std::vector<std::pair<long, std::string>>& ways, Tags tags)
     {
-        const long id = nextRelation_++;
         tags["type"] = "multipolygon";
-        body_ += "  <relation id=\"" + std::to_string(id) + "\" version=\"1\">\n";
+        std::string members;
         for (const auto& [w, role] : ways)
-            body_ += "    <member type=\"way\" ref=\"" + std::to_string(w) + "\" role=\"" + role + "\"/>\n";
-        Tail("relation", tags);
-        return id;
+            members += "<member type=\"way\" ref=\"" + std::to_string(w) + "\" role=\"" + role + "\"/>\n";
+        relations_ += "<relation id=\"" + std::to_string(nextRelation_) + "\" version=\"1\">\n" + members +
+                      TagLines(tags) + "</relation>\n";
+        return nextRelation_++;
     }
     // Nodes first, then ways, then relations, as the format has them.
     std::string text() const
@@ -53,35 +56,28 @@ public:
         return "<?xml version='1.0' encoding='UTF-8'?>\n<osm version=\"0.6\" generator=\"test\">\n" + nodes_ +
                ways_ + relations_ + "</osm>\n";
     }
-    void save(const std::string& path) const { std::ofstream(path, std::ios::binary) << text(); }
 
 private:
-    void Close(const char* what, const Tags& tags)
+    static std::string TagLines(const Tags& tags)
     {
-        if (tags.empty()) {
-            body_ += "/>\n";
-        } else {
-            body_ += ">\n";
-            Tail(what, tags);
-            return;
-        }
-        Flush(what);
-    }
-    void Tail(const char* what, const Tags& tags)
-    {
+        std::string lines;
         for (const auto& [k, v] : tags)
-            body_ += "    <tag k=\"" + k + "\" v=\"" + v + "\"/>\n";
-        body_ += std::string("  </") + what + ">\n";
-        Flush(what);
-    }
-    void Flush(const std::string& what)
-    {
-        (what == "node" ? nodes_ : what == "way" ? ways_ : relations_) += body_;
-        body_.clear();
+            lines += "<tag k=\"" + k + "\" v=\"" + v + "\"/>\n";
+        return lines;
     }
 
-    std::string body_, nodes_, ways_, relations_;
+    std::string nodes_, ways_, relations_;
     long nextNode_ = 1, nextWay_ = 100, nextRelation_ = 1000;
+};
+
+// Nodes placed by metres east and north of the reference point.
+struct Plan {
+    OsmXml xml;
+    WorldFrame frame = MakeWorldFrame(kLat, kLon);
+    long at(double east, double north, const OsmXml::Tags& tags = {})
+    {
+        return xml.node(kLat + north * frame.LatDegPerMetre, kLon + east * frame.LonDegPerMetre, tags);
+    }
 };
 
 // A folder of its own under the system's temporary folder, gone after the test.
@@ -98,6 +94,12 @@ public:
         std::filesystem::remove_all(root_, ec);
     }
     std::string path(const std::string& name) const { return root_ + "/" + name; }
+    // Writes text to name and gives its path.
+    std::string write(const std::string& name, const std::string& text) const
+    {
+        std::ofstream(path(name), std::ios::binary) << text;
+        return path(name);
+    }
 
 private:
     std::string root_;
@@ -111,6 +113,15 @@ inline void NewSession(Session& s, double lat = 0, double lon = 0)
     ClearStores(s.stores);
     s.project.LatitudeDegree = lat;
     s.project.LongitudeDegree = lon;
+}
+
+// Writes the extract and imports it into a new session with the given reference point.
+inline OsmImportResult Import(Session& s, const OsmXml& xml, double lat = kLat, double lon = kLon,
+                              const OsmImportOptions& options = {})
+{
+    Scratch dir;
+    NewSession(s, lat, lon);
+    return ImportOsm(s, dir.write("extract.osm", xml.text()), options);
 }
 
 } // namespace fw::test
