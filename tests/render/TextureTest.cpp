@@ -3,22 +3,19 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <tuple>
 #include <vector>
 
-#include "support/RecordingCanvas.h"
 #include "render/Texture.h"
+#include "support/RecordingCanvas.h"
 
 namespace fw {
 namespace {
 
 namespace fs = std::filesystem;
 using Bytes = std::vector<std::uint8_t>;
-
-void Put16(Bytes& b, std::size_t at, std::uint32_t v)
-{
-    b[at] = static_cast<std::uint8_t>(v);
-    b[at + 1] = static_cast<std::uint8_t>(v >> 8);
-}
+using Texel = std::array<int, 4>;
+using Rgb = std::array<std::uint8_t, 3>;
 
 void Put32(Bytes& b, std::size_t at, std::uint32_t v)
 {
@@ -26,37 +23,29 @@ void Put32(Bytes& b, std::size_t at, std::uint32_t v)
         b[at + i] = static_cast<std::uint8_t>(v >> (8 * i));
 }
 
-// A bitmap header: "BM", sizes, offset and depth; the file is exactly headerSize bytes long.
+// A bitmap header ("BM", offset, sides, depth; bfSize is never trusted); the file is headerSize bytes.
 Bytes Header(std::int32_t w, std::int32_t h, int bits, std::uint32_t offBits, std::size_t headerSize)
 {
     Bytes b(headerSize, 0);
     b[0] = 'B';
     b[1] = 'M';
-    Put32(b, 2, 0x7FFFFFFF); // bfSize is never trusted
+    Put32(b, 2, 0x7FFFFFFF);
     Put32(b, 10, offBits);
     Put32(b, 14, 40);
     Put32(b, 18, static_cast<std::uint32_t>(w));
     Put32(b, 22, static_cast<std::uint32_t>(h));
-    Put16(b, 26, 1);
-    Put16(b, 28, static_cast<std::uint32_t>(bits));
+    b[26] = 1;
+    b[28] = static_cast<std::uint8_t>(bits);
     return b;
 }
 
-// Palette entry e of an 8-bit bitmap: blue e / 4, green e / 2, red 255 - e, reserved (alpha) e.
-std::array<std::uint8_t, 4> Entry(int e)
-{
-    return {static_cast<std::uint8_t>(e / 4), static_cast<std::uint8_t>(e / 2), static_cast<std::uint8_t>(255 - e),
-            static_cast<std::uint8_t>(e)};
-}
-
-// An 8-bit bitmap whose pixel i holds index (i % 251); extra is appended after one skipped byte.
+// An 8-bit bitmap whose palette entry e is blue e / 4, green e / 2, red 255 - e, reserved e, and
+// whose pixel i holds index i % 251; extra is appended after one skipped byte.
 Bytes Bitmap8(std::int32_t w, std::int32_t h, const Bytes& extra = {}, std::uint32_t offBits = 1078)
 {
     Bytes b = Header(w, h, 8, offBits, std::max<std::size_t>(1078, offBits));
-    for (int e = 0; e < 256; ++e) {
-        auto v = Entry(e);
-        std::copy(v.begin(), v.end(), b.begin() + 54 + 4 * e);
-    }
+    for (int e = 0; e < 256; ++e)
+        Put32(b, 54 + 4 * e, static_cast<std::uint32_t>(e / 4 | (e / 2) << 8 | (255 - e) << 16) | static_cast<std::uint32_t>(e) << 24);
     for (std::int64_t i = 0; i < std::int64_t{w} * h; ++i)
         b.push_back(static_cast<std::uint8_t>(i % 251));
     if (!extra.empty()) {
@@ -66,15 +55,25 @@ Bytes Bitmap8(std::int32_t w, std::int32_t h, const Bytes& extra = {}, std::uint
     return b;
 }
 
+// Pixel i is blue i, green i + 1, red i + 2.
 Bytes Bitmap24(std::int32_t w, std::int32_t h)
 {
     Bytes b = Header(w, h, 24, 54, 54);
-    for (std::int64_t i = 0; i < std::int64_t{w} * h; ++i) {
-        b.push_back(static_cast<std::uint8_t>(i));      // blue
-        b.push_back(static_cast<std::uint8_t>(i + 1));  // green
-        b.push_back(static_cast<std::uint8_t>(i + 2));  // red
-    }
+    for (std::int64_t i = 0; i < std::int64_t{w} * h; ++i)
+        for (int k = 0; k < 3; ++k)
+            b.push_back(static_cast<std::uint8_t>(i + k));
     return b;
+}
+
+Bytes Cut(Bytes b, std::size_t size)
+{
+    b.resize(size);
+    return b;
+}
+
+std::uint32_t Bgr(int b, int g, int r, int reserved = 0)
+{
+    return static_cast<std::uint32_t>(b | g << 8 | r << 16) | static_cast<std::uint32_t>(reserved) << 24;
 }
 
 // A program folder of its own with the palette entry i = (i, 255 - i, i / 2), entry 0 black.
@@ -82,8 +81,7 @@ class TextureFiles : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        root_ = fs::temp_directory_path() / ("fw_texture_" + std::string(info->name()));
+        root_ = fs::temp_directory_path() / ("fw_texture_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
         fs::remove_all(root_);
         fs::create_directories(root_ / "resource");
         program_ = root_.string() + "/";
@@ -100,11 +98,10 @@ protected:
     std::string Write(const std::string& name, const Bytes& bytes)
     {
         std::string path = (root_ / name).string();
-        std::ofstream out(path, std::ios::binary);
-        out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+        std::ofstream(path, std::ios::binary)
+            .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
         return path;
     }
-
     // The file read by the preview's reader, giving its label; and by the OpenGL reader.
     std::string Gdi(const std::string& path)
     {
@@ -113,11 +110,7 @@ protected:
     }
     int Gl(const std::string& path) { return ReadTextureGl(path, program_, image_, width_, height_); }
     // Red, green, blue, alpha of texel i of the OpenGL image.
-    std::array<int, 4> Texel(std::size_t i) const
-    {
-        const std::uint8_t* p = &image_[i * 4];
-        return {p[0], p[1], p[2], p[3]};
-    }
+    Texel At(std::size_t i) const { return {image_[i * 4], image_[i * 4 + 1], image_[i * 4 + 2], image_[i * 4 + 3]}; }
 
     fs::path root_;
     std::string program_;
@@ -128,12 +121,6 @@ protected:
     std::int32_t width_ = 0;
     std::int32_t height_ = 0;
 };
-
-std::uint32_t Bgr(int b, int g, int r, int reserved = 0)
-{
-    return static_cast<std::uint32_t>(b) | (static_cast<std::uint32_t>(g) << 8) |
-           (static_cast<std::uint32_t>(r) << 16) | (static_cast<std::uint32_t>(reserved) << 24);
-}
 
 TEST_F(TextureFiles, RawFormKeepsFileRowsForPreviewAndTurnsThemForOpenGl)
 {
@@ -146,8 +133,8 @@ TEST_F(TextureFiles, RawFormKeepsFileRowsForPreviewAndTurnsThemForOpenGl)
 
     EXPECT_EQ(Gdi(path), "8-bit raw");
     ASSERT_EQ(pixels_.size(), 65536u);
-    for (std::size_t i : {std::size_t{0}, std::size_t{1}, std::size_t{300}, std::size_t{65535}}) {
-        int v = raw[i];
+    for (std::size_t i : {0, 1, 300, 65535}) {
+        const int v = raw[i];
         EXPECT_EQ(pixels_[i], Bgr(v / 2, v == 0 ? 0 : 255 - v, v)) << i;
     }
     EXPECT_EQ(header_.biWidth, 256);
@@ -157,21 +144,16 @@ TEST_F(TextureFiles, RawFormKeepsFileRowsForPreviewAndTurnsThemForOpenGl)
     ASSERT_EQ(width_, 256);
     ASSERT_EQ(height_, 256);
     // Source row 0 lands in image row 255.
-    for (std::size_t c : {std::size_t{0}, std::size_t{5}, std::size_t{255}}) {
+    for (std::size_t c : {0, 5, 255}) {
         const int v = raw[c];
-        EXPECT_EQ(Texel(255 * 256 + c), (std::array<int, 4>{v, v == 0 ? 0 : 255 - v, v / 2, 255})) << c;
+        EXPECT_EQ(At(255 * 256 + c), (Texel{v, v == 0 ? 0 : 255 - v, v / 2, 255})) << c;
     }
-    int v = raw[255 * 256 + 3];
-    EXPECT_EQ(image_[3 * 4], v);
+    EXPECT_EQ(image_[3 * 4], raw[255 * 256 + 3]);
 }
 
 // Short, cut and odd files of each form: the label, and zeros where the data ends.
 TEST_F(TextureFiles, ShortAndCutFilesReadZerosPastTheirEnd)
 {
-    auto cut = [](Bytes b, std::size_t size) {
-        b.resize(size);
-        return b;
-    };
     Bytes far = Bitmap8(32, 32);
     Put32(far, 10, 0xFFFFFFF0u); // pixels far past the end: nothing big is read or held
     const struct {
@@ -183,12 +165,12 @@ TEST_F(TextureFiles, ShortAndCutFilesReadZerosPastTheirEnd)
         {"short.r8", Bytes(1000, 9), "8-bit raw", {{999, Bgr(4, 246, 9)}, {1000, 0}, {65535, 0}}},
         {"empty.r8", {}, "8-bit raw", {{0, 0}, {65535, 0}}},
         // Ten rows of pixels left: index 0 from there on.
-        {"cut.bmp", cut(Bitmap8(64, 64), 1078 + 64 * 10), "8-bit palette",
+        {"cut.bmp", Cut(Bitmap8(64, 64), 1078 + 64 * 10), "8-bit palette",
          {{639, Bgr(34, 68, 118, 137)}, {640, Bgr(0, 0, 255, 0)}, {4095, Bgr(0, 0, 255, 0)}}},
         // Cut inside the palette, entry 0 without its red: all black.
-        {"cut2.bmp", cut(Bitmap8(64, 64), 56), "8-bit palette", {{4095, 0}}},
+        {"cut2.bmp", Cut(Bitmap8(64, 64), 56), "8-bit palette", {{4095, 0}}},
         {"far.bmp", far, "8-bit palette", {{100, Bgr(0, 0, 255, 0)}}},
-        {"cut24.bmp", cut(Bitmap24(32, 32), 54 + 32 * 3), "24-bit (FS INCOMPATIBLE!)", {{31, Bgr(31, 32, 33)}, {32, 0}}},
+        {"cut24.bmp", Cut(Bitmap24(32, 32), 54 + 32 * 3), "24-bit (FS INCOMPATIBLE!)", {{31, Bgr(31, 32, 33)}, {32, 0}}},
         // 5 by 3: the extra block is round(2.5) * round(1.5) = 2 * 2 bytes.
         {"in.bmp", Bitmap8(5, 3, {0, 0, 0, 7}), "8-bit palette (extended)", {}},
         {"out.bmp", Bitmap8(5, 3, {0, 0, 0, 0, 7}), "8-bit palette", {}},
@@ -208,41 +190,30 @@ TEST_F(TextureFiles, ShortAndCutFilesReadZerosPastTheirEnd)
     EXPECT_EQ(image_[3], 255);
 }
 
-TEST_F(TextureFiles, MissingPaletteMakesRawBlackButLeavesBitmapsAlone)
+TEST_F(TextureFiles, PaletteIsFoundWithoutRegardToCaseAndOnlyTheRawFormNeedsIt)
 {
-    fs::remove(root_ / "resource" / "fs5.pal");
-    std::string raw = Write("c.r8", Bytes(65536, 200));
-    EXPECT_EQ(Gdi(raw), "8-bit raw");
-    EXPECT_TRUE(std::all_of(pixels_.begin(), pixels_.end(), [](std::uint32_t p) { return p == 0; }));
-
-    std::string bmp = Write("b.bmp", Bitmap8(32, 32));
-    EXPECT_EQ(Gdi(bmp), "8-bit palette");
-    EXPECT_EQ(pixels_[4], Bgr(1, 2, 251, 4));
-
-    Palette palette;
-    palette[3] = {1, 2, 3};
-    LoadPalette(program_, palette);
-    EXPECT_EQ(palette[3], (std::array<std::uint8_t, 3>{0, 0, 0}));
-}
-
-TEST_F(TextureFiles, PaletteFolderAndTexturePathsMatchWithoutRegardToCase)
-{
-    fs::rename(root_ / "resource", root_ / "RESOURCE");
-    Palette palette{};
-    LoadPalette(program_, palette);
-    EXPECT_EQ(palette[10], (std::array<std::uint8_t, 3>{10, 245, 5}));
-    EXPECT_EQ(palette[0], (std::array<std::uint8_t, 3>{0, 0, 0}));
-
     fs::create_directories(root_ / "Texture");
     Write("Texture/Concrete.r8", Bytes(65536, 10));
+    fs::rename(root_ / "resource", root_ / "RESOURCE");
     EXPECT_EQ(Gdi(program_ + "texture\\concrete.R8"), "8-bit raw");
     EXPECT_EQ(pixels_[0], Bgr(5, 245, 10));
 
     // A palette file cut short leaves the entries it doesn't hold at zero.
     Write("RESOURCE/fs5.pal", Bytes(30, 7));
+    Palette palette{};
     LoadPalette(program_, palette);
-    EXPECT_EQ(palette[9], (std::array<std::uint8_t, 3>{7, 7, 7}));
-    EXPECT_EQ(palette[10], (std::array<std::uint8_t, 3>{0, 0, 0}));
+    EXPECT_EQ(palette[9], (Rgb{7, 7, 7}));
+    EXPECT_EQ(palette[10], (Rgb{0, 0, 0}));
+
+    // No palette: the raw form is black, bitmaps keep their own.
+    fs::remove(root_ / "RESOURCE" / "fs5.pal");
+    EXPECT_EQ(Gdi(Write("c.r8", Bytes(65536, 200))), "8-bit raw");
+    EXPECT_TRUE(std::all_of(pixels_.begin(), pixels_.end(), [](std::uint32_t p) { return p == 0; }));
+    EXPECT_EQ(Gdi(Write("b.bmp", Bitmap8(32, 32))), "8-bit palette");
+    EXPECT_EQ(pixels_[4], Bgr(1, 2, 251, 4));
+    palette[3] = {1, 2, 3};
+    LoadPalette(program_, palette);
+    EXPECT_EQ(palette[3], (Rgb{0, 0, 0}));
 }
 
 // Each bitmap form: the preview's label, header and pixels (blue, green, red, reserved), and the
@@ -261,19 +232,19 @@ TEST_F(TextureFiles, EachBitmapFormReadsForPreviewAndOpenGl)
         const char* label;
         int width, height;
         std::vector<std::pair<std::size_t, std::uint32_t>> pixels;
-        std::vector<std::pair<std::size_t, std::array<int, 4>>> texels;
+        std::pair<std::size_t, Texel> texel;
     } cases[] = {
         // All four bytes of the entry, the reserved byte included; alpha 255 without an extra block.
         {"p.bmp", Bitmap8(128, 128), "8-bit palette", 128, 128,
          {{0, Bgr(0, 0, 255, 0)}, {100, Bgr(25, 50, 155, 100)}, {300, Bgr(12, 24, 206, 49)}}, // 300 % 251
-         {{127 * 128 + 100, {155, 50, 25, 255}}}},
+         {127 * 128 + 100, {155, 50, 25, 255}}},
         // min(255, 255 - alpha + colour): transparency against white, reserved 0; alpha from the entry.
         {"x.bmp", Bitmap8(128, 128, extra), "8-bit palette (extended)", 128, 128,
          {{200, Bgr(105, 155, 110, 0)}, {0, Bgr(255, 255, 255, 0)}, {10, Bgr(247, 250, 255, 0)}},
-         {{126 * 128 + 72, {55, 100, 50, 200}}}},
-        {"y.bmp", mark, "8-bit palette", 128, 128, {}, {{126 * 128 + 72, {55, 100, 50, 255}}}},
+         {126 * 128 + 72, {55, 100, 50, 200}}},
+        {"y.bmp", mark, "8-bit palette", 128, 128, {}, {126 * 128 + 72, {55, 100, 50, 255}}},
         {"t.bmp", Bitmap24(64, 32), "24-bit (FS INCOMPATIBLE!)", 64, 32,
-         {{0, Bgr(0, 1, 2, 0)}, {70, Bgr(70, 71, 72, 0)}}, {{31 * 64 + 6, {8, 7, 6, 255}}}},
+         {{0, Bgr(0, 1, 2, 0)}, {70, Bgr(70, 71, 72, 0)}}, {31 * 64 + 6, {8, 7, 6, 255}}},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -288,13 +259,9 @@ TEST_F(TextureFiles, EachBitmapFormReadsForPreviewAndOpenGl)
         ASSERT_EQ(Gl(path), 1);
         EXPECT_EQ(width_, c.width);
         EXPECT_EQ(height_, c.height);
-        for (const auto& [at, texel] : c.texels)
-            EXPECT_EQ(Texel(at), texel) << at;
+        EXPECT_EQ(At(c.texel.first), c.texel.second);
     }
-}
 
-TEST_F(TextureFiles, PixelOffsetCountsForPreviewOnly)
-{
     // Pixels at 1100: the preview reads them there, the OpenGL reader at 1078 whatever the header says.
     Bytes b = Bitmap8(32, 32, {}, 1100);
     std::fill(b.begin() + 1078, b.begin() + 1100, 0);
@@ -302,76 +269,55 @@ TEST_F(TextureFiles, PixelOffsetCountsForPreviewOnly)
     EXPECT_EQ(pixels_[5], Bgr(1, 2, 250, 5));
     ASSERT_EQ(Gl(Write("o.bmp", b)), 1);
     // Image row 31 is file row 0: index 0 for the 22 padding bytes, then the pixels shifted by 22.
-    EXPECT_EQ(image_[(31 * 32 + 5) * 4], 255);       // entry 0: red 255
-    EXPECT_EQ(image_[(31 * 32 + 27) * 4], 255 - 5);  // pixel 5 read at offset 1105
+    EXPECT_EQ(image_[(31 * 32 + 5) * 4], 255);      // entry 0: red 255
+    EXPECT_EQ(image_[(31 * 32 + 27) * 4], 255 - 5); // pixel 5 read at offset 1105
 }
 
 TEST_F(TextureFiles, UnreadableFilesGiveTheFallback)
 {
-    auto expectFallback = [&](const std::string& path) {
-        EXPECT_EQ(Gdi(path), "Unknown format!") << path;
-        ASSERT_EQ(pixels_.size(), 1024u) << path;
-        EXPECT_EQ(pixels_[0], Bgr(128, 128, 128, 0));
-        EXPECT_EQ(pixels_[1023], Bgr(128, 128, 128, 0));
-        EXPECT_EQ(header_.biWidth, 32);
-        EXPECT_EQ(header_.biHeight, 32);
-        EXPECT_EQ(header_.biBitCount, 32);
-        EXPECT_EQ(header_.biSizeImage, 1024u);
-        image_.assign(3, 1);
-        EXPECT_EQ(Gl(path), 0) << path;
-        EXPECT_EQ(width_, 32);
-        EXPECT_EQ(height_, 32);
-        ASSERT_EQ(image_.size(), 32u * 32u * 4u);
-        EXPECT_TRUE(std::all_of(image_.begin(), image_.end(), [](std::uint8_t v) { return v == 0; }));
-    };
-    expectFallback(program_ + "missing.bmp");
-    expectFallback("");
-    expectFallback(root_.string()); // a folder
+    std::vector<std::string> paths = {program_ + "missing.bmp", "", root_.string() /* a folder */,
+                                      Write("bm.bmp", {'B', 'M'})};
     for (int bits : {1, 4, 16, 32, 0})
-        expectFallback(Write("d" + std::to_string(bits) + ".bmp", Header(32, 32, bits, 54, 54 + 32 * 32 * 4)));
-    // Damaged headers: sizes no one can hold, negative or zero sides, a header far bigger than its file.
-    expectFallback(Write("huge8.bmp", Header(100000, 100000, 8, 1078, 2000)));
-    expectFallback(Write("huge24.bmp", Header(100000, 100000, 24, 54, 2000)));
-    expectFallback(Write("wide.bmp", Header(0x7FFFFFFF, 1, 8, 1078, 2000)));
-    expectFallback(Write("neg.bmp", Header(32, -32, 8, 1078, 1078 + 1024)));
-    expectFallback(Write("negw.bmp", Header(-65536, -65536, 24, 54, 2000)));
-    expectFallback(Write("zero.bmp", Header(0, 256, 8, 1078, 1078)));
-    expectFallback(Write("liar.bmp", Header(4096, 4096, 8, 1078, 2000)));
-    expectFallback(Write("bm.bmp", {'B', 'M'}));
+        paths.push_back(Write("d" + std::to_string(bits) + ".bmp", Header(32, 32, bits, 54, 54 + 32 * 32 * 4)));
+    // Sizes no one can hold, negative or zero sides, a header far bigger than its file.
+    const struct { std::int32_t w, h; int bits; std::size_t size; } damaged[] = {
+        {100000, 100000, 8, 2000}, {100000, 100000, 24, 2000}, {0x7FFFFFFF, 1, 8, 2000}, {32, -32, 8, 1078 + 1024},
+        {-65536, -65536, 24, 2000}, {0, 256, 8, 1078}, {4096, 4096, 8, 2000}};
+    for (const auto& d : damaged)
+        paths.push_back(Write("h" + std::to_string(paths.size()) + ".bmp",
+                              Header(d.w, d.h, d.bits, d.bits == 8 ? 1078 : 54, d.size)));
+    for (const std::string& path : paths) {
+        SCOPED_TRACE(path);
+        EXPECT_EQ(Gdi(path), "Unknown format!");
+        EXPECT_EQ(pixels_, std::vector<std::uint32_t>(1024, Bgr(128, 128, 128)));
+        EXPECT_EQ(std::tie(header_.biWidth, header_.biHeight, header_.biBitCount, header_.biSizeImage),
+                  std::make_tuple(32, 32, std::uint16_t{32}, 1024u));
+        image_.assign(3, 1);
+        EXPECT_EQ(Gl(path), 0);
+        EXPECT_EQ(std::tie(width_, height_), std::make_tuple(32, 32));
+        EXPECT_EQ(image_, Bytes(32 * 32 * 4, 0));
+    }
 }
 
+// The fuzzer reads from memory, the program from files: the same images either way.
 TEST_F(TextureFiles, MemoryAndFileReadersAgree)
 {
     Palette palette{};
     LoadPalette(program_, palette);
     for (const Bytes& b : {Bitmap8(32, 32), Bitmap8(16, 8, Bytes(32, 3)), Bitmap24(8, 8), Bytes(65536, 77),
                            Header(9, 9, 16, 54, 60)}) {
-        std::string path = Write("m.bin", b);
+        const std::string path = Write("m.bin", b);
         std::vector<std::uint32_t> px;
         BitmapInfoHeader hd;
         std::string lb;
         DecodeTextureGdi(b, palette, px, hd, lb);
-        ReadTextureGdi(path, program_, pixels_, header_, label_);
-        EXPECT_EQ(px, pixels_);
-        EXPECT_EQ(lb, label_);
-        EXPECT_EQ(hd.biWidth, header_.biWidth);
+        EXPECT_EQ(Gdi(path), lb);
+        EXPECT_EQ(std::tie(px, hd.biWidth, hd.biHeight), std::tie(pixels_, header_.biWidth, header_.biHeight));
         std::vector<std::uint8_t> im;
         std::int32_t w = 0, h = 0;
-        TextureForm form = DecodeTextureGl(b, palette, im, w, h);
-        EXPECT_EQ(Gl(path), form == TextureForm::Unknown ? 0 : 1);
-        EXPECT_EQ(im, image_);
-        EXPECT_EQ(w, width_);
-        EXPECT_EQ(h, height_);
+        EXPECT_EQ(Gl(path), DecodeTextureGl(b, palette, im, w, h) == TextureForm::Unknown ? 0 : 1);
+        EXPECT_EQ(std::tie(im, w, h), std::tie(image_, width_, height_));
     }
-}
-
-TEST(TextureScale, OnlySquaresOfTheFourSimulatorSizes)
-{
-    const struct { int w, h; double scale; } cases[] = {
-        {32, 32, 0.125}, {64, 64, 0.25}, {128, 128, 0.5}, {256, 256, 1.0}, {128, 64, 0.0},
-        {16, 16, 0.0},   {512, 512, 0.0}, {0, 0, 0.0},    {-256, -256, 0.0}};
-    for (const auto& c : cases)
-        EXPECT_EQ(TextureScale(c.w, c.h), c.scale) << c.w << "x" << c.h;
 }
 
 // Keeps the pixels a stretch was given.
@@ -387,13 +333,18 @@ public:
     std::vector<std::uint32_t> picture;
 };
 
-TEST_F(TextureFiles, PreviewClearsAndStretchesTheUprightImage)
+TEST_F(TextureFiles, PreviewClearsAndStretchesTheUprightImageAndNamesAWrongSize)
 {
-    Bytes b = Bitmap8(128, 64);
+    const struct { int w, h; double scale; } sizes[] = {
+        {32, 32, 0.125}, {64, 64, 0.25}, {128, 128, 0.5}, {256, 256, 1.0}, {128, 64, 0.0},
+        {16, 16, 0.0},   {512, 512, 0.0}, {0, 0, 0.0},    {-256, -256, 0.0}};
+    for (const auto& c : sizes)
+        EXPECT_EQ(TextureScale(c.w, c.h), c.scale) << c.w << "x" << c.h;
+
     PictureCanvas canvas;
     std::string label;
     TextureSize size;
-    LoadPreview(canvas, 100, 80, label, size, Write("w.bmp", b), program_);
+    LoadPreview(canvas, 100, 80, label, size, Write("w.bmp", Bitmap8(128, 64)), program_);
     EXPECT_EQ(label, "8-bit palette -> Wrong size!");
     EXPECT_EQ(size.width, 128);
     EXPECT_EQ(size.height, 64);
@@ -404,17 +355,13 @@ TEST_F(TextureFiles, PreviewClearsAndStretchesTheUprightImage)
     EXPECT_EQ(canvas.calls[1].args, (std::vector<int>{0, 0, 100, 80, 128, 64}));
     ASSERT_EQ(canvas.picture.size(), 128u * 64u);
     // The top row of the picture is the file's last row; the reserved byte is dropped.
-    std::size_t last = 63 * 128;
-    EXPECT_EQ(canvas.picture[0], Bgr(static_cast<int>(last % 251) / 4, static_cast<int>(last % 251) / 2,
-                                     255 - static_cast<int>(last % 251)));
+    const int last = 63 * 128 % 251;
+    EXPECT_EQ(canvas.picture[0], Bgr(last / 4, last / 2, 255 - last));
     EXPECT_EQ(canvas.picture[63 * 128 + 1], Bgr(0, 0, 254));
 
-    PictureCanvas square;
-    LoadPreview(square, 100, 80, label, size, Write("s.bmp", Bitmap8(64, 64)), program_);
+    LoadPreview(canvas, 100, 80, label, size, Write("s.bmp", Bitmap8(64, 64)), program_);
     EXPECT_EQ(label, "8-bit palette");
-
-    PictureCanvas none;
-    LoadPreview(none, 100, 80, label, size, program_ + "nothing.bmp", program_);
+    LoadPreview(canvas, 100, 80, label, size, program_ + "nothing.bmp", program_);
     EXPECT_EQ(label, "Unknown format!"); // 32 by 32 is a size the simulator takes
     EXPECT_EQ(size.width, 32);
 }
@@ -423,23 +370,21 @@ TEST_F(TextureFiles, PreviewClearsAndStretchesTheUprightImage)
 class ShippedTextures : public ::testing::Test {
 protected:
     static std::string Program() { return std::string(FW_FIXTURES) + "/../../resources/"; }
-    static std::string Texture(const std::string& name) { return Program() + "Texture/" + name; }
 
     std::string Label(const std::string& name)
     {
         std::vector<std::uint32_t> pixels;
         BitmapInfoHeader header;
         std::string label;
-        ReadTextureGdi(Texture(name), Program(), pixels, header, label);
+        ReadTextureGdi(Program() + "Texture/" + name, Program(), pixels, header, label);
         EXPECT_EQ(TextureScale(header.biWidth, header.biHeight), 1.0) << name;
         return label;
     }
-
     // Red, green, blue, alpha of texel (u, v), v counted from the top as the sheets are drawn.
-    std::array<int, 4> Texel(const std::string& name, int u, int v)
+    Texel At(const std::string& name, int u, int v)
     {
         if (name != name_) {
-            EXPECT_EQ(ReadTextureGl(Texture(name), Program(), image_, width_, height_), 1);
+            EXPECT_EQ(ReadTextureGl(Program() + "Texture/" + name, Program(), image_, width_, height_), 1);
             name_ = name;
         }
         const std::uint8_t* p = &image_[static_cast<std::size_t>((v * width_ + u) * 4)];
@@ -454,71 +399,60 @@ protected:
 
 TEST_F(ShippedTextures, EveryDefaultTextureIsThereInAFormTheSimulatorTakes)
 {
-    EXPECT_EQ(Label("Concrete.r8"), "8-bit raw");
-    EXPECT_EQ(Label("taxi.bmp"), "8-bit palette");
-    EXPECT_EQ(Label("fwt_build01.bmp"), "8-bit palette");
-    EXPECT_EQ(Label("fwt_sign1.bmp"), "8-bit palette");
     // Trees and the upper forest roofs show the ground through their gaps.
-    for (const char* name : {"Tree.bmp", "fwt_forest1.bmp", "fwt_forestc1.bmp", "fwt_foresttop_dark2.bmp",
-                             "fwt_foresttop_dark3.bmp", "fwt_foresttopc_12.bmp", "fwt_foresttopc_13.bmp"})
-        EXPECT_EQ(Label(name), "8-bit palette (extended)") << name;
-    EXPECT_EQ(Label("fwt_foresttop_dark1.bmp"), "8-bit palette");
-    EXPECT_EQ(Label("fwt_foresttopc_11.bmp"), "8-bit palette");
+    const std::pair<const char*, const char*> labels[] = {
+        {"Concrete.r8", "8-bit raw"}, {"taxi.bmp", "8-bit palette"}, {"fwt_build01.bmp", "8-bit palette"},
+        {"fwt_sign1.bmp", "8-bit palette"}, {"fwt_foresttop_dark1.bmp", "8-bit palette"},
+        {"fwt_foresttopc_11.bmp", "8-bit palette"}, {"Tree.bmp", "8-bit palette (extended)"},
+        {"fwt_forest1.bmp", "8-bit palette (extended)"}, {"fwt_forestc1.bmp", "8-bit palette (extended)"},
+        {"fwt_foresttop_dark2.bmp", "8-bit palette (extended)"}, {"fwt_foresttop_dark3.bmp", "8-bit palette (extended)"},
+        {"fwt_foresttopc_12.bmp", "8-bit palette (extended)"}, {"fwt_foresttopc_13.bmp", "8-bit palette (extended)"}};
+    for (const auto& [name, label] : labels)
+        EXPECT_EQ(Label(name), label) << name;
 
     EXPECT_EQ(fs::file_size(Program() + "Resource/fs5.pal"), 768u);
     Palette palette{};
     LoadPalette(Program(), palette);
-    EXPECT_EQ(palette[0], (std::array<std::uint8_t, 3>{0, 0, 0}));
-    EXPECT_EQ(palette[15], (std::array<std::uint8_t, 3>{255, 255, 255}));
+    EXPECT_EQ(palette[0], (Rgb{0, 0, 0}));
+    EXPECT_EQ(palette[15], (Rgb{255, 255, 255}));
     // Concrete is light grey in that palette.
-    auto c = Texel("Concrete.r8", 100, 100);
+    const Texel c = At("Concrete.r8", 100, 100);
     EXPECT_GT(c[0], 120);
     EXPECT_EQ(c[0], c[1]);
     EXPECT_EQ(c[1], c[2]);
-}
 
-TEST_F(ShippedTextures, TreeBandsHoldTreesWhereTheExportReadsThem)
-{
-    // Eight bands: band s uses rows 30s + 3 to 30s + 26; the rows between two bands of a pair
-    // are transparent, the ones between pairs hold foliage for four bands.
+    // Eight tree bands: band s uses rows 30s + 3 to 30s + 26; the rows between two bands of a
+    // pair are transparent.
     for (int s = 0; s < 8; ++s) {
         int opaque = 0;
         for (int u = 0; u < 256; ++u)
-            opaque += Texel("Tree.bmp", u, 30 * s + 24)[3] > 0;
+            opaque += At("Tree.bmp", u, 30 * s + 24)[3] > 0;
         EXPECT_GT(opaque, 200) << s;
     }
-    int gap = 0;
     for (int u = 0; u < 256; ++u)
-        gap += Texel("Tree.bmp", u, 58)[3] > 0;
-    EXPECT_EQ(gap, 0);
+        EXPECT_EQ(At("Tree.bmp", u, 58)[3], 0) << u;
 }
 
 TEST_F(ShippedTextures, SignSheetHasEachCellInItsPlace)
 {
-    auto yellow = [](std::array<int, 4> c) { return c[0] > 200 && c[1] > 150 && c[2] < 80; };
-    auto red = [](std::array<int, 4> c) { return c[0] > 180 && c[1] < 80 && c[2] < 80; };
-    auto dark = [](std::array<int, 4> c) { return c[0] < 60 && c[1] < 60 && c[2] < 60; };
-    auto white = [](std::array<int, 4> c) { return c[0] > 200 && c[1] > 200 && c[2] > 200; };
+    auto yellow = [](Texel c) { return c[0] > 200 && c[1] > 150 && c[2] < 80; };
+    auto red = [](Texel c) { return c[0] > 180 && c[1] < 80 && c[2] < 80; };
+    auto dark = [](Texel c) { return c[0] < 60 && c[1] < 60 && c[2] < 60; };
+    const std::string sheet = "fwt_sign1.bmp";
     // Cell k of a 32 by 32 grid: texel (k % 8 * 16, k / 8 * 16) in its quadrant.
     for (int k = 0; k < 48; ++k) // Direction: letters, numbers, arrows on yellow
-        EXPECT_TRUE(yellow(Texel("fwt_sign1.bmp", k % 8 * 16, k / 8 * 16))) << k;
+        EXPECT_TRUE(yellow(At(sheet, k % 8 * 16, k / 8 * 16))) << k;
     for (int k = 0; k < 43; ++k) { // Location: a yellow frame round black
-        EXPECT_TRUE(yellow(Texel("fwt_sign1.bmp", k % 8 * 16, 128 + k / 8 * 16))) << k;
-        EXPECT_TRUE(dark(Texel("fwt_sign1.bmp", k % 8 * 16 + 1, 128 + k / 8 * 16 + 1))) << k;
+        EXPECT_TRUE(yellow(At(sheet, k % 8 * 16, 128 + k / 8 * 16))) << k;
+        EXPECT_TRUE(dark(At(sheet, k % 8 * 16 + 1, 128 + k / 8 * 16 + 1))) << k;
     }
     for (int k = 0; k < 32; ++k) // runway numbers 1 to 32, 64 by 32
-        EXPECT_TRUE(red(Texel("fwt_sign1.bmp", 128 + k % 4 * 32, k / 4 * 16))) << k;
-    for (int k = 0; k < 4; ++k) // 33 to 36 at row 7 of the first quadrant
-        EXPECT_TRUE(red(Texel("fwt_sign1.bmp", k * 32, 112))) << k;
+        EXPECT_TRUE(red(At(sheet, 128 + k % 4 * 32, k / 4 * 16))) << k;
     for (int k = 0; k < 5; ++k) // runway arrows at (96 + 32k, 192)
-        EXPECT_TRUE(red(Texel("fwt_sign1.bmp", 48 + 16 * k, 96))) << k;
+        EXPECT_TRUE(red(At(sheet, 48 + 16 * k, 96))) << k;
     // The letters run in order: H's bar crosses its middle, O is open there.
-    EXPECT_TRUE(dark(Texel("fwt_sign1.bmp", 112 + 7, 7)));
-    EXPECT_TRUE(yellow(Texel("fwt_sign1.bmp", 6 * 16 + 7, 16 + 7)));
-    // Runway 11's two ones stand white in the middle of their cell.
-    auto eleven = Texel("fwt_sign1.bmp", 128 + 2 * 32 + 10, 2 * 16 + 7);
-    auto between = Texel("fwt_sign1.bmp", 128 + 2 * 32 + 15, 2 * 16 + 7);
-    EXPECT_TRUE(white(eleven) || white(between));
+    EXPECT_TRUE(dark(At(sheet, 112 + 7, 7)));
+    EXPECT_TRUE(yellow(At(sheet, 6 * 16 + 7, 16 + 7)));
 }
 
 // Inputs the fuzzer kept, and its seeds: both readers hold together on each of them.
@@ -530,23 +464,23 @@ TEST(TextureRegressions, FuzzInputsReadToConsistentImages)
         if (!entry.is_regular_file())
             continue;
         ++files;
+        SCOPED_TRACE(entry.path());
         std::ifstream in(entry.path(), std::ios::binary);
-        Bytes bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+        const Bytes bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
         std::vector<std::uint32_t> pixels;
         BitmapInfoHeader header;
         std::string label;
-        TextureForm gdi = DecodeTextureGdi(bytes, palette, pixels, header, label);
-        ASSERT_GT(header.biWidth, 0) << entry.path();
-        ASSERT_GT(header.biHeight, 0) << entry.path();
-        EXPECT_EQ(pixels.size(), static_cast<std::size_t>(header.biWidth) * header.biHeight) << entry.path();
+        const TextureForm gdi = DecodeTextureGdi(bytes, palette, pixels, header, label);
+        ASSERT_GT(header.biWidth, 0);
+        ASSERT_GT(header.biHeight, 0);
+        EXPECT_EQ(pixels.size(), static_cast<std::size_t>(header.biWidth) * header.biHeight);
         std::vector<std::uint8_t> image;
         std::int32_t w = 0, h = 0;
-        TextureForm gl = DecodeTextureGl(bytes, palette, image, w, h);
         // The extra block may differ, as the OpenGL reader takes the pixels at a fixed offset.
-        EXPECT_EQ(gl == TextureForm::Unknown, gdi == TextureForm::Unknown) << entry.path();
-        EXPECT_EQ(w, header.biWidth) << entry.path();
-        EXPECT_EQ(h, header.biHeight) << entry.path();
-        EXPECT_EQ(image.size(), static_cast<std::size_t>(w) * h * 4) << entry.path();
+        EXPECT_EQ(DecodeTextureGl(bytes, palette, image, w, h) == TextureForm::Unknown, gdi == TextureForm::Unknown);
+        EXPECT_EQ(w, header.biWidth);
+        EXPECT_EQ(h, header.biHeight);
+        EXPECT_EQ(image.size(), static_cast<std::size_t>(w) * h * 4);
     }
     EXPECT_GT(files, 5);
 }
