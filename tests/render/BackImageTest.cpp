@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <tuple>
 
 #include "support/ScriptedUi.h"
 #include "render/BackImage.h"
@@ -63,17 +64,14 @@ TEST_F(BackImage, LoadCentresTheImageOnTheOriginAndShowsIt)
     EXPECT_EQ(ui_.fileRequests[0].startFolder, "/charts/");
     EXPECT_FALSE(ui_.fileRequests[0].save);
     EXPECT_TRUE(ui_.Messages().empty());
-
     const ShowFlagsRecord& f = s_.showFlags;
     EXPECT_EQ(f.BackImagePath, path);
-    EXPECT_EQ(f.BackImageLeft, -50); // -50.5 rounds to the even neighbour
-    EXPECT_EQ(f.BackImageTop, -26);  // -25.5 likewise
-    EXPECT_EQ(f.BackImagescale, 1.0);
-    EXPECT_EQ(f.ShowBackPicture, 1);
-    CBitmap b(s_.bitmap);
-    EXPECT_TRUE(b.isAvailable());
-    EXPECT_EQ(b.Width(), 101);
-    EXPECT_EQ(b.Height(), 51);
+    // -50.5 and -25.5 round to the even neighbour.
+    EXPECT_EQ(std::tie(f.BackImageLeft, f.BackImageTop, f.BackImagescale, f.ShowBackPicture),
+              std::make_tuple(-50, -26, 1.0, 1));
+    EXPECT_TRUE(CBitmap(s_.bitmap).isAvailable());
+    EXPECT_EQ(CBitmap(s_.bitmap).Width(), 101);
+    EXPECT_EQ(CBitmap(s_.bitmap).Height(), 51);
     EXPECT_FALSE(ui_.waitCursor);
     EXPECT_EQ(ui_.repaints, 1);
     // Loading an image is no edit of the drawing: no changed mark, no undo step.
@@ -98,10 +96,9 @@ TEST_F(BackImage, LargestSizeLoadsAndOneMorePixelIsRefusedKeepingTheOldImage)
         ASSERT_FALSE(ui_.Messages().empty());
         EXPECT_EQ(ui_.Messages().back(),
                   "Unable to open '" + big + "' !\n\nThe maximum background image size is 800x600...");
-        EXPECT_EQ(s_.showFlags.BackImagePath, largest);
-        EXPECT_EQ(s_.showFlags.BackImageLeft, 120);
-        EXPECT_EQ(s_.showFlags.BackImagescale, 2.5);
-        EXPECT_EQ(s_.showFlags.ShowBackPicture, 0);
+        const ShowFlagsRecord& f = s_.showFlags;
+        EXPECT_EQ(std::tie(f.BackImagePath, f.BackImageLeft, f.BackImagescale, f.ShowBackPicture),
+                  std::make_tuple(largest, 120, 2.5, 0));
         EXPECT_EQ(CBitmap(s_.bitmap).Width(), 800);
         EXPECT_FALSE(ui_.waitCursor);
     }
@@ -126,9 +123,9 @@ TEST_F(BackImage, CancelledOrUnreadableChoiceChangesNothing)
     EXPECT_EQ(ui_.Messages()[1], "Unable to load Bitmap!\n'" + ::testing::TempDir() +
                                      "fw_no_such_file.bmp': No such file or directory");
 
-    EXPECT_EQ(s_.showFlags.BackImagePath, before.BackImagePath);
-    EXPECT_EQ(s_.showFlags.BackImageLeft, before.BackImageLeft);
-    EXPECT_EQ(s_.showFlags.BackImageTop, before.BackImageTop);
+    const ShowFlagsRecord& f = s_.showFlags;
+    EXPECT_EQ(std::tie(f.BackImagePath, f.BackImageLeft, f.BackImageTop),
+              std::tie(before.BackImagePath, before.BackImageLeft, before.BackImageTop));
     EXPECT_EQ(CBitmap(s_.bitmap).Width(), 64);
     EXPECT_FALSE(ui_.waitCursor);
 }

@@ -17,26 +17,17 @@ struct ClipFixture : ::testing::Test {
     RecordingCanvas c{200, 100};
 };
 
-TEST_F(ClipFixture, OutCodesCountABoundAsInside)
+TEST_F(ClipFixture, OutCodesAndBoxesCountABoundAsInside)
 {
-    EXPECT_EQ(OutCode(w, 90, 40), 0);
-    EXPECT_EQ(OutCode(w, -90, -40), 0);
-    EXPECT_EQ(OutCode(w, 0, 41), 1);
-    EXPECT_EQ(OutCode(w, 0, -41), 2);
-    EXPECT_EQ(OutCode(w, -91, 0), 4);
-    EXPECT_EQ(OutCode(w, 91, 0), 8);
-    EXPECT_EQ(OutCode(w, 91, 41), 9);
-    EXPECT_EQ(OutCode(w, -91, -41), 6);
-}
-
-TEST_F(ClipFixture, BoxOutsideNeedsBothValuesBeyondOneSide)
-{
-    EXPECT_EQ(BoxOutside(w, {91, 200, 0, 0}), 1);
-    EXPECT_EQ(BoxOutside(w, {-200, -91, 0, 0}), 1);
-    EXPECT_EQ(BoxOutside(w, {0, 0, 41, 50}), 1);
-    EXPECT_EQ(BoxOutside(w, {0, 0, -50, -41}), 1);
-    EXPECT_EQ(BoxOutside(w, {-200, 200, -50, 50}), 0); // spans the window
-    EXPECT_EQ(BoxOutside(w, {90, 200, 0, 0}), 0);      // touches the bound
+    const struct { int x, y, code; } points[] = {{90, 40, 0}, {-90, -40, 0}, {0, 41, 1},  {0, -41, 2},
+                                                 {-91, 0, 4}, {91, 0, 8},    {91, 41, 9}, {-91, -41, 6}};
+    for (const auto& p : points)
+        EXPECT_EQ(OutCode(w, p.x, p.y), p.code) << p.x << "," << p.y;
+    // A box is outside when both its values lie beyond one side.
+    const std::pair<Limits, int> boxes[] = {{{91, 200, 0, 0}, 1},   {{-200, -91, 0, 0}, 1}, {{0, 0, 41, 50}, 1},
+                                            {{0, 0, -50, -41}, 1},  {{-200, 200, -50, 50}, 0}, {{90, 200, 0, 0}, 0}};
+    for (const auto& [box, outside] : boxes)
+        EXPECT_EQ(BoxOutside(w, box), outside) << box[0] << " " << box[1] << " " << box[2] << " " << box[3];
 }
 
 // The window is the canvas inset by ten pixels: a segment that leaves it stops short of the edge.

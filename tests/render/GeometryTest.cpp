@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "files/MacroFile.h"
 #include "render/Geometry.h"
+#include "render/Paint.h"
 #include "render/RenderTestSupport.h"
 
 namespace fw {
@@ -33,6 +35,64 @@ Extent ExtentOf(const LineSet& lines)
             e.maxY = std::max(e.maxY, p.Y);
         }
     return e;
+}
+
+ObjectRecord Api(std::initializer_list<Point> outline, double scale = 1.0)
+{
+    ObjectRecord o = Object(kApi);
+    int i = 0;
+    for (const Point& p : outline)
+        o.DesignPoints[i++] = p;
+    o.DesignLast = static_cast<std::uint8_t>(i - 1);
+    o.Scale() = scale;
+    return o;
+}
+
+// Outlines from a macro's ;designshape or size parameters near 2^31 are held in range, with no
+// undefined behaviour (the test build stops at any signed overflow).
+TEST(HugeOutline, DoublingAnOutlineNearTwoToTheThirtyOneIsHeldAtTheWorldsEdge)
+{
+    LineSet lines;
+    BuildApiGeometry(lines, Api({{INT32_MAX, INT32_MIN}, {INT32_MIN, INT32_MAX}, {1 << 30, -(1 << 30)}, {3, -4}}, 32));
+    EXPECT_EQ(lines, (LineSet{{{INT32_MAX, INT32_MAX}, {INT32_MIN, INT32_MIN}, {INT32_MAX, INT32_MAX}, {192, 256},
+                               {INT32_MAX, INT32_MAX}}}));
+    // Ordinary outlines are what they were: twice the stored numbers, Y turned.
+    BuildApiGeometry(lines, Api({{10, 20}, {-30, 5}, {0, 0}}));
+    EXPECT_EQ(lines[0], (PointList{{20, -40}, {-60, -10}, {0, 0}, {20, -40}}));
+}
+
+TEST(HugeOutline, MacroSizesPastThirtyTwoBitsAreRefusedAndTheRestPaint)
+{
+    MacroHeader h;
+    ResetMacroHeader(h);
+    ParseMacroDescriptions(";designshape 2147483647,-2147483648,2147483647,2147483647,-2147483648,2147483647,"
+                           "-2147483648,-2147483648\r\n", '.', h);
+    Session s = test::MakeSession(320, 240, 0.0625);
+    test::AddObject(s, kApi, 0, 0);
+    test::AddObject(s, kApi, 0, 0);
+    ObjectRecord& shape = s.stores.ObjectStore[0];
+    SetOutlineFromHeader(shape, h, '.');
+    EXPECT_EQ(shape.DesignLast, 3);
+    EXPECT_EQ(shape.DesignPoints[0], (Point{INT32_MAX, INT32_MIN}));
+
+    ResetMacroHeader(h);
+    h.adjustable = 1;
+    ObjectRecord& square = s.stores.ObjectStore[1];
+    const auto outline = square.DesignPoints;
+    square.Param6() = "2147483647"; // halved, rounded and doubled: 2^31
+    SetOutlineFromHeader(square, h, '.');
+    EXPECT_EQ(square.DesignPoints, outline);
+    square.Param6() = "2147483646";
+    square.Scale() = 32;
+    SetOutlineFromHeader(square, h, '.');
+    EXPECT_EQ(square.DesignLast, 3);
+    EXPECT_EQ(square.DesignPoints[0], (Point{-2147483646, 2147483646}));
+    LineSet lines;
+    BuildApiGeometry(lines, square);
+    EXPECT_EQ(lines[0][0], (Point{INT32_MIN, INT32_MIN}));
+    RecordingCanvas canvas(320, 240);
+    PaintObjects(s, SetClipWindow(s.view), canvas);
+    EXPECT_FALSE(canvas.calls.empty());
 }
 
 TEST(ObjectGeometry, VorKeepsItsPixelSizeAtEveryZoom)
@@ -103,15 +163,6 @@ TEST(ObjectGeometry, ApiOutlineIsClosedInMetresWithYNorth)
     EXPECT_EQ(r[0].size(), 18u);
 }
 
-TEST(RunwayGeometry, LightsOffStillGivesElevenPolylines)
-{
-    LineSet l;
-    BuildRunwayGeometry(l, 100, 2000, 45, 300, -300, 0, 0, 0);
-    ASSERT_EQ(l.size(), 11u);
-    for (int i = 3; i <= 10; ++i)
-        EXPECT_EQ(l[i], (PointList{{300, -300}, {300, -300}})) << i;
-}
-
 TEST(RunwayGeometry, HeadingZeroRunsDownTheCanvasWithTheLightsBeyondEachEnd)
 {
     LineSet l;
@@ -153,9 +204,13 @@ TEST(RunwayGeometry, ThresholdAndExtensionAddPolylinesAtBothEnds)
     EXPECT_EQ(l[12].size(), 4u);
 }
 
-TEST(RunwayGeometry, NarrowAndZeroWidthRunwaysAreNotCorrected)
+TEST(RunwayGeometry, LightsOffNarrowAndZeroWidthRunwaysAreNotCorrected)
 {
     LineSet l;
+    BuildRunwayGeometry(l, 100, 2000, 45, 300, -300, 0, 0, 0);
+    ASSERT_EQ(l.size(), 11u); // lights off: still eleven polylines, the light bars collapsed
+    for (int i = 3; i <= 10; ++i)
+        EXPECT_EQ(l[i], (PointList{{300, -300}, {300, -300}})) << i;
     BuildRunwayGeometry(l, 10, 60, 90, 0, 0, 1, 0, 0);
     // At heading 90 the local frame is turned by 180: x and y change sign.
     EXPECT_GT(l[4][0].Y, l[4][1].Y); // W/2 - 10 is negative: the bar runs the other way
