@@ -2,9 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <unistd.h>
+#include <array>
 #include <filesystem>
+#include <tuple>
+#include <unistd.h>
 
 #include "gl/OpenGl.h"
 #include "render/GlView.h"
@@ -13,12 +14,8 @@
 namespace fw {
 namespace {
 
-using test::AddShape;
 using test::Pts;
-
-struct Rgb {
-    int r, g, b;
-};
+using Rgb = std::array<int, 3>;
 
 class GlPixels : public ::testing::Test {
 protected:
@@ -43,15 +40,13 @@ protected:
 
     ShapeRecord& Add(int type, const PointList& points)
     {
-        AddShape(s_, type, points);
+        test::AddShape(s_, type, points);
         return s_.stores.ShapeStore.back();
     }
-    ShapeRecord& Colored(const PointList& points, std::int32_t colour, int transparency)
+    ShapeRecord& Colored(const PointList& points, std::int32_t colour, int transparency, int type = kPoly)
     {
-        ShapeRecord& r = Add(kPoly, points);
-        r.gIsColored = 1;
-        r.cColor = colour;
-        r.cTransparency = static_cast<std::uint8_t>(transparency);
+        ShapeRecord& r = Add(type, points);
+        std::tie(r.gIsColored, r.cColor, r.cTransparency) = std::tuple(1, colour, transparency);
         return r;
     }
     void Render()
@@ -65,13 +60,12 @@ protected:
     Rgb At(int x, int y) const
     {
         const std::uint32_t p = pixels_[static_cast<std::size_t>(y) * 200 + x];
-        return {static_cast<int>((p >> 16) & 0xFF), static_cast<int>((p >> 8) & 0xFF), static_cast<int>(p & 0xFF)};
+        return {static_cast<int>(p >> 16 & 0xFF), static_cast<int>(p >> 8 & 0xFF), static_cast<int>(p & 0xFF)};
     }
-    static void Near(Rgb got, Rgb want, const char* what)
+    void Near(int x, int y, Rgb want, const char* what) const // within 2 in each channel
     {
-        EXPECT_NEAR(got.r, want.r, 2) << what;
-        EXPECT_NEAR(got.g, want.g, 2) << what;
-        EXPECT_NEAR(got.b, want.b, 2) << what;
+        for (int i = 0; i < 3; ++i)
+            EXPECT_NEAR(At(x, y)[i], want[i], 2) << what;
     }
 
     HeadlessGlContext context_;
@@ -84,63 +78,52 @@ protected:
     std::vector<std::uint32_t> pixels_;
 };
 
-TEST_F(GlPixels, TransparencyBlendsAndLaterShapesCoverEarlierOnes)
+TEST_F(GlPixels, TransparencyBlendsLaterShapesCoverEarlierOnesAndLinesAreBareOutlines)
 {
     Colored(Pts({{10, 10}, {110, 10}, {110, 110}, {10, 110}}), RGB(255, 0, 0), 15);
     Colored(Pts({{60, 60}, {160, 60}, {160, 160}, {60, 160}}), RGB(0, 255, 0), 15);
     Colored(Pts({{120, 10}, {190, 10}, {190, 50}, {120, 50}}), RGB(0, 0, 255), 8);
+    Colored(Pts({{20, 170}, {180, 170}}), RGB(255, 0, 0), 15, kWideLine).gLineWidth = 40;
     Render();
-    Near(At(30, 30), {255, 0, 0}, "the first square");
-    Near(At(80, 80), {0, 255, 0}, "the second covers the first");
+    Near(30, 30, {255, 0, 0}, "the first square");
+    Near(80, 80, {0, 255, 0}, "the second covers the first");
     // Alpha 136 over white: 255 * 119 / 255 of the white stays.
-    Near(At(150, 30), {119, 119, 255}, "transparency 8");
-    Near(At(5, 195), {255, 255, 255}, "white clear colour");
+    Near(150, 30, {119, 119, 255}, "transparency 8");
+    Near(5, 195, {255, 255, 255}, "white clear colour");
+    Near(100, 170, {0, 0, 0}, "the line in black");
+    Near(100, 165, {255, 255, 255}, "no width");
+    Near(100, 175, {255, 255, 255}, "no width");
 }
 
-TEST_F(GlPixels, MissingTextureIsTheGreyCheckerAndLinesAreBareOutlines)
+TEST_F(GlPixels, MissingTextureIsTheGreyChecker)
 {
     Add(kPoly, Pts({{10, 10}, {138, 10}, {138, 138}, {10, 138}})).tDayPath = "nowhere.bmp";
-    ShapeRecord& line = Add(kWideLine, Pts({{20, 170}, {180, 170}}));
-    line.gLineWidth = 40;
-    line.gIsColored = 1;
-    line.cColor = RGB(255, 0, 0);
-    s_.editor.selection.setState(0);
     Render();
     // At a row of texel centres the checker's squares show at their own values: black at alpha
     // 128 over white, and white.
-    int darkest = 255;
-    int lightest = 0;
+    std::vector<int> greys;
     for (int x = 40; x < 100; ++x) {
-        const Rgb p = At(x, 62);
-        EXPECT_EQ(p.r, p.g);
-        EXPECT_EQ(p.g, p.b);
-        darkest = std::min(darkest, p.r);
-        lightest = std::max(lightest, p.r);
+        EXPECT_TRUE(At(x, 62)[0] == At(x, 62)[1] && At(x, 62)[1] == At(x, 62)[2]) << x;
+        greys.push_back(At(x, 62)[0]);
     }
-    EXPECT_NEAR(darkest, 127, 20);
-    EXPECT_GE(lightest, 230);
-    Near(At(100, 170), {0, 0, 0}, "the line in black");
-    Near(At(100, 165), {255, 255, 255}, "no width");
-    Near(At(100, 175), {255, 255, 255}, "no width");
+    EXPECT_NEAR(*std::min_element(greys.begin(), greys.end()), 127, 20);
+    EXPECT_GE(*std::max_element(greys.begin(), greys.end()), 230);
 }
 
 TEST_F(GlPixels, TexturesTileFromTheBoxCornerOrFollowTheMap)
 {
     test::WriteBytes(dir_ / "half.bmp", test::Bmp24(32, 32, 0xFF0000, 0x0000FF)); // left red, right blue
-    ShapeRecord& plain = Add(kPoly, Pts({{10, 10}, {190, 10}, {190, 60}, {10, 60}}));
-    plain.gIsColored = 0;
-    plain.tDayPath = "HALF.bmp";
+    Add(kPoly, Pts({{10, 10}, {190, 10}, {190, 60}, {10, 60}})).tDayPath = "HALF.bmp"; // uncoloured: textured
     // A map turned left to right: the shape's left shows the texture's right half.
     ShapeRecord& tex = Add(kTexPoly, Pts({{10, 100}, {190, 100}, {190, 180}, {10, 180}}));
     tex.tDayPath = "half.bmp";
     tex.mTexMap = {256, 0, 0, 0, 0, 256, 256, 256};
-    s_.editor.selection.setState(0);
     Render();
     // A repeat is 256 world units from the box's left edge (10): red to 138, blue to 266.
-    Near(At(40, 35), {255, 0, 0}, "first half of the first repeat");
-    Near(At(170, 35), {0, 0, 255}, "second half");
-    Near(At(40, 140), {0, 0, 255}, "mapped: right half on the left");
-    Near(At(170, 140), {255, 0, 0}, "mapped: left half on the right");
+    Near(40, 35, {255, 0, 0}, "first half of the first repeat");
+    Near(170, 35, {0, 0, 255}, "second half");
+    Near(40, 140, {0, 0, 255}, "mapped: right half on the left");
+    Near(170, 140, {255, 0, 0}, "mapped: left half on the right");
 }
 
 TEST_F(GlPixels, OnlyShapesAppearAndTheSelectionIsInItsColour)
@@ -153,9 +136,9 @@ TEST_F(GlPixels, OnlyShapesAppearAndTheSelectionIsInItsColour)
     // Crossing itself: the tessellator may draw it as it likes, but must not fail.
     Colored(Pts({{120, 120}, {180, 180}, {180, 120}, {120, 180}}), RGB(0, 255, 0), 15);
     Render();
-    Near(At(100, 100), {255, 255, 255}, "no object, no grid");
-    Near(At(50, 20), {0, 0, 255}, "drag state outline");
-    Near(At(50, 50), {255, 255, 0}, "fill");
+    Near(100, 100, {255, 255, 255}, "no object, no grid");
+    Near(50, 20, {0, 0, 255}, "drag state outline");
+    Near(50, 50, {255, 255, 0}, "fill");
 }
 
 } // namespace

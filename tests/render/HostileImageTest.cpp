@@ -1,7 +1,6 @@
-// The picture readers: a background image or texture that is a
-// folder, a device or a pipe fails with its reader's message and never blocks; a bitmap's
-// headers are checked before the rest is read. Pipes and devices are read in a child with a
-// deadline, so that a regression fails instead of holding the run.
+// A background image or texture that is a folder, a device or a pipe fails with its reader's
+// message and never blocks; a bitmap's headers are checked before the rest is read. Each case runs
+// in a child with a deadline, so that a regression fails instead of holding the run.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -68,7 +67,7 @@ FlowHooks PictureHooks()
     return h;
 }
 
-TEST_F(HostileImage, ABackgroundImageThatIsNoFileIsDroppedWithItsMessage)
+TEST_F(HostileImage, APictureThatIsNoFileIsDroppedWithItsMessageAndATextureShowsTheFallback)
 {
     const std::pair<std::string, std::string> cases[] = {{folder, "Is a directory"},
                                                          {"/dev/zero", "Not a regular file (a device)"},
@@ -81,12 +80,20 @@ TEST_F(HostileImage, ABackgroundImageThatIsNoFileIsDroppedWithItsMessage)
             Session s = test::MakeSession(200, 200);
             ScriptedUi ui;
             s.ui = &ui;
-            // The image can't be loaded, so path and flag go; the rest is the new
-            // project, whole.
-            return LoadProject(s, project, PictureHooks()) && s.projectPath == project && s.hasName == 1 &&
-                   s.showFlags.BackImagePath.empty() && s.showFlags.ShowBackPicture == 0 &&
-                   s.stores.ShapeStore.size() == 1 && !CBitmap(s.bitmap).isAvailable() &&
-                   ui.Messages() == std::vector<std::string>{"Unable to load Bitmap!\n'" + image + "': " + reason};
+            // The image can't be loaded, so path and flag go; the rest is the new project, whole.
+            const bool dropped =
+                LoadProject(s, project, PictureHooks()) && s.projectPath == project && s.hasName == 1 &&
+                s.showFlags.BackImagePath.empty() && s.showFlags.ShowBackPicture == 0 &&
+                s.stores.ShapeStore.size() == 1 && !CBitmap(s.bitmap).isAvailable() &&
+                ui.Messages() == std::vector<std::string>{"Unable to load Bitmap!\n'" + image + "': " + reason};
+            std::vector<std::uint32_t> pixels;
+            BitmapInfoHeader header;
+            std::string label;
+            ReadTextureGdi(image, "/opt/fw/", pixels, header, label);
+            std::vector<std::uint8_t> texture;
+            std::int32_t w = 0, h = 0;
+            const int gl = ReadTextureGl(image, "/opt/fw/", texture, w, h);
+            return dropped && label == "Unknown format!" && pixels.size() == 32u * 32u && gl == 0 && w == 32 && h == 32;
         }));
     }
 }
@@ -133,23 +140,6 @@ TEST_F(HostileImage, TheHeadersAreCheckedBeforeTheFileIsReadWhole)
                              reason.empty();
         return large && read && refused;
     }));
-}
-
-TEST_F(HostileImage, ATextureThatIsNoFileShowsTheFallback)
-{
-    for (const std::string& path : {folder, fifo, std::string("/dev/zero")}) {
-        SCOPED_TRACE(path);
-        ExpectPassed(RunWithDeadline(kDeadline, [&] {
-            std::vector<std::uint32_t> pixels;
-            BitmapInfoHeader header;
-            std::string label;
-            ReadTextureGdi(path, "/opt/fw/", pixels, header, label);
-            std::vector<std::uint8_t> image;
-            std::int32_t w = 0, h = 0;
-            const int gl = ReadTextureGl(path, "/opt/fw/", image, w, h);
-            return label == "Unknown format!" && pixels.size() == 32u * 32u && gl == 0 && w == 32 && h == 32;
-        }));
-    }
 }
 
 } // namespace

@@ -43,22 +43,13 @@ TEST(SolidLine, SetsTheWalksPixelsForRandomSegmentsInAndAroundTheSurface)
     std::uniform_int_distribution<int> farOff(-400, 400);
     std::uniform_int_distribution<int> kind(0, 5);
     for (int n = 0; n < 20000; ++n) {
-        int x0 = nearX(rng);
-        int y0 = nearY(rng);
-        int x1 = nearX(rng);
-        int y1 = nearY(rng);
+        int x0 = nearX(rng), y0 = nearY(rng), x1 = nearX(rng), y1 = nearY(rng);
         switch (kind(rng)) {
-        case 0: y1 = y0; break; // level
-        case 1: x1 = x0; break; // upright
+        case 0: y1 = y0; break;                                     // level
+        case 1: x1 = x0; break;                                     // upright
         case 2: y1 = y0 + (x1 - x0) * (n % 2 == 0 ? 1 : -1); break; // 45 degrees
-        case 3:
-            x1 = x0 + farOff(rng);
-            y1 = y0 + farOff(rng);
-            break;
-        case 4:
-            x0 = farOff(rng);
-            y0 = farOff(rng);
-            break;
+        case 3: x1 = x0 + farOff(rng), y1 = y0 + farOff(rng); break;
+        case 4: x0 = farOff(rng), y0 = farOff(rng); break;
         default: break;
         }
         ExpectSame(x0, y0, x1, y1);
