@@ -61,32 +61,30 @@ TEST(ScasmChecker, ReportsEachFaultWithItsLine)
     }
 }
 
-TEST(ScasmChecker, DecimalCommaOnlyInItsTwoPlaces)
+// A decimal comma only in a VOR frequency and a macro's range; a long user parameter of a macro is cut
+// at its column with its quote left open, and a bracket or comma the user typed there is text
+// (fuzz_export found the bracket).
+TEST(ScasmChecker, DecimalCommasAndCutUserParameters)
 {
-    const auto count = [](const std::vector<std::string>& lines) { return CheckScasm(lines).size(); };
-    EXPECT_EQ(count({"VOR( 108,5 45 81  0 ID Name  48.5  11.25 0 0 )"}), 0u);
-    EXPECT_EQ(count({"VOR( 108,5 45 81  0 ID Name  48,5  11.25 0 0 )"}), 1u);
-    EXPECT_EQ(count({"macro( \"a,b.api\"", "         6,5           ;Range (km)", "      )"}), 0u);
-    EXPECT_EQ(count({"macro( \"x.api\"", "         1,5           ;Scale", "      )"}), 1u);
-    EXPECT_EQ(count({"Area( 6  48,5  11.25 40 )", "EndA"}), 1u);
-    EXPECT_EQ(count({"  ;Your comment: 1,5 m", "CopyRight( \"1,5\" )"}), 0u);
-    EXPECT_EQ(count({"NDB(  385,5 45  ID Name  48.5  11.25  0 )"}), 1u);
-    // A quoted parameter cut at its column leaves its quote open: the line still ends there.
-    EXPECT_EQ(count({"macro( \"/opt/x.api\"", "       \"a_very_long_text ;User param9",
-                     "       \"0\"               ;User param7", "      )"}),
-              0u);
-}
-
-// A long user parameter of a macro is cut at its column with its closing quote: a bracket or a comma
-// the user typed in it is text, and the macro's brackets still close (fuzz_export found the bracket).
-TEST(ScasmChecker, ACutUserParameterIsTheUsersText)
-{
-    const auto check = [](const std::vector<std::string>& lines) { return FormatProblems(CheckScasm(lines)); };
-    EXPECT_EQ(check({"macro( \"/opt/x.api\"", "         \"hangar (north si ;User param16", "        )"}), "");
-    EXPECT_EQ(check({"macro( \"/opt/x.api\"", "         \"hangar) north si ;User param9", "        )"}), "");
-    EXPECT_EQ(check({"macro( \"/opt/x.api\"", "         \"width 1,5 metres ;User param6", "        )"}), "");
+    const std::pair<std::vector<std::string>, std::size_t> cases[] = {
+        {{"VOR( 108,5 45 81  0 ID Name  48.5  11.25 0 0 )"}, 0},
+        {{"VOR( 108,5 45 81  0 ID Name  48,5  11.25 0 0 )"}, 1},
+        {{"macro( \"a,b.api\"", "         6,5           ;Range (km)", "      )"}, 0},
+        {{"macro( \"x.api\"", "         1,5           ;Scale", "      )"}, 1},
+        {{"Area( 6  48,5  11.25 40 )", "EndA"}, 1},
+        {{"  ;Your comment: 1,5 m", "CopyRight( \"1,5\" )"}, 0},
+        {{"NDB(  385,5 45  ID Name  48.5  11.25  0 )"}, 1},
+        {{"macro( \"/opt/x.api\"", "       \"a_very_long_text ;User param9", "       \"0\"               ;User param7",
+          "      )"},
+         0},
+        {{"macro( \"/opt/x.api\"", "         \"hangar (north si ;User param16", "        )"}, 0},
+        {{"macro( \"/opt/x.api\"", "         \"hangar) north si ;User param9", "        )"}, 0},
+        {{"macro( \"/opt/x.api\"", "         \"width 1,5 metres ;User param6", "        )"}, 0},
+    };
+    for (const auto& [lines, count] : cases)
+        EXPECT_EQ(CheckScasm(lines).size(), count) << lines[0];
     // The macro's other lines are its own: a bracket there stays open.
-    EXPECT_EQ(check({"macro( \"/opt/x.api\"", "         (1                ;Scale", "        )"}),
+    EXPECT_EQ(FormatProblems(CheckScasm({"macro( \"/opt/x.api\"", "         (1                ;Scale", "        )"})),
               "line 1: the brackets of \"macro(\" are not closed\n");
 }
 
