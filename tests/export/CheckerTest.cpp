@@ -88,6 +88,35 @@ TEST(ScasmChecker, DecimalCommasAndCutUserParameters)
               "line 1: the brackets of \"macro(\" are not closed\n");
 }
 
+// Inputs fuzz_export found faults with (tests/fixtures/fuzz/export): each reads, and exports with either
+// separator, as text and for the compiler, or stops with its message; every text passes the check.
+TEST(ScasmChecker, FuzzFindingsExportWellFormed)
+{
+    ConfigRecord config;
+    ResetConfig(config, "/opt/fieldwright/");
+    int files = 0;
+    for (const auto& file : std::filesystem::directory_iterator(std::string(FW_FIXTURES) + "/fuzz/export")) {
+        SCOPED_TRACE(file.path().filename().string());
+        ++files;
+        ProjectData d;
+        ASSERT_TRUE(ReadProjectText(ReadBytes(file.path().string()), d, nullptr, "/opt/fieldwright/"));
+        for (char separator : {'.', ','})
+            for (const std::string prefix : {"", "/scenery/x.bgl"}) {
+                ScriptedUi ui;
+                ExportBuffer buffer;
+                try {
+                    BuildExportText(ExportInput{d.project, config, d.points, d.shapes, d.objects, separator, &ui},
+                                    prefix, buffer);
+                } catch (const OperationFault& e) {
+                    EXPECT_NE(std::string(e.what()), "");
+                    continue;
+                }
+                ExpectWellFormed(std::string(buffer.text()));
+            }
+    }
+    EXPECT_GT(files, 0);
+}
+
 // Projects of every kind with settings drawn at random; each export must pass the checker. The one
 // fault allowed is a forest point on the centre of its box.
 TEST(ScasmChecker, GeneratedProjectsPass)

