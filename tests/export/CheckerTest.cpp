@@ -61,33 +61,60 @@ TEST(ScasmChecker, ReportsEachFaultWithItsLine)
     }
 }
 
-TEST(ScasmChecker, DecimalCommaOnlyInItsTwoPlaces)
+// A decimal comma only in a VOR frequency and a macro's range; a long user parameter of a macro is cut
+// at its column with its quote left open, and a bracket or comma the user typed there is text
+// (fuzz_export found the bracket).
+TEST(ScasmChecker, DecimalCommasAndCutUserParameters)
 {
-    const auto count = [](const std::vector<std::string>& lines) { return CheckScasm(lines).size(); };
-    EXPECT_EQ(count({"VOR( 108,5 45 81  0 ID Name  48.5  11.25 0 0 )"}), 0u);
-    EXPECT_EQ(count({"VOR( 108,5 45 81  0 ID Name  48,5  11.25 0 0 )"}), 1u);
-    EXPECT_EQ(count({"macro( \"a,b.api\"", "         6,5           ;Range (km)", "      )"}), 0u);
-    EXPECT_EQ(count({"macro( \"x.api\"", "         1,5           ;Scale", "      )"}), 1u);
-    EXPECT_EQ(count({"Area( 6  48,5  11.25 40 )", "EndA"}), 1u);
-    EXPECT_EQ(count({"  ;Your comment: 1,5 m", "CopyRight( \"1,5\" )"}), 0u);
-    EXPECT_EQ(count({"NDB(  385,5 45  ID Name  48.5  11.25  0 )"}), 1u);
-    // A quoted parameter cut at its column leaves its quote open: the line still ends there.
-    EXPECT_EQ(count({"macro( \"/opt/x.api\"", "       \"a_very_long_text ;User param9",
-                     "       \"0\"               ;User param7", "      )"}),
-              0u);
+    const std::pair<std::vector<std::string>, std::size_t> cases[] = {
+        {{"VOR( 108,5 45 81  0 ID Name  48.5  11.25 0 0 )"}, 0},
+        {{"VOR( 108,5 45 81  0 ID Name  48,5  11.25 0 0 )"}, 1},
+        {{"macro( \"a,b.api\"", "         6,5           ;Range (km)", "      )"}, 0},
+        {{"macro( \"x.api\"", "         1,5           ;Scale", "      )"}, 1},
+        {{"Area( 6  48,5  11.25 40 )", "EndA"}, 1},
+        {{"  ;Your comment: 1,5 m", "CopyRight( \"1,5\" )"}, 0},
+        {{"NDB(  385,5 45  ID Name  48.5  11.25  0 )"}, 1},
+        {{"macro( \"/opt/x.api\"", "       \"a_very_long_text ;User param9", "       \"0\"               ;User param7",
+          "      )"},
+         0},
+        {{"macro( \"/opt/x.api\"", "         \"hangar (north si ;User param16", "        )"}, 0},
+        {{"macro( \"/opt/x.api\"", "         \"hangar) north si ;User param9", "        )"}, 0},
+        {{"macro( \"/opt/x.api\"", "         \"width 1,5 metres ;User param6", "        )"}, 0},
+    };
+    for (const auto& [lines, count] : cases)
+        EXPECT_EQ(CheckScasm(lines).size(), count) << lines[0];
+    // The macro's other lines are its own: a bracket there stays open.
+    EXPECT_EQ(FormatProblems(CheckScasm({"macro( \"/opt/x.api\"", "         (1                ;Scale", "        )"})),
+              "line 1: the brackets of \"macro(\" are not closed\n");
 }
 
-// A long user parameter of a macro is cut at its column with its closing quote: a bracket or a comma
-// the user typed in it is text, and the macro's brackets still close (fuzz_export found the bracket).
-TEST(ScasmChecker, ACutUserParameterIsTheUsersText)
+// Inputs fuzz_export found faults with (tests/fixtures/fuzz/export): each reads, and exports with either
+// separator, as text and for the compiler, or stops with its message; every text passes the check.
+TEST(ScasmChecker, FuzzFindingsExportWellFormed)
 {
-    const auto check = [](const std::vector<std::string>& lines) { return FormatProblems(CheckScasm(lines)); };
-    EXPECT_EQ(check({"macro( \"/opt/x.api\"", "         \"hangar (north si ;User param16", "        )"}), "");
-    EXPECT_EQ(check({"macro( \"/opt/x.api\"", "         \"hangar) north si ;User param9", "        )"}), "");
-    EXPECT_EQ(check({"macro( \"/opt/x.api\"", "         \"width 1,5 metres ;User param6", "        )"}), "");
-    // The macro's other lines are its own: a bracket there stays open.
-    EXPECT_EQ(check({"macro( \"/opt/x.api\"", "         (1                ;Scale", "        )"}),
-              "line 1: the brackets of \"macro(\" are not closed\n");
+    ConfigRecord config;
+    ResetConfig(config, "/opt/fieldwright/");
+    int files = 0;
+    for (const auto& file : std::filesystem::directory_iterator(std::string(FW_FIXTURES) + "/fuzz/export")) {
+        SCOPED_TRACE(file.path().filename().string());
+        ++files;
+        ProjectData d;
+        ASSERT_TRUE(ReadProjectText(ReadBytes(file.path().string()), d, nullptr, "/opt/fieldwright/"));
+        for (char separator : {'.', ','})
+            for (const std::string prefix : {"", "/scenery/x.bgl"}) {
+                ScriptedUi ui;
+                ExportBuffer buffer;
+                try {
+                    BuildExportText(ExportInput{d.project, config, d.points, d.shapes, d.objects, separator, &ui},
+                                    prefix, buffer);
+                } catch (const OperationFault& e) {
+                    EXPECT_NE(std::string(e.what()), "");
+                    continue;
+                }
+                ExpectWellFormed(std::string(buffer.text()));
+            }
+    }
+    EXPECT_GT(files, 0);
 }
 
 // Projects of every kind with settings drawn at random; each export must pass the checker. The one

@@ -1,9 +1,6 @@
 // The compiler run end to end with the fake compiler of tests/tools, and the two menu commands.
 #include "ExportTestSupport.h"
 
-#include <filesystem>
-#include <fstream>
-
 #include "core/Session.h"
 #include "export/Compile.h"
 #include "posix/PosixProcess.h"
@@ -15,35 +12,36 @@ namespace fs = std::filesystem;
 
 const std::string kFake = std::string(FW_TEST_TOOLS) + "/fake-scasm.sh";
 
+// Sets an environment variable for the scope, then puts back what was there.
+struct EnvVar {
+    std::string name;
+    const char* old;
+    std::string saved;
+    EnvVar(std::string n, const std::string& value) : name(std::move(n)), old(std::getenv(name.c_str()))
+    {
+        saved = old ? old : "";
+        ::setenv(name.c_str(), value.c_str(), 1);
+    }
+    ~EnvVar() { old ? ::setenv(name.c_str(), saved.c_str(), 1) : ::unsetenv(name.c_str()); }
+};
+
 // A program folder and a scenery folder, both with blanks in their names.
 struct CompileFixture : ::testing::Test {
-    fs::path root = fs::temp_directory_path() / ("fw export compile " + std::to_string(::getpid()));
-    std::string program;
-    std::string scenery;
-    std::string bgl;
-    std::string record;
+    Scratch root{"fw export compile"};
+    std::string program = root / "program folder/";
+    std::string scenery = root / "my scenery/";
+    std::string bgl = scenery + "my airport.bgl";
+    std::string record = root / "record.txt";
+    EnvVar recordVar{"FAKE_SCASM_RECORD", record};
+    EnvVar mode{"FAKE_SCASM_MODE", "ok"};
     TestProject t;
     PosixProcess process;
 
     void SetUp() override
     {
-        fs::remove_all(root);
-        fs::create_directories(root / "program folder");
-        fs::create_directories(root / "my scenery");
-        program = (root / "program folder").string() + "/";
-        scenery = (root / "my scenery").string() + "/";
-        bgl = scenery + "my airport.bgl";
-        record = (root / "record.txt").string();
-        ::setenv("FAKE_SCASM_RECORD", record.c_str(), 1);
-        ::setenv("FAKE_SCASM_MODE", "ok", 1);
-        ShapeRecord& s = t.Shape(kPoly, {{-100, -100}, {100, -100}, {0, 100}});
-        s.gIsColored = 1;
-    }
-    void TearDown() override
-    {
-        ::unsetenv("FAKE_SCASM_RECORD");
-        ::unsetenv("FAKE_SCASM_MODE");
-        fs::remove_all(root);
+        fs::create_directories(program);
+        fs::create_directories(scenery);
+        t.Shape(kPoly, {{-100, -100}, {100, -100}, {0, 100}}).gIsColored = 1;
     }
     bool Run(const std::string& compiler = kFake)
     {
@@ -62,18 +60,9 @@ TEST_F(CompileFixture, SuccessLeavesTheSceneryAndNothingElse)
     EXPECT_TRUE(fs::exists(bgl));
     ExpectCleanedUp();
     EXPECT_TRUE(t.ui.calls.empty());
-    // The compiler got the temporary file, the .bgl path and -l, each one argument despite the blanks,
-    // and the temporary file held the same text as a text export.
+    // Each path one argument despite the blanks, and the temporary file as a compiler export.
     EXPECT_EQ(ReadBytes(record), "argc=3\narg=" + program + "exp.temp01\narg=" + bgl + "\narg=-l\n");
-    const std::string source = ReadBytes(record + ".source");
-    EXPECT_EQ(source, ExportOf(t, bgl));
-    ExpectWellFormed(source);
-
-    // An empty project is compiled all the same.
-    TestProject empty;
-    EXPECT_TRUE(Compile(empty.Input(), program, bgl, process, CompilerCommand{kFake}));
-    EXPECT_EQ(ReadBytes(record + ".source"), ExportOf(empty));
-    ExpectCleanedUp();
+    EXPECT_EQ(ReadBytes(record + ".source"), ExportOf(t, bgl));
 }
 
 TEST_F(CompileFixture, AnErrorLogShowsTheStatusDialogWhileTheLogExists)
@@ -95,7 +84,7 @@ TEST_F(CompileFixture, AnErrorLogShowsTheStatusDialogWhileTheLogExists)
 // No log, or a success line past the log's first hundred bytes, is a failure.
 TEST_F(CompileFixture, NoLogOrALateSuccessLineCountsAsFailure)
 {
-    const std::string late = (root / "late-ok.sh").string();
+    const std::string late = root / "late-ok.sh";
     std::ofstream(late) << "#!/bin/sh\nlog=\"$(dirname \"$2\")/SCAERROR.LOG\"\nprintf '%0100d' 0 > \"$log\"\n"
                            "printf 'Scasm compilation status: ok' >> \"$log\"\n";
     fs::permissions(late, fs::perms::owner_all);
@@ -112,21 +101,23 @@ TEST_F(CompileFixture, NoLogOrALateSuccessLineCountsAsFailure)
 
 TEST_F(CompileFixture, AMissingCompilerIsReportedAndTheTemporaryFileRemoved)
 {
-    EXPECT_FALSE(Run((root / "no such compiler").string()));
-    EXPECT_EQ(t.ui.Messages(), (std::vector<std::string>{kCompilerMissing}));
-    EXPECT_EQ(t.ui.calls[0].style, MessageStyle::Exclamation);
-    ExpectCleanedUp();
-    EXPECT_FALSE(fs::exists(bgl));
-
-    // Through wine: a program folder without scasm.exe fails the same way.
-    TestProject again;
-    EXPECT_FALSE(Compile(again.Input(), program, bgl, process, CompilerCommand{}));
-    EXPECT_EQ(again.ui.Messages(), (std::vector<std::string>{kCompilerMissing}));
-    ExpectCleanedUp();
+    // A native program that isn't there, and wine with a program folder without scasm.exe.
+    for (const std::string& compiler : {root / "no such compiler", std::string()}) {
+        t.ui.calls.clear();
+        EXPECT_FALSE(Run(compiler));
+        EXPECT_EQ(t.ui.Messages(), (std::vector<std::string>{kCompilerMissing}));
+        EXPECT_EQ(t.ui.calls[0].style, MessageStyle::Exclamation);
+        ExpectCleanedUp();
+        EXPECT_FALSE(fs::exists(bgl));
+    }
 }
 
-TEST_F(CompileFixture, AnExportFaultStartsNoCompiler)
+// An export fault or an empty path: no compiler starts.
+TEST_F(CompileFixture, NothingToCompileStartsNoCompiler)
 {
+    EXPECT_FALSE(Compile(t.Input(), program, "", process, CompilerCommand{kFake}));
+    EXPECT_FALSE(Compile(t.Input(), "", bgl, process, CompilerCommand{kFake}));
+    EXPECT_TRUE(t.ui.calls.empty());
     t.project.UsePointReduction = 1;
     EXPECT_FALSE(Run());
     EXPECT_FALSE(fs::exists(record));
@@ -135,20 +126,12 @@ TEST_F(CompileFixture, AnExportFaultStartsNoCompiler)
     ExpectCleanedUp();
 }
 
-TEST_F(CompileFixture, EmptyPathsDoNothing)
-{
-    EXPECT_FALSE(Compile(t.Input(), program, "", process, CompilerCommand{kFake}));
-    EXPECT_FALSE(Compile(t.Input(), "", bgl, process, CompilerCommand{kFake}));
-    EXPECT_FALSE(fs::exists(record));
-    EXPECT_TRUE(t.ui.calls.empty());
-}
-
 // An installed program folder: the temporary file and a compiler the user added are in the user's
-// folder, and the program folder is left as it was. wine and winepath are stand-ins on the PATH.
+// folder. wine and winepath are stand-ins on the PATH.
 TEST_F(CompileFixture, AnInstalledProgramFolderUsesTheUsersFolder)
 {
-    const fs::path bin = root / "bin";
-    const std::string user = (root / "config home").string() + "/Fieldwright/";
+    const fs::path bin = root.dir / "bin";
+    const std::string user = root / "config home/Fieldwright/";
     fs::create_directories(bin);
     std::ofstream(bin / "winepath") << "#!/bin/sh\nprintf '%s\\n' \"$2\"\n";
     std::ofstream(bin / "wine") << "#!/bin/sh\nprintf '%s' \"$1\" > \"$FAKE_SCASM_RECORD.wine\"\nshift\nexec \""
@@ -156,46 +139,23 @@ TEST_F(CompileFixture, AnInstalledProgramFolderUsesTheUsersFolder)
     fs::permissions(bin / "winepath", fs::perms::owner_all);
     fs::permissions(bin / "wine", fs::perms::owner_all);
     std::ofstream(program + "Fieldwright.installed");
-    const std::string oldPath = std::getenv("PATH") ? std::getenv("PATH") : "";
-    const char* oldConfig = std::getenv("XDG_CONFIG_HOME");
-    const std::string savedConfig = oldConfig ? oldConfig : "";
-    ::setenv("PATH", (bin.string() + ":" + oldPath).c_str(), 1);
-    ::setenv("XDG_CONFIG_HOME", (root / "config home").c_str(), 1);
-
-    // No compiler anywhere: the message, and nothing left behind.
-    EXPECT_FALSE(Compile(t.Input(), program, bgl, process, CompilerCommand{}));
-    EXPECT_EQ(t.ui.Messages(), (std::vector<std::string>{kCompilerMissing}));
-    EXPECT_FALSE(fs::exists(user + "exp.temp01"));
-
+    const char* path = std::getenv("PATH");
+    EnvVar pathVar("PATH", bin.string() + ":" + (path ? path : ""));
+    EnvVar config("XDG_CONFIG_HOME", root / "config home");
+    fs::create_directories(user);
     std::ofstream(user + "scasm.exe") << "MZ";
-    t.ui.calls.clear();
-    EXPECT_TRUE(Compile(t.Input(), program, bgl, process, CompilerCommand{}));
+    EXPECT_TRUE(Run(""));
     EXPECT_TRUE(t.ui.calls.empty());
     EXPECT_EQ(ReadBytes(record + ".wine"), user + "scasm.exe");
     EXPECT_EQ(ReadBytes(record), "argc=3\narg=" + user + "exp.temp01\narg=" + bgl + "\narg=-l\n");
     EXPECT_FALSE(fs::exists(user + "exp.temp01"));
     EXPECT_TRUE(fs::exists(bgl));
-    std::vector<std::string> inProgram;
-    for (const auto& e : fs::directory_iterator(program))
-        inProgram.push_back(e.path().filename().string());
-    EXPECT_EQ(inProgram, (std::vector<std::string>{"Fieldwright.installed"}));
+    EXPECT_FALSE(fs::exists(program + "exp.temp01"));
 
     // A compiler in the program folder comes first.
     std::ofstream(program + "scasm.exe") << "MZ";
-    EXPECT_TRUE(Compile(t.Input(), program, bgl, process, CompilerCommand{}));
+    EXPECT_TRUE(Run(""));
     EXPECT_EQ(ReadBytes(record + ".wine"), program + "scasm.exe");
-
-    ::setenv("PATH", oldPath.c_str(), 1);
-    if (oldConfig)
-        ::setenv("XDG_CONFIG_HOME", savedConfig.c_str(), 1);
-    else
-        ::unsetenv("XDG_CONFIG_HOME");
-}
-
-TEST(CompileCommand, ThreeQuotedPathsAndTheLogSwitch)
-{
-    EXPECT_EQ(CompilerCommandLine("C:\\FW\\scasm.exe", "C:\\FW\\exp.temp01", "C:\\my scenery\\a.bgl"),
-              "\"C:\\FW\\scasm.exe\" \"C:\\FW\\exp.temp01\" \"C:\\my scenery\\a.bgl\" -l");
 }
 
 struct MenuFixture : CompileFixture {
@@ -215,53 +175,42 @@ struct MenuFixture : CompileFixture {
     }
 };
 
-TEST_F(MenuFixture, GenerateScasmFilesAsksForATextFile)
+// Each command starts in the program folder with the project's name, keeps the path chosen and ends
+// with a cancelled dialog; the compiler's notice comes first and can be turned off.
+TEST_F(MenuFixture, GenerateScasmFilesAndScenery)
 {
     const std::string out = scenery + "out.txt";
-    ui.files = {out};
+    ui.files = {out, "", bgl, ""};
     EXPECT_TRUE(MnuFexport(s));
-    ASSERT_EQ(ui.fileRequests.size(), 1u);
-    const FileDialogRequest& r = ui.fileRequests[0];
-    EXPECT_EQ(r.filter, "Text format (*.txt)|*.txt");
-    EXPECT_EQ(r.startFolder, program);
-    EXPECT_EQ(r.defaultName, "field.txt");
-    EXPECT_TRUE(r.save);
-    EXPECT_EQ(s.config.SCAPath, out);
-    EXPECT_FALSE(ui.waitCursor);
+    EXPECT_FALSE(MnuFexport(s));
     EXPECT_EQ(ReadBytes(out), ExportOf(t));
+    EXPECT_EQ(s.config.SCAPath, out);
     EXPECT_EQ(s.dirty, 0);
 
-    ui.files = {""}; // cancelled
-    fs::remove(out);
-    EXPECT_FALSE(MnuFexport(s));
-    EXPECT_FALSE(fs::exists(out));
-}
-
-TEST_F(MenuFixture, GenerateBglShowsTheNoticeAndCompiles)
-{
     s.config.MessageCompile = 1;
     ui.tipResults = {0}; // "Don't show again"
-    ui.files = {bgl};
+    ui.calls.clear();
     EXPECT_TRUE(MnuFbgl(s, process, CompilerCommand{kFake}));
-    ASSERT_GE(ui.calls.size(), 2u);
-    EXPECT_EQ(ui.calls[0].kind, "tip");
-    EXPECT_EQ(ui.calls[0].text, CompileNotice());
+    EXPECT_EQ(ui.calls.at(0).kind, "tip");
+    EXPECT_EQ(ui.calls.at(0).text, CompileNotice());
     EXPECT_EQ(s.config.MessageCompile, 0);
-    const FileDialogRequest& r = ui.fileRequests[0];
-    EXPECT_EQ(r.filter, "FS scenery (*.bgl)|*.bgl");
-    EXPECT_EQ(r.startFolder, program);
-    EXPECT_EQ(r.defaultName, "Airfield.bgl");
     EXPECT_EQ(s.config.BGLPath, bgl);
     EXPECT_TRUE(fs::exists(bgl));
-    EXPECT_FALSE(ui.waitCursor);
     ExpectCleanedUp();
-
-    // A cancelled dialog ends the command after the notice.
     fs::remove(record);
     ui.calls.clear();
-    ui.files = {""};
     EXPECT_FALSE(MnuFbgl(s, process, CompilerCommand{kFake}));
+    EXPECT_EQ(ui.calls.at(0).kind, "tip");
     EXPECT_FALSE(fs::exists(record));
+
+    ASSERT_EQ(ui.fileRequests.size(), 4u);
+    for (int k : {0, 2}) {
+        EXPECT_EQ(ui.fileRequests[k].startFolder, program);
+        EXPECT_TRUE(ui.fileRequests[k].save);
+    }
+    EXPECT_EQ(ui.fileRequests[0].defaultName, "field.txt");
+    EXPECT_EQ(ui.fileRequests[2].defaultName, "Airfield.bgl");
+    EXPECT_FALSE(ui.waitCursor);
 }
 
 } // namespace

@@ -4,12 +4,16 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <sstream>
 #include <string>
 #include <vector>
+
+#include <unistd.h>
 
 #include "core/Config.h"
 #include "core/Records.h"
@@ -62,6 +66,30 @@ struct TestProject {
         BuildExportText(Input(), excludePrefix, buffer);
         return buffer.lines();
     }
+
+    // The message the export stops with, or "" when it runs through.
+    std::string Fault() const
+    {
+        try {
+            Lines();
+        } catch (const OperationFault& e) {
+            return e.what();
+        }
+        return {};
+    }
+};
+
+// A fresh folder under the system's temporary folder, removed again at the end.
+struct Scratch {
+    std::filesystem::path dir;
+    explicit Scratch(const std::string& name)
+        : dir(std::filesystem::temp_directory_path() / (name + " " + std::to_string(::getpid())))
+    {
+        std::filesystem::remove_all(dir);
+        std::filesystem::create_directories(dir);
+    }
+    ~Scratch() { std::filesystem::remove_all(dir); }
+    std::string operator/(const std::string& name) const { return (dir / name).string(); }
 };
 
 // Writes the records as a project file, for the batch tool.
@@ -87,13 +115,11 @@ inline std::string Join(const std::vector<std::string>& lines)
 
 inline std::string ReadBytes(const std::string& path)
 {
-    std::ifstream f(path, std::ios::binary);
     std::stringstream ss;
-    ss << f.rdbuf();
+    ss << std::ifstream(path, std::ios::binary).rdbuf();
     return ss.str();
 }
 
-// Every text the tests produce passes the structure check.
 inline void ExpectWellFormed(const std::string& text)
 {
     const auto problems = CheckScasmText(text);
@@ -140,11 +166,9 @@ inline void ExpectGoldens(const std::vector<GoldenCase>& cases, const std::strin
 inline std::vector<std::string> SplitLines(const std::string& text)
 {
     std::vector<std::string> out;
-    std::size_t pos = 0;
-    while (pos < text.size()) {
-        const std::size_t end = text.find("\r\n", pos);
+    for (std::size_t pos = 0, end; pos < text.size(); pos = end + 2) {
+        end = std::min(text.find("\r\n", pos), text.size());
         out.push_back(text.substr(pos, end - pos));
-        pos = end + 2;
     }
     return out;
 }
@@ -153,9 +177,19 @@ inline std::size_t CountLines(const std::string& text, const std::string& part)
 {
     std::size_t n = 0;
     for (const auto& l : SplitLines(text))
-        if (l.find(part) != std::string::npos)
-            ++n;
+        n += l.find(part) != std::string::npos;
     return n;
+}
+
+// Each part found in the text after the one before it.
+inline void ExpectInOrder(const std::string& text, const std::vector<std::string>& parts)
+{
+    std::size_t at = 0;
+    for (const auto& part : parts) {
+        const std::size_t found = text.find(part, at);
+        ASSERT_NE(found, std::string::npos) << part;
+        at = found;
+    }
 }
 
 } // namespace fw::test

@@ -1,10 +1,6 @@
 // Whole exports of small projects, one case each, against texts read line by line.
 #include "ExportTestSupport.h"
 
-#include <filesystem>
-
-#include "export/Optimize.h"
-
 namespace fw::test {
 namespace {
 
@@ -125,40 +121,33 @@ TEST(GoldenExport, PointReductionOnExemptShapesOnly)
     ExpectGolden("reduction_exempt", on);
 }
 
-TEST(GoldenExport, ReductionFaultWritesNoFile)
+// A fault stops the export with the item's name and writes nothing, new file or old.
+TEST(GoldenExport, AFaultWritesNoFile)
 {
     TestProject t;
     t.project.UsePointReduction = 1;
     ShapeRecord& poly = t.Shape(kPoly, kSquare);
     poly.gIsColored = 1;
     poly.gComment = "taxiway A";
-    const auto dir = std::filesystem::temp_directory_path() / "fw_export_fault";
-    std::filesystem::create_directories(dir);
-    const std::string fresh = (dir / "new.txt").string();
-    const std::string existing = (dir / "old.txt").string();
-    std::filesystem::remove(fresh);
-    { std::ofstream(existing, std::ios::binary) << "keep me"; }
-
-    EXPECT_FALSE(ExportTextFile(t.Input(), fresh, kExportText, {}));
-    EXPECT_FALSE(std::filesystem::exists(fresh));
-    EXPECT_FALSE(ExportTextFile(t.Input(), existing, kExportText, {}));
-    EXPECT_EQ(ReadBytes(existing), "keep me");
+    Scratch dir("fw export fault");
+    std::ofstream(dir / "old.txt", std::ios::binary) << "keep me";
+    EXPECT_FALSE(ExportTextFile(t.Input(), dir / "new.txt", kExportText, {}));
+    EXPECT_FALSE(std::filesystem::exists(dir / "new.txt"));
+    EXPECT_FALSE(ExportTextFile(t.Input(), dir / "old.txt", kExportText, {}));
+    EXPECT_EQ(ReadBytes(dir / "old.txt"), "keep me");
     ASSERT_EQ(t.ui.Messages().size(), 2u);
-    const std::string msg = t.ui.Messages()[0];
-    EXPECT_NE(msg.find("shape 1 (Poly, \"taxiway A\")"), std::string::npos) << msg;
-    EXPECT_NE(msg.find("No file was written."), std::string::npos) << msg;
-    std::filesystem::remove_all(dir);
+    EXPECT_EQ(t.ui.Messages()[0], t.Fault() + "\r\n\r\nNo file was written.");
+    EXPECT_NE(t.Fault().find("shape 1 (Poly, \"taxiway A\")"), std::string::npos) << t.Fault();
 
-    // The same for a wide line's ladder.
+    // A wide line's ladder, and a forest point on the centre of its box, which has no outward direction.
     TestProject w;
     w.project.UsePointReduction = 1;
     w.Shape(kWideLine, {{0, 0}, {10, 0}});
-    try {
-        w.Lines();
-        ADD_FAILURE() << "no fault";
-    } catch (const OperationFault& e) {
-        EXPECT_NE(std::string(e.what()).find("shape 1 (Line/Road"), std::string::npos) << e.what();
-    }
+    EXPECT_NE(w.Fault().find("shape 1 (Line/Road"), std::string::npos) << w.Fault();
+    TestProject f;
+    f.Shape(kForest, {{0, 0}, {400, 0}, {400, 400}, {200, 200}, {0, 400}});
+    EXPECT_NE(f.Fault().find("shape 1 (Voluminous forest"), std::string::npos) << f.Fault();
+    EXPECT_NE(f.Fault().find("centre of its box"), std::string::npos) << f.Fault();
 }
 
 } // namespace
