@@ -10,7 +10,7 @@
 #include "qt/FormRunway.h"
 #include "qt/FormSettings.h"
 #include "qt/FormShape.h"
-#include "qt/ModalScript.h"
+#include "QtTestSupport.h"
 
 namespace fw::qt {
 namespace {

@@ -12,7 +12,7 @@
 #include "editor/Transforms.h"
 #include "support/ScriptedUi.h"
 #include "qt/QtUi.h"
-#include "qt/ModalScript.h"
+#include "QtTestSupport.h"
 
 namespace fw::qt {
 namespace {
@@ -35,18 +35,14 @@ TEST(SmallForms, SelectionListsTheHitsInOrderAndStartsOnTheLast)
     t.AddObject(kVor, 100, 100);
     Script({[](QWidget* f) {
         EXPECT_EQ(f->objectName(), "FormSelection");
-        EXPECT_EQ(f->windowTitle(), "Selection");
-        EXPECT_TRUE(HasLabel(f, "Which shape/object do you want to select?"));
         auto* list = f->findChild<QListWidget*>();
         ASSERT_NE(list, nullptr);
         ASSERT_EQ(list->count(), 3);
         EXPECT_TRUE(list->item(0)->text().startsWith("Apron - "));
         EXPECT_TRUE(list->item(1)->text().startsWith("Taxiway A - "));
         EXPECT_EQ(list->currentRow(), 2);
-        // One button, and it is no cancel.
         const auto buttons = f->findChildren<QPushButton*>();
-        ASSERT_EQ(buttons.size(), 1);
-        EXPECT_EQ(buttons[0]->text(), "&Select");
+        ASSERT_EQ(buttons.size(), 1) << "one button, and it is no cancel";
         list->setCurrentRow(1);
         buttons[0]->click();
     }});
@@ -72,14 +68,10 @@ TEST(SmallForms, RotateTypesTheSystemDecimalSignAndKeepsARefusedValueOpen)
     t.SelectShape(0);
     t.s().editor.LastRotation = 12.5;
     Script({[](QWidget* f) {
-                EXPECT_EQ(f->objectName(), "FormRotate");
-                EXPECT_EQ(f->windowTitle(), "Rotate selection");
-                EXPECT_TRUE(HasLabel(f, "Rotation:"));
                 QLineEdit* e = Text(f, "Text1");
                 EXPECT_EQ(e->text().trimmed(), "12,5");
                 EXPECT_EQ(e->cursorPosition(), e->text().size());
                 EXPECT_FALSE(e->hasSelectedText());
-                EXPECT_EQ(f->findChild<QPushButton*>("Cancel")->text(), "&Cancel");
                 e->clear();
                 Keys(e, "400.5");
                 EXPECT_EQ(e->text(), "400,5");
@@ -87,9 +79,10 @@ TEST(SmallForms, RotateTypesTheSystemDecimalSignAndKeepsARefusedValueOpen)
             },
             [](QWidget* box) {
                 // The range check speaks; the form stays behind it.
-                EXPECT_NE(qobject_cast<QMessageBox*>(box), nullptr);
-                EXPECT_TRUE(static_cast<QMessageBox*>(box)->text().contains("rotation"));
-                static_cast<QMessageBox*>(box)->buttons().front()->click();
+                auto* b = qobject_cast<QMessageBox*>(box);
+                ASSERT_NE(b, nullptr);
+                EXPECT_TRUE(b->text().contains("rotation"));
+                b->buttons().front()->click();
             },
             [](QWidget* f) {
                 EXPECT_EQ(f->objectName(), "FormRotate");
@@ -122,16 +115,12 @@ TEST(SmallForms, RescaleRatioBoxLocksTheVerticalAndCancelChangesNothing)
     EXPECT_FALSE(t.s().dirty);
 
     Script({[](QWidget* f) {
-        EXPECT_EQ(f->windowTitle(), "Scale selection");
-        EXPECT_TRUE(HasLabel(f, "Horizontal:"));
-        EXPECT_TRUE(HasLabel(f, "Vertical:"));
         QLineEdit* h = Text(f, "Text1");
         QLineEdit* v = Text(f, "Text2");
         EXPECT_EQ(h->text().trimmed(), "100");
         EXPECT_EQ(v->text().trimmed(), "100");
         auto* ratio = f->findChild<QCheckBox*>("Check1");
         ASSERT_NE(ratio, nullptr);
-        EXPECT_EQ(ratio->text(), "Maintain ratio");
         EXPECT_FALSE(ratio->isChecked());
         EXPECT_TRUE(v->isEnabled());
         ratio->click();
@@ -158,15 +147,7 @@ TEST(SmallForms, ConvertKeepsSettingsOnlyFromAnOkAndReturnsTheChosenType)
     const std::vector<ShapeRecord> before = copies;
     Script({[](QWidget* f) {
                 EXPECT_EQ(f->objectName(), "FormConvertShape");
-                EXPECT_EQ(f->windowTitle(), "Convert shape");
-                EXPECT_TRUE(HasLabel(f, "Select new type of shape:"));
-                const char* captions[] = {"&Poly()", "&Wide line", "&Dotted line", "&Tree line", "&Forest"};
-                for (int i = 0; i < 5; ++i) {
-                    auto* o = f->findChild<QRadioButton*>(QString("Option%1").arg(i + 1));
-                    ASSERT_NE(o, nullptr);
-                    EXPECT_EQ(o->text(), captions[i]);
-                    EXPECT_EQ(o->isChecked(), i == 0);
-                }
+                EXPECT_TRUE(f->findChild<QRadioButton*>("Option1")->isChecked());
                 f->findChild<QRadioButton*>("Option2")->click();
                 Press(f, "Settings");
             },

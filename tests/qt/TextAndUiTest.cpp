@@ -1,18 +1,15 @@
+// Text between the code page and Qt, and the Qt Ui's own windows: tips, questions, pop-ups,
+// pointers and the compiler's status and log.
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QFile>
-#include <QLabel>
 #include <QLocale>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTemporaryDir>
-#include <QTimer>
 
-#include "support/ScriptedUi.h"
+#include "QtTestSupport.h"
 #include "qt/FormInform.h"
 #include "qt/FormScasmStatus.h"
 #include "qt/QtText.h"
@@ -74,17 +71,6 @@ TEST(DecimalSeparator, PointAndCommaAreTakenOthersEndTheStartWithTheirMessage)
     EXPECT_EQ(SystemDecimalSeparator(QLocale(QLocale::English, QLocale::UnitedStates), ui), '.');
 }
 
-// Runs action on the modal dialog once it is up.
-template <typename T, typename F>
-void OnModal(F action)
-{
-    QTimer::singleShot(0, [action] {
-        auto* w = qobject_cast<T*>(QApplication::activeModalWidget());
-        ASSERT_NE(w, nullptr);
-        action(w);
-    });
-}
-
 TEST(QtUi, TipsAndQuestionsAnswerAsThePersonChose)
 {
     QtUi ui;
@@ -126,54 +112,42 @@ TEST(QtUi, TipsAndQuestionsAnswerAsThePersonChose)
     ui.Message("\x80 5", MessageStyle::Critical);
 }
 
-TEST(FormScasmStatus, ViewErrorsKeepsTheDialogAndCloseEndsIt)
+void WriteFile(const QString& path, const QByteArray& bytes)
 {
-    int viewed = 0;
-    FormScasmStatus form("Unable to generate BGL file. One or more errors occured...", "/nowhere/SCAERROR.LOG",
-                         [&] {
-                             ++viewed;
-                             return true; // the desktop's viewer has it
-                         });
-    EXPECT_EQ(form.windowTitle(), "SCASM status");
-    EXPECT_EQ(form.viewErrorsButton()->text(), "View errors");
-    EXPECT_EQ(form.closeButton()->text(), "&Close");
-    form.show();
-    form.viewErrorsButton()->click();
-    EXPECT_EQ(viewed, 1);
-    EXPECT_TRUE(form.isVisible());
-    form.closeButton()->click();
-    EXPECT_FALSE(form.isVisible());
-    EXPECT_EQ(form.result(), QDialog::Accepted);
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(bytes);
 }
 
-TEST(FormScasmStatus, WithoutALauncherTheLogShowsInAReadOnlyWindowOfTheProgram)
+TEST(FormScasmStatus, ViewErrorsGoesToTheViewerOrElseTheProgramsOwnReadOnlyWindow)
 {
     QTemporaryDir dir;
     const QString log = dir.filePath("SCAERROR.LOG");
-    {
-        QFile f(log);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write("Scasm compilation status: errors\r\nLine 12: unknown command \x84Vor(\x93\r\n");
-    }
+    WriteFile(log, "Scasm compilation status: errors\r\nLine 12: unknown command \x84Vor(\x93\r\n");
+    bool viewerHasIt = true;
     int asked = 0;
     FormScasmStatus form("Unable to generate BGL file. One or more errors occured...", log, [&] {
         ++asked;
-        return false; // no launcher opened it
+        return viewerHasIt;
     });
+    EXPECT_EQ(form.windowTitle(), "SCASM status");
     form.show();
-    QString shown;
+    form.viewErrorsButton()->click();
+    EXPECT_EQ(asked, 1);
+    EXPECT_TRUE(form.isVisible());
+
+    viewerHasIt = false;
+    QString title, shown;
     bool readOnly = false;
-    QString title;
     OnModal<FormScasmLog>([&](FormScasmLog* w) {
         title = w->windowTitle();
         shown = w->textView()->toPlainText();
         readOnly = w->textView()->isReadOnly();
-        // The status dialog stands under it.
-        EXPECT_TRUE(form.isVisible());
+        EXPECT_TRUE(form.isVisible()) << "the status dialog stands under it";
         w->closeButton()->click();
     });
     form.viewErrorsButton()->click();
-    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(asked, 2);
     EXPECT_EQ(title, "SCASM errors");
     EXPECT_TRUE(readOnly);
     EXPECT_EQ(shown, QString::fromUtf8("Scasm compilation status: errors\nLine 12: unknown command "
@@ -181,6 +155,7 @@ TEST(FormScasmStatus, WithoutALauncherTheLogShowsInAReadOnlyWindowOfTheProgram)
     EXPECT_TRUE(form.isVisible()) << "back in the status dialog";
     form.closeButton()->click();
     EXPECT_FALSE(form.isVisible());
+    EXPECT_EQ(form.result(), QDialog::Accepted);
 
     // No viewer given at all: the program's window too.
     FormScasmStatus bare("x", log, {});
@@ -197,35 +172,24 @@ TEST(FormScasmStatus, WithoutALauncherTheLogShowsInAReadOnlyWindowOfTheProgram)
 TEST(FormScasmStatus, TheLogWindowReadsOnlyARegularFileAndOnlySoMuch)
 {
     QTemporaryDir dir;
-    bool readable = true;
-    EXPECT_EQ(ReadLogText(dir.filePath("missing.log"), &readable), "");
-    EXPECT_FALSE(readable);
-    EXPECT_EQ(ReadLogText(dir.path(), &readable), "") << "a folder";
-    EXPECT_FALSE(readable);
-    EXPECT_EQ(ReadLogText("/dev/zero", &readable), "") << "a device would read without end";
-    EXPECT_FALSE(readable);
-
-    const QString big = dir.filePath("big.log");
-    {
-        QFile f(big);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(QByteArray(kMaxLogBytes + 10, 'e'));
+    for (const QString& path : {dir.filePath("missing.log"), dir.path(), QString("/dev/zero")}) {
+        bool readable = true;
+        EXPECT_EQ(ReadLogText(path, &readable), "") << path.toStdString();
+        EXPECT_FALSE(readable) << path.toStdString();
     }
+    const QString big = dir.filePath("big.log");
+    WriteFile(big, QByteArray(kMaxLogBytes + 10, 'e'));
+    bool readable = false;
     const QString text = ReadLogText(big, &readable);
     EXPECT_TRUE(readable);
     EXPECT_EQ(text.size(), kMaxLogBytes + 6);
     EXPECT_TRUE(text.endsWith("\n[...]"));
 
     const QString empty = dir.filePath("empty.log");
-    {
-        QFile f(empty);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    }
-    FormScasmLog window(empty);
-    EXPECT_EQ(window.textView()->toPlainText(), "");
-    EXPECT_EQ(window.textView()->placeholderText(), "The compiler wrote nothing into its log.");
-    FormScasmLog none(dir.filePath("missing.log"));
-    EXPECT_EQ(none.textView()->placeholderText(), "The compiler left no log that could be read.");
+    WriteFile(empty, {});
+    EXPECT_EQ(FormScasmLog(empty).textView()->placeholderText(), "The compiler wrote nothing into its log.");
+    EXPECT_EQ(FormScasmLog(dir.filePath("missing.log")).textView()->placeholderText(),
+              "The compiler left no log that could be read.");
 }
 
 TEST(QtUi, PopupMenuShowsTheNamedMenuAndWaits)
