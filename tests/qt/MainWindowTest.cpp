@@ -1,9 +1,11 @@
 // The main window's frame: menus, tool strip, start geometry, closing, the tick and the file wiring.
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <memory>
 
 #include <QAction>
+#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QMenu>
@@ -14,10 +16,15 @@
 #include "QtTestSupport.h"
 #include "core/Numbers.h"
 #include "editor/Commands.h"
+#include "editor/Undo.h"
+#include "files/ProjectFile.h"
+#include "osm/OsmImport.h"
 #include "posix/PosixProcess.h"
 #include "qt/MainWindow.h"
+#include "qt/OsmImportMenu.h"
 #include "qt/Startup.h"
 #include "qt/Wiring.h"
+#include "render/RenderTestSupport.h"
 
 namespace fw::qt {
 namespace {
@@ -355,6 +362,66 @@ TEST_F(FileCommands, ExportAsksForItsFileAndSettingsOkMarksTheProjectChangedWith
     w.action("MnuFsettings")->trigger();
     EXPECT_EQ(session.dirty, 1);
     EXPECT_EQ(session.canUndo, 0);
+}
+
+// A background image that is a folder costs the picture, not the project.
+TEST_F(FileCommands, APictureThatIsAFolderIsDroppedAndTheProjectOpensAndSavesWhole)
+{
+    const std::string folder = Temp("charts");
+    ASSERT_TRUE(QDir().mkpath(QString::fromStdString(folder)));
+    const std::string path = Temp("field.fwt");
+    ASSERT_TRUE(test::WriteProjectNamingImage(path, folder));
+
+    MainWindow w(session, ui);
+    WireFileCommands(w, session, Temp("Fieldwright.cfg"), [] {});
+    w.Load();
+    scripted.files = {path};
+    w.action("MnuFopen")->trigger();
+    EXPECT_EQ(scripted.Messages(), std::vector<std::string>{"Unable to load Bitmap!\n'" + folder + "': Is a directory"});
+    EXPECT_EQ(w.windowTitle(), "Fieldwright - [field.fwt]");
+    EXPECT_EQ(session.projectPath, path);
+    EXPECT_EQ(session.stores.ShapeStore.size(), 1u);
+    EXPECT_TRUE(session.showFlags.BackImagePath.empty());
+    EXPECT_EQ(session.showFlags.ShowBackPicture, 0);
+
+    session.dirty = 1;
+    w.action("MnuFsave")->trigger();
+    EXPECT_EQ(session.dirty, 0);
+    ProjectData back;
+    ASSERT_TRUE(ReadProjectFile(path, back, nullptr));
+    EXPECT_TRUE(back.showFlags.BackImagePath.empty());
+    EXPECT_EQ(back.shapes.size(), 1u);
+}
+
+TEST_F(FileCommands, OpenStreetMapImportComesAfterTheFileMenusOwnItemsAndImportsInOneUndoStep)
+{
+    MainWindow w(session, ui);
+    const QList<QAction*> before = w.menu("MnuFile")->actions();
+    AddOsmImport(w, session);
+    const QList<QAction*> after = w.menu("MnuFile")->actions();
+    ASSERT_EQ(after.size(), before.size() + 2); // a separator and the item
+    EXPECT_EQ(after.mid(0, before.size()), before);
+    EXPECT_TRUE(after[before.size()]->isSeparator());
+    QAction* item = after.back();
+    EXPECT_EQ(item->text(), "Import OpenStreetMap data...");
+
+    std::ofstream(Temp("apron.osm")) << "<osm version=\"0.6\">\n"
+                                        "<node id=\"1\" lat=\"50.0\" lon=\"8.0\"/><node id=\"2\" lat=\"50.001\" lon=\"8.0\"/>\n"
+                                        "<node id=\"3\" lat=\"50.001\" lon=\"8.001\"/>\n"
+                                        "<way id=\"9\"><nd ref=\"1\"/><nd ref=\"2\"/><nd ref=\"3\"/><nd ref=\"1\"/>\n"
+                                        "<tag k=\"aeroway\" v=\"apron\"/></way>\n</osm>\n";
+    scripted.files = {Temp("apron.osm")};
+    scripted.answers = {Answer::Yes}; // no aerodrome in the data: take its centre as the reference point
+    item->trigger();
+    EXPECT_EQ(scripted.fileRequests.at(0).filter, kOsmFilter);
+    EXPECT_EQ(scripted.calls.at(1).text.rfind(kOsmTakeCentre, 0), 0u);
+    EXPECT_EQ(session.stores.ShapeCount(), 1);
+    EXPECT_EQ(session.editor.selection.SelShapeCount(), 1);
+    EXPECT_NEAR(session.project.LatitudeDegree, 50.0005, 1e-9);
+    ASSERT_EQ(scripted.Messages().size(), 1u);
+    EXPECT_EQ(scripted.Messages()[0].rfind("Imported: 0 runways, 0 taxiways, 1 apron, 0 forests.", 0), 0u);
+    Undo(session);
+    EXPECT_EQ(session.stores.ShapeCount(), 0);
 }
 
 } // namespace

@@ -75,38 +75,33 @@ TEST(QtUi, TipsAndQuestionsAnswerAsThePersonChose)
 {
     QtUi ui;
     EXPECT_EQ(ui.ShowTip("never shown", 0), 0);
+    // The flag back is 0 once the box is ticked; with -1 there is no box, and -1 comes back.
+    const struct {
+        int flag;
+        bool tick;
+        int back;
+    } tips[] = {{1, true, 0}, {1, false, 1}, {-1, false, -1}};
+    for (const auto& t : tips) {
+        OnModal<FormInform>([t](FormInform* f) {
+            EXPECT_EQ(f->label()->text(), "A tip");
+            EXPECT_EQ(f->dontShowAgain()->isHidden(), t.flag < 0);
+            f->dontShowAgain()->setChecked(t.tick);
+            f->accept();
+        });
+        EXPECT_EQ(ui.ShowTip("A tip", t.flag), t.back);
+    }
 
-    OnModal<FormInform>([](FormInform* f) {
-        EXPECT_EQ(f->windowTitle(), "Fieldwright design tips");
-        EXPECT_EQ(f->label()->text(), "A tip");
-        EXPECT_EQ(f->dontShowAgain()->text(), "Don't show again");
-        f->dontShowAgain()->setChecked(true);
-        f->accept();
-    });
-    EXPECT_EQ(ui.ShowTip("A tip", 1), 0);
-
-    OnModal<FormInform>([](FormInform* f) { f->accept(); });
-    EXPECT_EQ(ui.ShowTip("A tip", 1), 1);
-    // Minus one: no box to tick, and minus one back.
-    OnModal<FormInform>([](FormInform* f) {
-        EXPECT_TRUE(f->dontShowAgain()->isHidden());
-        f->accept();
-    });
-    EXPECT_EQ(ui.ShowTip("Other tip", -1), -1);
-
-    OnModal<QMessageBox>([](QMessageBox* b) {
-        EXPECT_EQ(b->text(), "Save New project.fwt?");
-        EXPECT_EQ(b->windowTitle(), "Fieldwright");
-        b->button(QMessageBox::Cancel)->click();
-    });
-    EXPECT_EQ(ui.AskYesNoCancel("Save New project.fwt?"), Answer::Cancel);
-
-    OnModal<QMessageBox>([](QMessageBox* b) { b->button(QMessageBox::No)->click(); });
-    EXPECT_EQ(ui.AskYesNoCancel("x"), Answer::No);
+    for (const auto button : {QMessageBox::Cancel, QMessageBox::No}) {
+        OnModal<QMessageBox>([button](QMessageBox* b) {
+            EXPECT_EQ(b->text(), "Save New project.fwt?");
+            b->button(button)->click();
+        });
+        EXPECT_EQ(ui.AskYesNoCancel("Save New project.fwt?"), button == QMessageBox::No ? Answer::No : Answer::Cancel);
+    }
 
     OnModal<QMessageBox>([](QMessageBox* b) {
         EXPECT_EQ(b->icon(), QMessageBox::Critical);
-        EXPECT_EQ(b->text(), QString::fromUtf8("\xE2\x82\xAC 5"));
+        EXPECT_EQ(b->text(), QString::fromUtf8("\xE2\x82\xAC 5")) << "the code page's euro sign";
         b->accept();
     });
     ui.Message("\x80 5", MessageStyle::Critical);
