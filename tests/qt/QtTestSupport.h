@@ -87,9 +87,8 @@ inline QLineEdit* Text(QWidget* form, const char* name)
 
 inline void Type(QWidget* form, const char* name, const QString& text)
 {
-    auto* e = form->findChild<QLineEdit*>(name);
-    ASSERT_NE(e, nullptr) << name;
-    e->setText(text);
+    if (QLineEdit* e = Text(form, name))
+        e->setText(text);
 }
 
 // Typed key by key, so the field's own key handling sees each one.
