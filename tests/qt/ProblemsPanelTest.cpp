@@ -2,50 +2,40 @@
 // a click going to the item, the refresh after a change, and the question before a compiler run.
 #include <gtest/gtest.h>
 
-#include <QSettings>
-
 #include <QAction>
 #include <QCoreApplication>
 #include <QDeadlineTimer>
-#include <QLabel>
 #include <QListWidget>
 #include <QMenu>
+#include <QSettings>
 
-#include "core/Session.h"
+#include "QtTestSupport.h"
 #include "core/Stores.h"
-#include "support/ScriptedUi.h"
 #include "qt/MainWindow.h"
 #include "qt/ProblemsPanel.h"
-#include "qt/QtUi.h"
 
 namespace fw::qt {
 namespace {
 
-struct PanelFixture : ::testing::Test {
+struct PanelFixture : QtSessionTest {
     PanelFixture()
     {
-        ResetAtStart(session);
-        ResetConfig(session.config, "/tmp/fw/");
         session.project.LatitudeDegree = 48.35;
         session.project.LongitudeDegree = 11.78;
     }
-    void Shape(int type, const PointList& pts)
+    void Shape(const PointList& pts)
     {
         ShapeRecord r;
-        ResetShape(r, type);
+        ResetShape(r, kPoly);
         r.gIsColored = 1;
         AppendShape(session.stores, r, pts);
     }
-    Session session;
-    QtUi ui;
 };
-
-const PointList kBowTie{{900, 700}, {1100, 900}, {1100, 700}, {900, 900}};
 
 TEST_F(PanelFixture, ListsCountsAndGoesToTheItem)
 {
-    Shape(kPoly, {{-100, -100}, {100, -100}, {0, 100}});
-    Shape(kPoly, kBowTie);
+    Shape({{-100, -100}, {100, -100}, {0, 100}});
+    Shape({{900, 700}, {1100, 900}, {1100, 700}, {900, 900}}); // a bow tie
     MainWindow w(session, ui);
     ProblemsPanel* panel = InstallProblemsPanel(w, session);
 
@@ -56,16 +46,18 @@ TEST_F(PanelFixture, ListsCountsAndGoesToTheItem)
     EXPECT_EQ(view[view.size() - 3], w.action("MnuBshowgrid"));
 
     // The compiler's set-up is a matter of the machine; the design's own problem is the crossing.
-    int crossing = -1;
-    for (std::size_t i = 0; i < panel->problems().size(); ++i)
-        if (panel->problems()[i].rule == "self-crossing")
-            crossing = static_cast<int>(i);
-    ASSERT_GE(crossing, 0);
+    auto crossing = [&] {
+        for (std::size_t i = 0; i < panel->problems().size(); ++i)
+            if (panel->problems()[i].rule == "self-crossing")
+                return static_cast<int>(i);
+        return -1;
+    };
+    ASSERT_GE(crossing(), 0);
     EXPECT_EQ(panel->list()->count(), static_cast<int>(panel->problems().size()));
     EXPECT_TRUE(panel->count()->text().endsWith("problems") || panel->count()->text() == "1 problem");
 
     session.showFlags.ShowPoly = 0;
-    panel->goTo(crossing);
+    panel->goTo(crossing());
     ASSERT_EQ(session.editor.selection.SelShapes(), std::vector<std::uint16_t>{1});
     EXPECT_EQ(session.editor.selection.SelObjectCount(), 0);
     EXPECT_EQ(session.view.offX(), -1000);
@@ -76,16 +68,10 @@ TEST_F(PanelFixture, ListsCountsAndGoesToTheItem)
     session.stores.PointStore[1] = {{900, 700}, {1100, 700}, {1100, 900}, {900, 900}};
     UpdateShapeGeometry(session.stores.ShapeStore[1], session.stores.PointStore[1]);
     panel->scheduleRefresh();
-    auto crossingListed = [&] {
-        for (const Problem& p : panel->problems())
-            if (p.rule == "self-crossing")
-                return true;
-        return false;
-    };
     QDeadlineTimer patience(30000);
-    while (crossingListed() && !patience.hasExpired())
+    while (crossing() >= 0 && !patience.hasExpired())
         QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-    EXPECT_FALSE(crossingListed());
+    EXPECT_LT(crossing(), 0);
     EXPECT_EQ(panel->list()->count(), static_cast<int>(panel->problems().size()));
 }
 
@@ -103,10 +89,8 @@ TEST_F(PanelFixture, ShownAsTheConfigurationSaysAndRemembered)
 
 TEST_F(PanelFixture, CompileAsksFirstWhenTheExportWouldStop)
 {
-    ScriptedUi scripted;
-    session.ui = &scripted;
     session.project.UsePointReduction = 1;
-    Shape(kPoly, {{-100, -100}, {100, -100}, {0, 100}});
+    Shape({{-100, -100}, {100, -100}, {0, 100}});
     scripted.answers.push_back(Answer::No);
     EXPECT_FALSE(ConfirmCompile(session));
     ASSERT_EQ(scripted.calls.size(), 1u);

@@ -1,18 +1,15 @@
+// Text between the code page and Qt, and the Qt Ui's own windows: tips, questions, pop-ups,
+// pointers and the compiler's status and log.
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QFile>
-#include <QLabel>
 #include <QLocale>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTemporaryDir>
-#include <QTimer>
 
-#include "support/ScriptedUi.h"
+#include "QtTestSupport.h"
 #include "qt/FormInform.h"
 #include "qt/FormScasmStatus.h"
 #include "qt/QtText.h"
@@ -63,10 +60,9 @@ TEST(DecimalSeparator, PointAndCommaAreTakenOthersEndTheStartWithTheirMessage)
     EXPECT_FALSE(CheckDecimalSeparator("", ui).has_value());
     EXPECT_FALSE(CheckDecimalSeparator(QString(QChar(0x066B)), ui).has_value());
     EXPECT_FALSE(CheckDecimalSeparator(".,", ui).has_value());
-    ASSERT_EQ(ui.calls.size(), 3u);
-    EXPECT_EQ(ui.calls[0].text, "Unable to determine country settings!");
-    EXPECT_EQ(ui.calls[0].style, MessageStyle::Critical);
-    EXPECT_EQ(ui.calls[1].text, "Your system uses an unknown type of decimal separator!\n"
+    ASSERT_EQ(ui.Messages().size(), 3u);
+    EXPECT_EQ(ui.Messages()[0], "Unable to determine country settings!");
+    EXPECT_EQ(ui.Messages()[1], "Your system uses an unknown type of decimal separator!\n"
                                 "Only ' . ' or ' , ' are allowed in Fieldwright...");
     EXPECT_EQ(ui.calls[1].style, MessageStyle::Critical);
 
@@ -74,106 +70,78 @@ TEST(DecimalSeparator, PointAndCommaAreTakenOthersEndTheStartWithTheirMessage)
     EXPECT_EQ(SystemDecimalSeparator(QLocale(QLocale::English, QLocale::UnitedStates), ui), '.');
 }
 
-// Runs action on the modal dialog once it is up.
-template <typename T, typename F>
-void OnModal(F action)
-{
-    QTimer::singleShot(0, [action] {
-        auto* w = qobject_cast<T*>(QApplication::activeModalWidget());
-        ASSERT_NE(w, nullptr);
-        action(w);
-    });
-}
-
 TEST(QtUi, TipsAndQuestionsAnswerAsThePersonChose)
 {
     QtUi ui;
     EXPECT_EQ(ui.ShowTip("never shown", 0), 0);
+    // The flag back is 0 once the box is ticked; with -1 there is no box, and -1 comes back.
+    const struct {
+        int flag;
+        bool tick;
+        int back;
+    } tips[] = {{1, true, 0}, {1, false, 1}, {-1, false, -1}};
+    for (const auto& t : tips) {
+        OnModal<FormInform>([t](FormInform* f) {
+            EXPECT_EQ(f->label()->text(), "A tip");
+            EXPECT_EQ(f->dontShowAgain()->isHidden(), t.flag < 0);
+            f->dontShowAgain()->setChecked(t.tick);
+            f->accept();
+        });
+        EXPECT_EQ(ui.ShowTip("A tip", t.flag), t.back);
+    }
 
-    OnModal<FormInform>([](FormInform* f) {
-        EXPECT_EQ(f->windowTitle(), "Fieldwright design tips");
-        EXPECT_EQ(f->label()->text(), "A tip");
-        EXPECT_EQ(f->dontShowAgain()->text(), "Don't show again");
-        f->dontShowAgain()->setChecked(true);
-        f->accept();
-    });
-    EXPECT_EQ(ui.ShowTip("A tip", 1), 0);
-
-    OnModal<FormInform>([](FormInform* f) { f->accept(); });
-    EXPECT_EQ(ui.ShowTip("A tip", 1), 1);
-    // Minus one: no box to tick, and minus one back.
-    OnModal<FormInform>([](FormInform* f) {
-        EXPECT_TRUE(f->dontShowAgain()->isHidden());
-        f->accept();
-    });
-    EXPECT_EQ(ui.ShowTip("Other tip", -1), -1);
-
-    OnModal<QMessageBox>([](QMessageBox* b) {
-        EXPECT_EQ(b->text(), "Save New project.fwt?");
-        EXPECT_EQ(b->windowTitle(), "Fieldwright");
-        b->button(QMessageBox::Cancel)->click();
-    });
-    EXPECT_EQ(ui.AskYesNoCancel("Save New project.fwt?"), Answer::Cancel);
-
-    OnModal<QMessageBox>([](QMessageBox* b) { b->button(QMessageBox::No)->click(); });
-    EXPECT_EQ(ui.AskYesNoCancel("x"), Answer::No);
+    for (const auto button : {QMessageBox::Cancel, QMessageBox::No}) {
+        OnModal<QMessageBox>([button](QMessageBox* b) {
+            EXPECT_EQ(b->text(), "Save New project.fwt?");
+            b->button(button)->click();
+        });
+        EXPECT_EQ(ui.AskYesNoCancel("Save New project.fwt?"), button == QMessageBox::No ? Answer::No : Answer::Cancel);
+    }
 
     OnModal<QMessageBox>([](QMessageBox* b) {
         EXPECT_EQ(b->icon(), QMessageBox::Critical);
-        EXPECT_EQ(b->text(), QString::fromUtf8("\xE2\x82\xAC 5"));
+        EXPECT_EQ(b->text(), QString::fromUtf8("\xE2\x82\xAC 5")) << "the code page's euro sign";
         b->accept();
     });
     ui.Message("\x80 5", MessageStyle::Critical);
 }
 
-TEST(FormScasmStatus, ViewErrorsKeepsTheDialogAndCloseEndsIt)
+void WriteFile(const QString& path, const QByteArray& bytes)
 {
-    int viewed = 0;
-    FormScasmStatus form("Unable to generate BGL file. One or more errors occured...", "/nowhere/SCAERROR.LOG",
-                         [&] {
-                             ++viewed;
-                             return true; // the desktop's viewer has it
-                         });
-    EXPECT_EQ(form.windowTitle(), "SCASM status");
-    EXPECT_EQ(form.viewErrorsButton()->text(), "View errors");
-    EXPECT_EQ(form.closeButton()->text(), "&Close");
-    form.show();
-    form.viewErrorsButton()->click();
-    EXPECT_EQ(viewed, 1);
-    EXPECT_TRUE(form.isVisible());
-    form.closeButton()->click();
-    EXPECT_FALSE(form.isVisible());
-    EXPECT_EQ(form.result(), QDialog::Accepted);
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(bytes);
 }
 
-TEST(FormScasmStatus, WithoutALauncherTheLogShowsInAReadOnlyWindowOfTheProgram)
+TEST(FormScasmStatus, ViewErrorsGoesToTheViewerOrElseTheProgramsOwnReadOnlyWindow)
 {
     QTemporaryDir dir;
     const QString log = dir.filePath("SCAERROR.LOG");
-    {
-        QFile f(log);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write("Scasm compilation status: errors\r\nLine 12: unknown command \x84Vor(\x93\r\n");
-    }
+    WriteFile(log, "Scasm compilation status: errors\r\nLine 12: unknown command \x84Vor(\x93\r\n");
+    bool viewerHasIt = true;
     int asked = 0;
     FormScasmStatus form("Unable to generate BGL file. One or more errors occured...", log, [&] {
         ++asked;
-        return false; // no launcher opened it
+        return viewerHasIt;
     });
+    EXPECT_EQ(form.windowTitle(), "SCASM status");
     form.show();
-    QString shown;
+    form.viewErrorsButton()->click();
+    EXPECT_EQ(asked, 1);
+    EXPECT_TRUE(form.isVisible());
+
+    viewerHasIt = false;
+    QString title, shown;
     bool readOnly = false;
-    QString title;
     OnModal<FormScasmLog>([&](FormScasmLog* w) {
         title = w->windowTitle();
         shown = w->textView()->toPlainText();
         readOnly = w->textView()->isReadOnly();
-        // The status dialog stands under it.
-        EXPECT_TRUE(form.isVisible());
+        EXPECT_TRUE(form.isVisible()) << "the status dialog stands under it";
         w->closeButton()->click();
     });
     form.viewErrorsButton()->click();
-    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(asked, 2);
     EXPECT_EQ(title, "SCASM errors");
     EXPECT_TRUE(readOnly);
     EXPECT_EQ(shown, QString::fromUtf8("Scasm compilation status: errors\nLine 12: unknown command "
@@ -181,6 +149,7 @@ TEST(FormScasmStatus, WithoutALauncherTheLogShowsInAReadOnlyWindowOfTheProgram)
     EXPECT_TRUE(form.isVisible()) << "back in the status dialog";
     form.closeButton()->click();
     EXPECT_FALSE(form.isVisible());
+    EXPECT_EQ(form.result(), QDialog::Accepted);
 
     // No viewer given at all: the program's window too.
     FormScasmStatus bare("x", log, {});
@@ -197,35 +166,24 @@ TEST(FormScasmStatus, WithoutALauncherTheLogShowsInAReadOnlyWindowOfTheProgram)
 TEST(FormScasmStatus, TheLogWindowReadsOnlyARegularFileAndOnlySoMuch)
 {
     QTemporaryDir dir;
-    bool readable = true;
-    EXPECT_EQ(ReadLogText(dir.filePath("missing.log"), &readable), "");
-    EXPECT_FALSE(readable);
-    EXPECT_EQ(ReadLogText(dir.path(), &readable), "") << "a folder";
-    EXPECT_FALSE(readable);
-    EXPECT_EQ(ReadLogText("/dev/zero", &readable), "") << "a device would read without end";
-    EXPECT_FALSE(readable);
-
-    const QString big = dir.filePath("big.log");
-    {
-        QFile f(big);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(QByteArray(kMaxLogBytes + 10, 'e'));
+    for (const QString& path : {dir.filePath("missing.log"), dir.path(), QString("/dev/zero")}) {
+        bool readable = true;
+        EXPECT_EQ(ReadLogText(path, &readable), "") << path.toStdString();
+        EXPECT_FALSE(readable) << path.toStdString();
     }
+    const QString big = dir.filePath("big.log");
+    WriteFile(big, QByteArray(kMaxLogBytes + 10, 'e'));
+    bool readable = false;
     const QString text = ReadLogText(big, &readable);
     EXPECT_TRUE(readable);
     EXPECT_EQ(text.size(), kMaxLogBytes + 6);
     EXPECT_TRUE(text.endsWith("\n[...]"));
 
     const QString empty = dir.filePath("empty.log");
-    {
-        QFile f(empty);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    }
-    FormScasmLog window(empty);
-    EXPECT_EQ(window.textView()->toPlainText(), "");
-    EXPECT_EQ(window.textView()->placeholderText(), "The compiler wrote nothing into its log.");
-    FormScasmLog none(dir.filePath("missing.log"));
-    EXPECT_EQ(none.textView()->placeholderText(), "The compiler left no log that could be read.");
+    WriteFile(empty, {});
+    EXPECT_EQ(FormScasmLog(empty).textView()->placeholderText(), "The compiler wrote nothing into its log.");
+    EXPECT_EQ(FormScasmLog(dir.filePath("missing.log")).textView()->placeholderText(),
+              "The compiler left no log that could be read.");
 }
 
 TEST(QtUi, PopupMenuShowsTheNamedMenuAndWaits)
@@ -253,8 +211,6 @@ TEST(QtUi, PointersOfTheCanvasIncludingTheDrawnCursors)
     QWidget canvas;
     ui.SetPointer(Pointer::Cross); // no canvas yet: nothing to change
     ui.setCanvas(&canvas);
-    ui.SetPointer(Pointer::SizeNS);
-    EXPECT_EQ(canvas.cursor().shape(), Qt::SizeVerCursor);
     ui.SetPointer(Pointer::SizeNESW);
     EXPECT_EQ(canvas.cursor().shape(), Qt::SizeBDiagCursor);
     ui.SetPointer(Pointer::Custom103);

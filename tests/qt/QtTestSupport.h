@@ -1,4 +1,5 @@
-// Scripts answers to the modal windows a test opens, and fills their fields as a user would.
+// Shared by the Qt tests: a session with scripted answers, and the modal windows a test opens
+// answered and filled as a user would.
 #pragma once
 
 #include <cstddef>
@@ -14,10 +15,32 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <QWidget>
 
+#include "core/Config.h"
+#include "core/Session.h"
+#include "support/ScriptedUi.h"
+#include "qt/QtUi.h"
+
 namespace fw::qt {
+
+// A fresh session whose questions the script answers, the Qt Ui for the windows, a temporary folder.
+struct QtSessionTest : ::testing::Test {
+    QtSessionTest()
+    {
+        ResetAtStart(session);
+        ResetConfig(session.config, "/tmp/fw/");
+        session.ui = &scripted;
+    }
+    std::string Temp(const char* name) const { return dir.filePath(name).toStdString(); }
+
+    Session session;
+    ScriptedUi scripted;
+    QtUi ui;
+    QTemporaryDir dir;
+};
 
 using Step = std::function<void(QWidget*)>;
 
@@ -43,6 +66,18 @@ inline void Script(std::vector<Step> steps)
     (*next)(0);
 }
 
+// Runs action on the modal window of type T once it is up.
+template <typename T, typename F>
+void OnModal(F action)
+{
+    Script({[action](QWidget* w) {
+        if (auto* t = qobject_cast<T*>(w))
+            return action(t);
+        ADD_FAILURE() << "another window: " << w->objectName().toStdString();
+        w->close();
+    }});
+}
+
 inline QLineEdit* Text(QWidget* form, const char* name)
 {
     auto* e = form->findChild<QLineEdit*>(name);
@@ -52,9 +87,8 @@ inline QLineEdit* Text(QWidget* form, const char* name)
 
 inline void Type(QWidget* form, const char* name, const QString& text)
 {
-    auto* e = form->findChild<QLineEdit*>(name);
-    ASSERT_NE(e, nullptr) << name;
-    e->setText(text);
+    if (QLineEdit* e = Text(form, name))
+        e->setText(text);
 }
 
 // Typed key by key, so the field's own key handling sees each one.
