@@ -65,12 +65,6 @@ CompilerCommand CompilerFromEnvironment()
     return c;
 }
 
-std::string CompilerCommandLine(const std::string& compilerPath, const std::string& tempPath,
-                                const std::string& bglPath)
-{
-    return "\"" + compilerPath + "\" \"" + tempPath + "\" \"" + bglPath + "\" -l";
-}
-
 bool Compile(const ExportInput& in, const std::string& programFolder, const std::string& bglPath, Process& process,
              const CompilerCommand& command)
 {

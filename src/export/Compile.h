@@ -27,10 +27,6 @@ struct CompilerCommand {
 // FIELDWRIGHT_SCASM names a native program to run in place of wine and scasm.exe.
 CompilerCommand CompilerFromEnvironment();
 
-// The command line as the compiler sees it: three quoted paths and " -l".
-std::string CompilerCommandLine(const std::string& compilerPath, const std::string& tempPath,
-                                const std::string& bglPath);
-
 // Exports into UserFolder + "exp.temp01" (the program folder unless that is installed), runs the
 // compiler (program folder + "scasm.exe", else the user folder's), reads the first 100 bytes of its
 // log and shows the status dialog unless they report success; then removes the temporary file and the log.
