@@ -1,7 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "core/Helpers.h"
 #include "core/Numbers.h"
+#include "core/PathCase.h"
 #include "core/Recent.h"
 #include "core/Session.h"
 #include "support/ScriptedUi.h"
@@ -9,39 +13,25 @@
 namespace fw {
 namespace {
 
-TEST(NumberForms, RealAndFileForm)
+TEST(NumberForms, RealFileFormAndRounding)
 {
-    EXPECT_EQ(Real(0.5), " .5");
-    EXPECT_EQ(Real(-0.25), "-.25");
-    EXPECT_EQ(Real(0), " 0");
-    EXPECT_EQ(Real(-0.0), " 0");
-    EXPECT_EQ(Real(1), " 1");
-    EXPECT_EQ(Real(-8.5), "-8.5");
-    EXPECT_EQ(Real(123.45), " 123.45");
-    EXPECT_EQ(Real(1e15), " 1E+15");
-    EXPECT_EQ(Real(1.5e-7), " 1.5E-07");
-    EXPECT_EQ(Real(0.1 + 0.2), " .3");
-    EXPECT_EQ(Real(-123456789.125), "-123456789.125");
+    const std::pair<double, const char*> reals[] = {
+        {0.5, " .5"},        {-0.25, "-.25"},        {0, " 0"},          {-0.0, " 0"},
+        {-8.5, "-8.5"},      {123.45, " 123.45"},    {1e15, " 1E+15"},   {1.5e-7, " 1.5E-07"},
+        {0.1 + 0.2, " .3"},  {-123456789.125, "-123456789.125"}};
+    for (const auto& [v, text] : reals)
+        EXPECT_EQ(Real(v), text) << v;
     EXPECT_EQ(FormatInt(0), " 0");
-    EXPECT_EQ(FormatInt(10532020), " 10532020");
     EXPECT_EQ(FormatInt(-50), "-50");
     EXPECT_EQ(LocalReal(0.5, ','), "0,5");
     EXPECT_EQ(LocalReal(108.2, '.'), "108.2");
-}
 
-TEST(NumberForms, FilePrefixParsing)
-{
-    EXPECT_DOUBLE_EQ(ParseFileNumber(" .5"), 0.5);
-    EXPECT_DOUBLE_EQ(ParseFileNumber("-8.5xyz"), -8.5);
-    EXPECT_DOUBLE_EQ(ParseFileNumber(" 1E+15"), 1e15);
-    EXPECT_DOUBLE_EQ(ParseFileNumber("abc"), 0);
-    EXPECT_DOUBLE_EQ(ParseFileNumber("1E"), 1);
-    EXPECT_DOUBLE_EQ(ParseFileNumber("1e999"), 0);
-}
+    const std::pair<const char*, double> prefixes[] = {{" .5", 0.5}, {"-8.5xyz", -8.5}, {" 1E+15", 1e15},
+                                                       {"abc", 0},   {"1E", 1},          {"1e999", 0}};
+    for (const auto& [text, v] : prefixes)
+        EXPECT_DOUBLE_EQ(ParseFileNumber(text), v) << text;
 
-TEST(Rounding, HalfToEven)
-{
-    EXPECT_EQ(RoundToInt32(2.5), 2);
+    EXPECT_EQ(RoundToInt32(2.5), 2); // half to even
     EXPECT_EQ(RoundToInt32(3.5), 4);
     EXPECT_EQ(RoundToInt32(-2.5), -2);
     EXPECT_FALSE(RoundToInt32(3e9).has_value());
@@ -55,44 +45,16 @@ protected:
     ValueContext comma{',', &ui};
 };
 
-TEST_F(Checks, IntegerRoundsHalfToEvenBeforeBounds)
+TEST_F(Checks, ValuesOfEachKind)
 {
     std::int16_t v = 0;
-    EXPECT_TRUE(CheckInteger(dot, "3.5", 0, 10, "the value", v));
+    EXPECT_TRUE(CheckInteger(dot, "3.5", 0, 10, "the value", v)); // half to even before the bounds
     EXPECT_EQ(v, 4);
     EXPECT_TRUE(CheckInteger(dot, "2.5", 0, 10, "the value", v));
     EXPECT_EQ(v, 2);
     EXPECT_TRUE(CheckInteger(dot, "10.4", 0, 10, "the value", v));
     EXPECT_FALSE(CheckInteger(dot, "10.6", 0, 10, "the value", v));
     EXPECT_FALSE(CheckInteger(dot, "40000", -1e9, 1e9, "the value", v));
-}
-
-TEST_F(Checks, WrongValueMessageOnlyWithName)
-{
-    double d = 7;
-    EXPECT_FALSE(CheckDouble(dot, "", 0, 10, "the scale", d));
-    ASSERT_EQ(ui.Messages().size(), 1u);
-    EXPECT_EQ(ui.Messages()[0], "You entered a wrong value for the scale!");
-    EXPECT_EQ(ui.calls[0].style, MessageStyle::Information);
-    EXPECT_FALSE(CheckDouble(dot, "abc", 0, 10, "", d));
-    EXPECT_EQ(ui.Messages().size(), 1u);
-    EXPECT_DOUBLE_EQ(d, 7);
-}
-
-TEST_F(Checks, DecimalSeparatorOfTheSession)
-{
-    double d = 0;
-    EXPECT_TRUE(CheckDouble(comma, "1,5", 0, 10, "", d));
-    EXPECT_DOUBLE_EQ(d, 1.5);
-    EXPECT_FALSE(CheckDouble(comma, "1.5", 0, 10, "", d));
-    EXPECT_TRUE(CheckDouble(dot, " -2.25 ", -10, 10, "", d));
-    EXPECT_DOUBLE_EQ(d, -2.25);
-    EXPECT_TRUE(CheckDouble(dot, "10", 0, 10, "", d)); // bounds included
-    EXPECT_FALSE(CheckDouble(dot, "10.01", 0, 10, "", d));
-}
-
-TEST_F(Checks, ByteAndLong)
-{
     std::uint8_t b = 0;
     EXPECT_TRUE(CheckByte(dot, "255", 0, 255, "", b));
     EXPECT_EQ(b, 255);
@@ -102,6 +64,26 @@ TEST_F(Checks, ByteAndLong)
     EXPECT_TRUE(CheckLong(dot, "-2147483648", "", l));
     EXPECT_EQ(l, INT32_MIN);
     EXPECT_FALSE(CheckLong(dot, "2147483648", "the colour", l));
+
+    // The session's decimal separator; both bounds included.
+    double d = 0;
+    EXPECT_TRUE(CheckDouble(comma, "1,5", 0, 10, "", d));
+    EXPECT_DOUBLE_EQ(d, 1.5);
+    EXPECT_FALSE(CheckDouble(comma, "1.5", 0, 10, "", d));
+    EXPECT_TRUE(CheckDouble(dot, " -2.25 ", -10, 10, "", d));
+    EXPECT_DOUBLE_EQ(d, -2.25);
+    EXPECT_TRUE(CheckDouble(dot, "10", 0, 10, "", d));
+    EXPECT_FALSE(CheckDouble(dot, "10.01", 0, 10, "", d));
+
+    // The wrong-value message only with a name; the value is kept.
+    ui.calls.clear();
+    d = 7;
+    EXPECT_FALSE(CheckDouble(dot, "", 0, 10, "the scale", d));
+    EXPECT_FALSE(CheckDouble(dot, "abc", 0, 10, "", d));
+    ASSERT_EQ(ui.calls.size(), 1u);
+    EXPECT_EQ(ui.calls[0].text, "You entered a wrong value for the scale!");
+    EXPECT_EQ(ui.calls[0].style, MessageStyle::Information);
+    EXPECT_DOUBLE_EQ(d, 7);
 }
 
 TEST_F(Checks, FixFloatLimits)
@@ -152,6 +134,23 @@ TEST(Paths, TakingPathsApart)
     EXPECT_EQ(AddBackslash("C:\\x\\"), "C:\\x\\");
     EXPECT_FALSE(FileExists(""));
     EXPECT_TRUE(FileExists("/"));
+
+    // Folders and files spelled in another case, with the back slashes of a Windows project; with
+    // nothing to find the path comes back with "/" separators only.
+    const std::filesystem::path root = std::filesystem::temp_directory_path() / "fw_pathcase";
+    std::filesystem::remove_all(root);
+    std::filesystem::create_directories(root / "Resource");
+    std::filesystem::create_directories(root / "API");
+    std::ofstream(root / "Resource" / "fs5.pal") << "x";
+    const std::string base = root.string();
+    const std::pair<std::string, std::string> cases[] = {
+        {"/Resource/fs5.pal", "/Resource/fs5.pal"},  {"/resource/FS5.PAL", "/Resource/fs5.pal"},
+        {"\\RESOURCE\\fs5.pal", "/Resource/fs5.pal"}, {"/Api/", "/API/"},
+        {"\\Texture\\taxi.bmp", "/Texture/taxi.bmp"},  {"/resource/missing.pal", "/resource/missing.pal"}};
+    for (const auto& [spelled, found] : cases)
+        EXPECT_EQ(FindPathNoCase(base + spelled), base + found) << spelled;
+    EXPECT_EQ(FindPathNoCase(""), "");
+    std::filesystem::remove_all(root);
 }
 
 TEST(Strings, CutAndSplit)

@@ -16,15 +16,12 @@ TEST(ShapeDefaults, ResetTouchesOnlyNamedFields)
     EXPECT_EQ(s.cLighted, 1);
 }
 
-TEST(Geometry, LimitsStartFromPointZero)
+TEST(Geometry, LimitsAndConcavity)
 {
     PointList pts{{5, -3}, {-2, 7}, {9, 1}};
     auto l = ComputeLimits(pts);
     EXPECT_EQ(l, (std::array<std::int32_t, 4>{-2, 9, -3, 7}));
-}
 
-TEST(Geometry, Concavity)
-{
     // Three points are never concave, whatever the winding.
     EXPECT_EQ(ComputeConcavity({{0, 0}, {100, 0}, {0, 100}}), 0);
     EXPECT_EQ(ComputeConcavity({{0, 0}, {0, 100}, {100, 0}}), 0);

@@ -36,32 +36,12 @@ TEST(ConfigWriter, DefaultsAndRecentListMatchTheGoldenText)
     EXPECT_EQ(text, test::ReadText(Fixture("default.cfg")));
 }
 
-TEST(ConfigReader, FirstStartCreatesTheFileWithDefaults)
-{
-    test::ScratchFolder dir;
-    Session s = FreshSession(dir.folder());
-    s.config.WinWidth = 1;
-    ReadConfigFile(s, dir.path("Fieldwright.cfg"));
-    EXPECT_TRUE(FileExists(dir.path("Fieldwright.cfg")));
-    EXPECT_EQ(s.config.WinWidth, 640); // the golden text pins the other defaults
-    EXPECT_EQ(s.config.BGLPath, dir.folder() + "Export.bgl");
-    EXPECT_EQ(s.recent.nEntries(), -1);
-}
-
 TEST(ConfigReader, LimitsUnknownKeysAndOrder)
 {
     Session s = FreshSession();
-    ReadConfigText(s, test::Crlf("GridDist1= 40000\n"
-                                 "GridDist2= 0\n"
-                                 "WinStatus= 2\n"
-                                 "Bogus= 12\n"
-                                 "EnableOpenGL= 2\n"
-                                 "MessageDelete= 0\n"
-                                 "GridColor4= 0\n"
-                                 "WinWidth=-5\n"
-                                 "FSPath=\"D:\\FS2000\\\"\n"
-                                 "RecentFile=\"\"\n"
-                                 "RecentFile=\"/a.fwt\"\n"));
+    ReadConfigText(s, test::Crlf("GridDist1= 40000\nGridDist2= 0\nWinStatus= 2\nBogus= 12\nEnableOpenGL= 2\n"
+                                 "MessageDelete= 0\nGridColor4= 0\nWinWidth=-5\nFSPath=\"D:\\FS2000\\\"\n"
+                                 "RecentFile=\"\"\nRecentFile=\"/a.fwt\"\n"));
     EXPECT_EQ(s.config.GridDist[0], 50);
     EXPECT_EQ(s.config.GridDist[1], 0);
     EXPECT_EQ(s.config.WinStatus, 2);
@@ -75,37 +55,39 @@ TEST(ConfigReader, LimitsUnknownKeysAndOrder)
     EXPECT_EQ(s.recent.nEntries(), 0);
     EXPECT_EQ(s.recent.getEntry(0), "/a.fwt");
 
-    Session t = FreshSession();
+    Session t = FreshSession(); // the keys in another order
     ReadConfigText(t, "RecentFile=\"/a.fwt\"\nMessageDelete= 0\nWinStatus= 2\nGridDist2= 0\n");
     EXPECT_EQ(t.config.MessageDelete, 0);
     EXPECT_EQ(t.config.WinStatus, 2);
     EXPECT_EQ(t.config.GridDist[1], 0);
+
+    // Default shapes from their blocks; a block without vTime has no time of day, an unclosed one
+    // keeps the built-in default.
+    Session u = FreshSession();
+    ReadConfigText(u, test::Crlf("Poly(\ncColor= 255\nData[\n 0, 0\n]\n)\nFlatten(\nData[\n 0, 0\n]\n)\n"
+                                 "WideLine(\nvLayer= 8\ngLineWidth= 3\nvTime=\"D\"\n)\nForest(\nvTime=\"N\"\n"));
+    const auto& shapes = u.config.defaultShapes;
+    EXPECT_EQ(shapes[0].cColor, 255);
+    EXPECT_EQ(shapes[0].vTime, 0);
+    EXPECT_EQ(shapes[0].tDayPath, "Concrete.r8");
+    EXPECT_EQ(shapes[2].gLineWidth, 3);
+    EXPECT_EQ(shapes[2].vLayer, 0);
+    EXPECT_EQ(shapes[2].vTime, kTimeDay);
+    EXPECT_EQ(shapes[5].vTime, 7);
+    EXPECT_EQ(shapes[1].vTime, 7);
 }
 
-TEST(ConfigReader, DefaultShapesFromTheirBlocks)
-{
-    Session s = FreshSession();
-    ReadConfigText(s, test::Crlf("Poly(\n"
-                                 "cColor= 255\n"
-                                 "Data[\n 0, 0\n]\n)\n"
-                                 "Flatten(\nData[\n 0, 0\n]\n)\n"
-                                 "WideLine(\nvLayer= 8\ngLineWidth= 3\nvTime=\"D\"\n)\n"
-                                 "Forest(\nvTime=\"N\"\n"));
-    const auto& poly = s.config.defaultShapes[0];
-    EXPECT_EQ(poly.cColor, 255);
-    EXPECT_EQ(poly.vTime, 0); // a block without vTime: no time of day
-    EXPECT_EQ(poly.tDayPath, "Concrete.r8");
-    EXPECT_EQ(s.config.defaultShapes[2].gLineWidth, 3);
-    EXPECT_EQ(s.config.defaultShapes[2].vLayer, 0);
-    EXPECT_EQ(s.config.defaultShapes[2].vTime, kTimeDay);
-    // The unclosed forest block keeps the built-in default.
-    EXPECT_EQ(s.config.defaultShapes[5].vTime, 7);
-    EXPECT_EQ(s.config.defaultShapes[1].vTime, 7);
-}
-
-TEST(ConfigReader, EverythingSurvivesWriteAndRead)
+TEST(ConfigReader, FirstStartCreatesTheFileAndEverythingSurvivesWriteAndRead)
 {
     test::ScratchFolder dir;
+    Session first = FreshSession(dir.folder());
+    first.config.WinWidth = 1;
+    ReadConfigFile(first, dir.path("Fieldwright.cfg"));
+    EXPECT_TRUE(FileExists(dir.path("Fieldwright.cfg")));
+    EXPECT_EQ(first.config.WinWidth, 640); // the golden text pins the other defaults
+    EXPECT_EQ(first.config.BGLPath, dir.folder() + "Export.bgl");
+    EXPECT_EQ(first.recent.nEntries(), -1);
+
     Session s = FreshSession(dir.folder());
     s.config.BGLPath = "/x/out.bgl";
     s.config.APIPath = "/x/api/";
@@ -113,7 +95,6 @@ TEST(ConfigReader, EverythingSurvivesWriteAndRead)
     DeriveGridColors(s.config);
     s.config.GridDist = {1, 2, 32000};
     s.config.WinWidth = 1024;
-    s.config.WinHeight = 768;
     s.config.WinStatus = 2;
     s.config.EnableOpenGL = 1;
     s.config.MessageCompile = 0;
@@ -143,48 +124,37 @@ TEST(ConfigReader, EverythingSurvivesWriteAndRead)
     EXPECT_EQ(t.recent.getEntry(0), "/p/5.fwt");
 }
 
-
+// Beside the program, or in the user's folder; an installed folder is never written, though it could
+// be (by root) and though it holds a configuration file. There the user's own files start at home,
+// the program's own folders stay, and a path in the file still wins.
 TEST(ConfigPath, BesideTheProgramOrInTheUsersFolder)
 {
-    test::ScratchFolder dir;
+    test::ScratchFolder dir, home;
     EXPECT_EQ(ConfigFilePath(dir.folder()), dir.folder() + "Fieldwright.cfg");
+    Session build = FreshSession("/opt/fw/");
+    ReadConfigText(build, "");
+    EXPECT_EQ(build.config.FWTPath, "/opt/fw/");
+    EXPECT_EQ(build.config.BGLPath, "/opt/fw/Export.bgl");
 
-    test::ScratchFolder home;
     const test::ScopedEnv config("XDG_CONFIG_HOME", home.folder());
     EXPECT_EQ(ConfigFilePath("/no/such/program/folder/"), home.folder() + "/Fieldwright/Fieldwright.cfg");
     EXPECT_TRUE(std::filesystem::is_directory(home.folder() + "/Fieldwright"));
-
-    // An installed folder is never written, though it could be (by root), and though it holds a
-    // configuration file the user may write.
     std::ofstream(dir.path("Fieldwright.installed"));
     std::ofstream(dir.path("Fieldwright.cfg"));
     EXPECT_TRUE(ProgramFolderInstalled(dir.folder()));
     EXPECT_EQ(UserFolder(dir.folder()), home.folder() + "/Fieldwright/");
     EXPECT_EQ(ConfigFilePath(dir.folder()), home.folder() + "/Fieldwright/Fieldwright.cfg");
-}
 
-// An installed program folder: the user's own files start at home, the program's own folders stay,
-// and a path in the file still wins.
-TEST(ConfigPath, AnInstalledProgramStartsTheUsersFoldersAtHome)
-{
-    test::ScratchFolder program;
-    std::ofstream(program.path("Fieldwright.installed"));
-    const test::ScopedEnv home("HOME", "/home/pilot");
-    Session s = FreshSession(program.folder());
+    const test::ScopedEnv user("HOME", "/home/pilot");
+    Session s = FreshSession(dir.folder());
     ReadConfigText(s, "FWTPath=\"/data/projects/\"\r\n");
     EXPECT_EQ(s.config.BGLPath, "/home/pilot/Export.bgl");
     EXPECT_EQ(s.config.SCAPath, "/home/pilot/Export.txt");
     EXPECT_EQ(s.config.FWTPath, "/data/projects/");
     for (const std::string* p : {&s.config.ImportPath, &s.config.BackPicturePath, &s.config.SceneryPath})
         EXPECT_EQ(*p, "/home/pilot/");
-    EXPECT_EQ(s.config.TEXPath, program.folder() + "Texture/");
-    EXPECT_EQ(s.config.APIPath, program.folder() + "API/");
-
-    // Not installed: everything in the program folder, as before.
-    Session build = FreshSession("/opt/fw/");
-    ReadConfigText(build, "");
-    EXPECT_EQ(build.config.FWTPath, "/opt/fw/");
-    EXPECT_EQ(build.config.BGLPath, "/opt/fw/Export.bgl");
+    EXPECT_EQ(s.config.TEXPath, dir.folder() + "Texture/");
+    EXPECT_EQ(s.config.APIPath, dir.folder() + "API/");
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include <sstream>
 #include <sys/wait.h>
 
+#include "files/ProjectFlows.h"
 #include "files/TextFile.h"
 
 namespace fw::test {
@@ -71,6 +72,21 @@ ScopedEnv::~ScopedEnv()
         unsetenv(name_);
 }
 
+void StartIn(Session& s, Ui& ui, const ScratchFolder& dir)
+{
+    s.programFolder = dir.folder();
+    s.ui = &ui;
+    StartSession(s, dir.path("Fieldwright.cfg"));
+}
+
+void Edit(Session& s)
+{
+    ShapeRecord sh;
+    ResetShape(sh, kPoly);
+    AppendShape(s.stores, sh, {{1, 1}, {5, 1}, {5, 5}});
+    s.dirty = 1;
+}
+
 CliRun RunCli(const ScratchFolder& dir, const std::string& args)
 {
     const std::string out = dir.path("stdout"), err = dir.path("stderr");
@@ -89,41 +105,41 @@ ProjectData SampleProject(const std::string& programFolder)
     ProjectData d;
     d.version = 1;
     ResetShowFlags(d.showFlags);
-    d.showFlags.ShowTexPoly = 0;
-    d.showFlags.ShowGrid = 0;
-    d.showFlags.ShowBackPicture = 1;
-    d.showFlags.BackImagePath = "C:\\pictures\\airfield.bmp";
-    d.showFlags.BackImagescale = 2.5;
-    d.showFlags.BackImageLeft = -120;
-    d.showFlags.BackImageTop = 340;
+    auto& f = d.showFlags;
+    f.ShowTexPoly = f.ShowGrid = 0;
+    f.ShowBackPicture = 1;
+    f.BackImagePath = "C:\\pictures\\airfield.bmp";
+    f.BackImagescale = 2.5;
+    f.BackImageLeft = -120;
+    f.BackImageTop = 340;
     ResetProject(d.project);
-    d.project.Name = "Kleinfeld";
-    d.project.Comment = "Grass strip";
-    d.project.Copyright = "J. Doe";
-    d.project.MagVar = -2.5;
-    d.project.Altitude = 412;
-    d.project.LatitudeDegree = 47.123456;
-    d.project.LongitudeDegree = -8.75;
-    d.project.PolyScale = 0.5;
-    d.project.LineScale = 0.25;
-    d.project.DotLineScale = 0.125;
-    d.project.UsePointReduction = 1;
-    d.project.UseTextureLevels = 1;
-    d.project.GroupLines = 1;
-    d.project.Distance = {150, 600, 1800};
-    d.project.Texture = {"a.bmp", "b.bmp", "c.r8", ""};
-    d.project.Color = {1, 255, 65280, 16711680};
+    auto& p = d.project;
+    p.Name = "Kleinfeld";
+    p.Comment = "Grass strip";
+    p.Copyright = "J. Doe";
+    p.MagVar = -2.5;
+    p.Altitude = 412;
+    p.LatitudeDegree = 47.123456;
+    p.LongitudeDegree = -8.75;
+    p.PolyScale = 0.5;
+    p.LineScale = 0.25;
+    p.DotLineScale = 0.125;
+    p.UsePointReduction = p.UseTextureLevels = p.GroupLines = 1;
+    p.Distance = {150, 600, 1800};
+    p.Texture = {"a.bmp", "b.bmp", "c.r8", ""};
+    p.Color = {1, 255, 65280, 16711680};
 
-    auto shape = [&](int type, PointList pts) -> ShapeRecord& {
+    auto shape = [&](int type, PointList pts, const char* comment) -> ShapeRecord& {
         ShapeRecord s;
         ResetShape(s, type);
+        if (comment)
+            s.gComment = comment;
         d.shapes.push_back(s);
         d.points.push_back(std::move(pts));
         return d.shapes.back();
     };
     {
-        auto& s = shape(kPoly, {{0, 0}, {100, 0}, {100, 100}, {0, 100}});
-        s.gComment = "apron";
+        auto& s = shape(kPoly, {{0, 0}, {100, 0}, {100, 100}, {0, 100}}, "apron");
         s.gIsColored = 1;
         s.tDayPath = "apron.bmp";
         s.tLoadflag = {1, 0, 1, 0};
@@ -133,12 +149,10 @@ ProjectData SampleProject(const std::string& programFolder)
         s.vRange = 3000;
         s.vTime = kTimeDay | kTimeDusk;
         s.vLayer = 3;
-        s.vNoPointReduction = 1;
-        s.vNoTextureLevels = 1;
+        s.vNoPointReduction = s.vNoTextureLevels = 1;
     }
     {
-        auto& s = shape(kTexPoly, {{-50, -50}, {50, -50}, {50, 50}, {-50, 50}});
-        s.gComment = "marking";
+        auto& s = shape(kTexPoly, {{-50, -50}, {50, -50}, {50, 50}, {-50, 50}}, "marking");
         s.tDayPath = "mark.bmp";
         s.tLoadflag = {0, 1, 0, 1};
         s.tSwitch = 1;
@@ -150,8 +164,7 @@ ProjectData SampleProject(const std::string& programFolder)
         s.vNoTextureLevels = 1;
     }
     {
-        auto& s = shape(kWideLine, {{0, 0}, {500, -20}});
-        s.gComment = "taxiway A";
+        auto& s = shape(kWideLine, {{0, 0}, {500, -20}}, "taxiway A");
         s.gIsColored = 0;
         s.gLineWidth = 12.75;
         s.gLineType = 2;
@@ -164,8 +177,7 @@ ProjectData SampleProject(const std::string& programFolder)
         s.vNoPointReduction = 1;
     }
     {
-        auto& s = shape(kDotLine, {{10, 10}, {20, 30}, {-40, 50}});
-        s.gComment = "edge lights";
+        auto& s = shape(kDotLine, {{10, 10}, {20, 30}, {-40, 50}}, "edge lights");
         s.gDotSpacing() = 0.5;
         s.DotLineType = 1;
         s.cColor = 5;
@@ -174,8 +186,7 @@ ProjectData SampleProject(const std::string& programFolder)
         s.vLayer = 1;
     }
     {
-        auto& s = shape(kTreeLine, {{0, 0}, {0, 200}, {30, 400}});
-        s.gComment = "poplars";
+        auto& s = shape(kTreeLine, {{0, 0}, {0, 200}, {30, 400}}, "poplars");
         s.tDayPath = "poplar.bmp";
         s.tLoadflag = {0, 0, 1, 1};
         s.tSwitch = 1;
@@ -185,10 +196,9 @@ ProjectData SampleProject(const std::string& programFolder)
         s.vRange = 2500;
         s.vTime = kTimeDay;
     }
-    shape(kFlatten, {{-100, -100}, {100, -100}, {0, 100}});
+    shape(kFlatten, {{-100, -100}, {100, -100}, {0, 100}}, nullptr);
     {
-        auto& s = shape(kForest, {{200, 200}, {300, 200}, {300, 300}, {250, 350}, {200, 300}});
-        s.gComment = "wood";
+        auto& s = shape(kForest, {{200, 200}, {300, 200}, {300, 300}, {250, 350}, {200, 300}}, "wood");
         s.ForestType = 1;
         s.mBandHeight = 25;
         s.vRange = 4000;
@@ -197,28 +207,26 @@ ProjectData SampleProject(const std::string& programFolder)
     for (std::size_t i = 0; i < d.shapes.size(); ++i)
         UpdateShapeGeometry(d.shapes[i], d.points[i]);
 
-    auto object = [&](int type, std::int32_t x, std::int32_t y) -> ObjectRecord& {
+    auto object = [&](int type, std::int32_t x, std::int32_t y, double rotation) -> ObjectRecord& {
         ObjectRecord o;
         ResetObject(o, type, programFolder);
         o.PosX = x;
         o.PosY = y;
+        if (rotation >= 0)
+            o.Rotation = rotation;
         d.objects.push_back(o);
         return d.objects.back();
     };
     {
-        auto& o = object(kRunway, -300, 400);
-        o.Rotation = 87.5;
+        // Each end of the runway differs from the other and from the defaults.
+        auto& o = object(kRunway, -300, 400, 87.5);
         o.Length() = 5200;
         o.RwyWidth() = 98;
         o.RwyNumber() = 9;
         o.RwyDesignator() = 1;
-        o.ShowBorderLine() = 0;
-        o.ShowCenterLine() = 0;
-        o.ShowID() = 0;
-        o.ShowTouchDownMarker() = 0;
-        o.ShowThresholdMarkers() = 0;
-        o.Show150Markers() = 1;
-        o.Show300Markers() = 1;
+        o.ShowBorderLine() = o.ShowCenterLine() = o.ShowID() = 0;
+        o.ShowTouchDownMarker() = o.ShowThresholdMarkers() = 0;
+        o.Show150Markers() = o.Show300Markers() = 1;
         o.Surface() = kSurfaceGrass2;
         o.ThrOffN() = 300;
         o.ExtN() = 150;
@@ -227,38 +235,23 @@ ProjectData SampleProject(const std::string& programFolder)
         o.LightIntensityHigh = 0;
         o.ShowCenterLights() = 0;
         o.ShowTouchdownLights() = 1;
-        o.VasiBarsN() = 4;
-        o.VasiBarsF() = 32;
-        o.AprLN() = 7;
-        o.AprLF() = 0;
-        o.StrobesN() = 10;
-        o.StrobesF() = 3;
-        o.IlsEnabledN() = 1;
-        o.IlsEnabledF() = 1;
-        o.IlsIdN() = "IKL";
-        o.IlsNameN() = "Kleinfeld_09";
-        o.IlsFreqN() = 109.35;
-        o.IlsRangeN() = 18;
-        o.IlsSlopeN() = 2.75;
-        o.IlsDmeN() = 0;
-        o.IlsIdF() = "IKF";
-        o.IlsNameF() = "Kleinfeld_27";
-        o.IlsFreqF() = 135.75;
-        o.IlsRangeF() = 255;
-        o.IlsSlopeF() = 0;
-        o.IlsDmeF() = 0;
-        o.MarkerEnabledN() = 1;
-        o.MarkerOuterN() = 20000;
-        o.MarkerMiddleN() = 1000;
-        o.MarkerInnerN() = 0;
-        o.markerEnabledF() = 1;
-        o.MarkerOuterF() = 7000;
-        o.MarkerMiddleF() = 900;
-        o.MarkerInnerF() = 300;
+        o.VasiBarsN() = 4, o.VasiBarsF() = 32;
+        o.AprLN() = 7, o.AprLF() = 0;
+        o.StrobesN() = 10, o.StrobesF() = 3;
+        o.IlsEnabledN() = o.IlsEnabledF() = 1;
+        o.IlsIdN() = "IKL", o.IlsIdF() = "IKF";
+        o.IlsNameN() = "Kleinfeld_09", o.IlsNameF() = "Kleinfeld_27";
+        o.IlsFreqN() = 109.35, o.IlsFreqF() = 135.75;
+        o.IlsRangeN() = 18, o.IlsRangeF() = 255;
+        o.IlsSlopeN() = 2.75, o.IlsSlopeF() = 0;
+        o.IlsDmeN() = o.IlsDmeF() = 0;
+        o.MarkerEnabledN() = o.markerEnabledF() = 1;
+        o.MarkerOuterN() = 20000, o.MarkerOuterF() = 7000;
+        o.MarkerMiddleN() = 1000, o.MarkerMiddleF() = 900;
+        o.MarkerInnerN() = 0, o.MarkerInnerF() = 300;
     }
     {
-        auto& o = object(kApi, 120, -80);
-        o.Rotation = 45;
+        auto& o = object(kApi, 120, -80, 45);
         o.Path() = "C:\\scenery\\hangar.api";
         o.Range() = 32000;
         o.Elevation() = 3.5;
@@ -268,7 +261,7 @@ ProjectData SampleProject(const std::string& programFolder)
             o.texts[i] = "p" + std::to_string(i);
     }
     {
-        auto& o = object(kVor, 5000, -5000);
+        auto& o = object(kVor, 5000, -5000, -1);
         o.Frequency() = 113.9;
         o.Range() = 130;
         o.ID() = "KLV";
@@ -277,32 +270,24 @@ ProjectData SampleProject(const std::string& programFolder)
         o.VorVisible() = 1;
     }
     {
-        auto& o = object(kNdb, -7000, 100);
+        auto& o = object(kNdb, -7000, 100, -1);
         o.Frequency() = 375.5;
         o.Range() = 25;
         o.ID() = "KN";
         o.NavName() = "Kleinfeld_NDB";
         o.NdbVisible() = 1;
     }
+    object(kInit, 10, 20, 270).InitName() = "Kleinfeld_Apron";
     {
-        auto& o = object(kInit, 10, 20);
-        o.Rotation = 270;
-        o.InitName() = "Kleinfeld_Apron";
-    }
-    {
-        auto& o = object(kExclude, 0, 0);
+        auto& o = object(kExclude, 0, 0, -1);
         o.ExclWidth() = 20;
         o.ExclHeight() = 10000;
         o.ExcludeObjects() = 0;
-        o.ExcludeVOR() = 1;
-        o.ExcludeNDB() = 1;
+        o.ExcludeVOR() = o.ExcludeNDB() = 1;
     }
-    {
-        auto& o = object(kSign, 33, -44);
-        o.Rotation = 359.5;
-        o.Caption() = "A_B 09-27";
-        o.Style() = "Flat";
-    }
+    auto& sign = object(kSign, 33, -44, 359.5);
+    sign.Caption() = "A_B 09-27";
+    sign.Style() = "Flat";
     return d;
 }
 

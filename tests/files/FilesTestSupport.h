@@ -8,20 +8,17 @@
 #include <vector>
 
 #include "core/Records.h"
+#include "core/Session.h"
 #include "core/Stores.h"
 #include "files/ProjectFile.h"
 
 namespace fw::test {
 
-inline std::string Fixture(const std::string& name)
-{
-    return std::string(FW_FIXTURES) + "/files/" + name;
-}
+inline std::string Fixture(const std::string& name) { return std::string(FW_FIXTURES) + "/files/" + name; }
 
 std::string ReadText(const std::string& path);
 void WriteText(const std::string& path, const std::string& text);
-// "a\nb\n" -> "a\r\nb\r\n"
-std::string Crlf(const std::string& lf);
+std::string Crlf(const std::string& lf); // "a\nb\n" -> "a\r\nb\r\n"
 
 // A fresh, empty folder under the system's temporary folder, removed on destruction.
 class ScratchFolder {
@@ -37,7 +34,6 @@ private:
     std::filesystem::path root_;
 };
 
-// The tokens TokeniseLine makes of one line.
 std::vector<std::string> TokensOf(std::string_view line);
 
 // Sets an environment variable for the life of the object and puts the old value back.
@@ -53,8 +49,7 @@ private:
     std::optional<std::string> old_;
 };
 
-// One run of the batch tool, its output kept in the scratch folder. Every run has a deadline
-// (coreutils timeout), so that a command that blocks fails its test instead of holding the run.
+// One run of the batch tool under a deadline, so that a command that blocks fails its test.
 struct CliRun {
     int code = -1;
     std::string out;
@@ -62,6 +57,11 @@ struct CliRun {
 };
 CliRun RunCli(const ScratchFolder& dir, const std::string& args);
 inline std::string Quoted(const std::string& path) { return "'" + path + "'"; }
+
+// The program started in dir as its program folder, talking to ui.
+void StartIn(Session& s, Ui& ui, const ScratchFolder& dir);
+// A polygon added and the project marked changed, as after drawing it.
+void Edit(Session& s);
 
 // One shape of every type and one object of every type, with non-default values in every field
 // that the file keeps.

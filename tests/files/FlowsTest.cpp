@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <stdexcept>
+#include <sys/stat.h>
 
 #include "FilesTestSupport.h"
 #include "files/ConfigFile.h"
@@ -11,6 +13,10 @@
 
 namespace fw {
 namespace {
+
+namespace fs = std::filesystem;
+using test::Edit;
+using V = std::vector<std::string>;
 
 // A Ui whose project settings dialog renames the project.
 class SettingsUi : public ScriptedUi {
@@ -30,28 +36,26 @@ class Flows : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        s.programFolder = dir.folder();
-        s.ui = &ui;
-        StartSession(s, dir.path("Fieldwright.cfg"));
+        test::StartIn(s, ui, dir);
         s.view.setSWidth(800);
         s.view.setSHeight(600);
         s.view.resize();
     }
-
-    // A project file of the sample records in the scratch folder.
     std::string SampleFile(const std::string& name)
     {
-        const std::string path = dir.path(name);
-        EXPECT_TRUE(WriteProjectFile(path, test::SampleProject(dir.folder()), nullptr));
-        return path;
+        EXPECT_TRUE(WriteProjectFile(dir.path(name), test::SampleProject(dir.folder()), nullptr));
+        return dir.path(name);
     }
-
-    void Edit()
+    std::string Json() const
     {
-        ShapeRecord sh;
-        ResetShape(sh, kPoly);
-        AppendShape(s.stores, sh, {{1, 1}, {5, 1}, {5, 5}});
-        s.dirty = 1;
+        return ProjectToJson({0, s.showFlags, s.project, s.stores.PointStore, s.stores.ShapeStore, s.stores.ObjectStore});
+    }
+    // The session named path and changed, as after an open and an edit.
+    void Named(const std::string& path)
+    {
+        Edit(s);
+        s.projectPath = path;
+        s.hasName = 1;
     }
 
     test::ScratchFolder dir;
@@ -73,11 +77,9 @@ TEST_F(Flows, OpenLoadsSelectsAndNamesTheProject)
     EXPECT_FALSE(ui.fileRequests[0].save);
     EXPECT_EQ(Title(s), "Fieldwright - [Kleinfeld.fwt]");
     EXPECT_EQ(titles, 1);
-    EXPECT_EQ(s.hasName, 1);
     EXPECT_EQ(s.dirty, 0);
     EXPECT_EQ(s.projectPath, path);
     EXPECT_EQ(s.config.FWTPath, dir.folder());
-    EXPECT_EQ(s.recent.getEntry(0), path);
     EXPECT_EQ(s.stores.ShapeCount(), 7);
     EXPECT_EQ(s.stores.ObjectCount(), 7);
     EXPECT_EQ(s.project.Name, "Kleinfeld");
@@ -88,71 +90,44 @@ TEST_F(Flows, OpenLoadsSelectsAndNamesTheProject)
     EXPECT_EQ(s.showFlags.ShowPoly, 1);
     EXPECT_EQ(s.showFlags.ShowRunway, 1);
     EXPECT_FALSE(ui.waitCursor);
-
     // Opened again: one recent entry.
     ui.files.push_back(path);
     EXPECT_TRUE(MnuFopen(s, hooks));
     EXPECT_EQ(s.recent.nEntries(), 0);
+    EXPECT_EQ(s.recent.getEntry(0), path);
+
+    // Without records nothing is selected; without settings the types are hidden but the
+    // selected object's, and the first object is selected as a first shape would be.
+    ASSERT_TRUE(LoadProject(s, test::Fixture("later_block_wins.fwt")));
+    EXPECT_EQ(s.editor.selection.SelShapeCount() + s.editor.selection.SelObjectCount(), 0);
+    ASSERT_TRUE(LoadProject(s, test::Fixture("no_head_blocks.fwt")));
+    EXPECT_EQ(s.showFlags.ShowPoly, 0);
+    EXPECT_EQ(s.showFlags.ShowExclude, 1);
+    EXPECT_EQ(s.editor.selection.SelObjects(), (std::vector<std::uint16_t>{0}));
+    EXPECT_EQ(s.editor.selection.state(), 1);
 }
 
 TEST_F(Flows, AFailedOpenLeavesTheProjectIntact)
 {
-    Edit();
+    Edit(s);
     s.project.Name = "Mine";
-    const std::string before = ProjectToJson({0, s.showFlags, s.project, s.stores.PointStore,
-                                              s.stores.ShapeStore, s.stores.ObjectStore});
-    // The reader's messages for each damage are in ReaderTest.
+    const std::string before = Json();
     EXPECT_FALSE(LoadProject(s, test::Fixture("object_unclosed.fwt")));
     EXPECT_FALSE(LoadProject(s, dir.path("gone.fwt")));
-    EXPECT_EQ(ui.Messages(), (std::vector<std::string>{"Unable to open file! Corrupted object structure...",
-                                                       "'" + dir.path("gone.fwt") + "' does not exist!"}));
+    EXPECT_EQ(ui.Messages(), (V{"Unable to open file! Corrupted object structure...",
+                                "'" + dir.path("gone.fwt") + "' does not exist!"}));
     EXPECT_EQ(ui.calls.back().style, MessageStyle::Information);
-    EXPECT_EQ(ProjectToJson({0, s.showFlags, s.project, s.stores.PointStore, s.stores.ShapeStore,
-                             s.stores.ObjectStore}),
-              before);
+    EXPECT_EQ(Json(), before);
     EXPECT_EQ(s.dirty, 1);
     EXPECT_EQ(s.hasName, 0);
     EXPECT_EQ(s.recent.nEntries(), -1);
 }
 
-TEST_F(Flows, OpenWithoutRecordsSelectsNothingAndWithoutSettingsHidesTypes)
+// Built-in macros are found in this program folder; objects that share a macro each get their own
+// outline, a missing macro leaves path and outline, and a changed macro is read again at the next open.
+TEST_F(Flows, LoadReRootsMacrosAndRebuildsEachOutline)
 {
-    ASSERT_TRUE(LoadProject(s, test::Fixture("later_block_wins.fwt")));
-    EXPECT_EQ(s.editor.selection.SelShapeCount() + s.editor.selection.SelObjectCount(), 0);
-    ASSERT_TRUE(LoadProject(s, test::Fixture("no_head_blocks.fwt")));
-    EXPECT_EQ(s.showFlags.ShowPoly, 0);
-    EXPECT_EQ(s.showFlags.ShowExclude, 1); // the selected exclude area's flag
-    EXPECT_EQ(s.editor.selection.SelObjects(), (std::vector<std::uint16_t>{0}));
-    // The first object is selected as a first shape would be: in the select state, not drag.
-    EXPECT_EQ(s.editor.selection.state(), 1);
-}
-
-TEST_F(Flows, LoadReRootsBuiltInMacrosAndRebuildsTheirOutline)
-{
-    std::filesystem::create_directories(dir.path("API"));
-    test::WriteText(dir.path("API/fwt_building1.api"), ";fwtadjustable square\r\nArea( %6 )\r\n");
-    ProjectData d;
-    ObjectRecord api, other;
-    ResetObject(api, kApi, "C:\\Old\\");
-    api.Param6() = "30";
-    ResetObject(other, kApi, "");
-    other.Path() = "/nowhere/custom.api";
-    d.objects = {api, other};
-    ASSERT_TRUE(WriteProjectFile(dir.path("m.fwt"), d, nullptr));
-    ASSERT_TRUE(LoadProject(s, dir.path("m.fwt")));
-    const auto& o = s.stores.ObjectStore;
-    EXPECT_EQ(o[0].Path(), dir.folder() + "API/fwt_building1.api");
-    EXPECT_EQ(o[0].DesignLast, 3);
-    EXPECT_EQ(o[0].DesignPoints[0], (Point{-30, 30}));
-    EXPECT_EQ(o[1].Path(), "/nowhere/custom.api"); // missing: path and default outline stay
-    EXPECT_EQ(o[1].DesignLast, 12);
-}
-
-// Objects that share a macro each get their own outline from it, and a macro changed between two
-// opens is read afresh at the second.
-TEST_F(Flows, SharedMacrosGiveEachObjectItsOutlineAndAreReadAgainAtTheNextOpen)
-{
-    std::filesystem::create_directories(dir.path("API"));
+    fs::create_directories(dir.path("API"));
     test::WriteText(dir.path("API/fwt_building1.api"), ";fwtadjustable square\r\nArea( %6 )\r\n");
     const std::string own = dir.path("own.api");
     test::WriteText(own, ";designshape -5,5,5,5,5,-5\r\n");
@@ -168,16 +143,22 @@ TEST_F(Flows, SharedMacrosGiveEachObjectItsOutlineAndAreReadAgainAtTheNextOpen)
     mine.Path() = own;
     d.objects.push_back(mine);
     d.objects.push_back(mine);
+    mine.Path() = "/nowhere/custom.api";
+    d.objects.push_back(mine);
     ASSERT_TRUE(WriteProjectFile(dir.path("m.fwt"), d, nullptr));
 
     ASSERT_TRUE(LoadProject(s, dir.path("m.fwt")));
     const auto& o = s.stores.ObjectStore;
+    EXPECT_EQ(o[0].Path(), dir.folder() + "API/fwt_building1.api");
+    EXPECT_EQ(o[0].DesignLast, 3);
     EXPECT_EQ(o[0].DesignPoints[0], (Point{-30, 30}));
     EXPECT_EQ(o[1].DesignPoints[0], (Point{-50, 50}));
     for (int i : {2, 3}) {
         EXPECT_EQ(o[i].DesignLast, 2);
         EXPECT_EQ(o[i].DesignPoints[2], (Point{5, -5}));
     }
+    EXPECT_EQ(o[4].Path(), "/nowhere/custom.api");
+    EXPECT_EQ(o[4].DesignLast, 12);
 
     test::WriteText(dir.path("API/fwt_building1.api"), ";designshape 1,1,2,2,3,3\r\n");
     test::WriteText(own, ";designshape -7,7,7,7,7,-7,-7,-7\r\n");
@@ -190,8 +171,9 @@ TEST_F(Flows, SharedMacrosGiveEachObjectItsOutlineAndAreReadAgainAtTheNextOpen)
     }
 }
 
-// A picture that can't be loaded, or that loads, is LoadFlowPartsTest's; a missing one isn't tried.
-TEST_F(Flows, AMissingBackgroundPictureIsDroppedUntried)
+// The background picture: a missing one is dropped untried; one that can't be loaded is dropped
+// from the whole new project; a part that throws leaves the session as it was before the open.
+TEST_F(Flows, TheBackgroundPictureOfALoad)
 {
     ProjectData d;
     ResetShowFlags(d.showFlags);
@@ -204,13 +186,78 @@ TEST_F(Flows, AMissingBackgroundPictureIsDroppedUntried)
     EXPECT_EQ(loads, 0);
     EXPECT_EQ(s.showFlags.BackImagePath, "");
     EXPECT_EQ(s.showFlags.ShowBackPicture, 0);
+
+    // The session before: an older project with its own picture, changed since its save.
+    ProjectData old = test::SampleProject(dir.folder());
+    old.showFlags.BackImagePath.clear();
+    ASSERT_TRUE(WriteProjectFile(dir.path("old.fwt"), old, nullptr));
+    ASSERT_TRUE(LoadProject(s, dir.path("old.fwt")));
+    s.bitmap.loaded = true;
+    s.bitmap.width = 7;
+    s.stores.ShapeStore[0].gComment = "edited";
+    s.dirty = 1;
+    const std::string before = Json();
+    const std::string picture = dir.path("chart.bmp");
+    test::WriteText(picture, "BM");
+    ProjectData next = test::SampleProject(dir.folder());
+    next.shapes.resize(1);
+    next.points.resize(1);
+    next.objects.clear();
+    next.showFlags.BackImagePath = picture;
+    next.showFlags.ShowBackPicture = 1;
+    ASSERT_TRUE(WriteProjectFile(dir.path("next.fwt"), next, nullptr));
+    V titles;
+    hooks.titleChanged = [&](Session& session) { titles.push_back(Title(session)); };
+
+    hooks.loadBackImage = [](Session& session, const std::string&) -> bool {
+        session.bitmap.width = 123; // half done
+        throw std::runtime_error("stream failure");
+    };
+    EXPECT_THROW(LoadProject(s, dir.path("next.fwt"), hooks), std::runtime_error);
+    EXPECT_EQ(s.projectPath, dir.path("old.fwt"));
+    EXPECT_EQ(Title(s), "Fieldwright - [old.fwt]");
+    EXPECT_TRUE(titles.empty());
+    EXPECT_EQ(s.dirty, 1);
+    EXPECT_EQ(Json(), before);
+    EXPECT_TRUE(s.bitmap.loaded);
+    EXPECT_EQ(s.bitmap.width, 7);
+    EXPECT_EQ(s.recent.getEntry(0), dir.path("old.fwt"));
+
+    int calls = 0;
+    hooks.loadBackImage = [&](Session& session, const std::string& path) {
+        ++calls;
+        // The hook works beside the session's picture: it sees none, and what it leaves is dropped.
+        const bool clean = !session.bitmap.loaded && path == picture;
+        session.bitmap.width = 55;
+        return !clean;
+    };
+    ASSERT_TRUE(LoadProject(s, dir.path("next.fwt"), hooks));
+    EXPECT_EQ(calls, 1);
+    EXPECT_EQ(titles, V{"Fieldwright - [next.fwt]"});
+    EXPECT_EQ(s.dirty, 0);
+    EXPECT_EQ(s.stores.ShapeStore.size(), 1u);
+    EXPECT_TRUE(s.showFlags.BackImagePath.empty());
+    EXPECT_EQ(s.showFlags.ShowBackPicture, 0);
+    EXPECT_FALSE(s.bitmap.loaded);
+    EXPECT_EQ(s.bitmap.width, 0);
+
+    hooks.loadBackImage = [](Session& session, const std::string&) {
+        session.bitmap.loaded = true;
+        session.bitmap.width = 64;
+        return true;
+    };
+    ASSERT_TRUE(LoadProject(s, dir.path("next.fwt"), hooks));
+    EXPECT_EQ(s.showFlags.BackImagePath, picture);
+    EXPECT_EQ(s.showFlags.ShowBackPicture, 1);
+    EXPECT_TRUE(s.bitmap.loaded);
+    EXPECT_EQ(s.bitmap.width, 64);
 }
 
 TEST_F(Flows, AskToSaveTextsAndAnswers)
 {
     EXPECT_EQ(AskToSave(s), 1); // nothing changed: no question
     EXPECT_TRUE(ui.calls.empty());
-    Edit();
+    Edit(s);
     ui.answers = {Answer::Cancel, Answer::No};
     EXPECT_EQ(AskToSave(s), 0);
     EXPECT_EQ(AskToSave(s), 1);
@@ -226,7 +273,7 @@ TEST_F(Flows, AskToSaveTextsAndAnswers)
     EXPECT_TRUE(ui.fileRequests.back().save);
     EXPECT_EQ(s.dirty, 0);
 
-    Edit();
+    Edit(s);
     ui.calls.clear();
     ui.answers = {Answer::Yes};
     EXPECT_EQ(AskToSave(s), 1);
@@ -239,20 +286,19 @@ TEST_F(Flows, AskToSaveTextsAndAnswers)
 
 TEST_F(Flows, SaveAndSaveAs)
 {
-    Edit();
+    Edit(s);
     ui.files = {""};
     EXPECT_FALSE(MnuFsave(s)); // unnamed: the dialog, cancelled
     EXPECT_EQ(s.dirty, 1);
     ui.files = {dir.path("a.fwt")};
     EXPECT_TRUE(MnuFsave(s));
     EXPECT_EQ(Title(s), "Fieldwright - [a.fwt]");
-    EXPECT_EQ(s.hasName, 1);
     EXPECT_EQ(s.dirty, 0);
     EXPECT_EQ(s.config.FWTPath, dir.folder());
 
     // Saved under its own name: no dialog, and the recent list stays as it is.
     s.recent.addPath("/other.fwt");
-    Edit();
+    Edit(s);
     const std::size_t dialogs = ui.fileRequests.size();
     EXPECT_TRUE(MnuFsave(s));
     EXPECT_EQ(ui.fileRequests.size(), dialogs);
@@ -270,21 +316,19 @@ TEST_F(Flows, SaveAndSaveAs)
 TEST_F(Flows, AFailedSaveLosesNothing)
 {
     ui.files = {dir.path("keep.fwt")};
-    Edit();
+    Edit(s);
     ASSERT_TRUE(MnuFsave(s));
     const std::string old = test::ReadText(dir.path("keep.fwt"));
-    Edit();
-    std::filesystem::create_directory(dir.path("folder.fwt"));
-    for (const std::string& target :
-         {dir.path("no folder/x.fwt"), std::string("/proc/fw-test.fwt"), dir.path("folder.fwt")}) {
+    Edit(s);
+    fs::create_directory(dir.path("folder.fwt"));
+    for (const std::string& target : {dir.path("no folder/x.fwt"), std::string("/proc/fw-test.fwt"), dir.path("folder.fwt")}) {
         SCOPED_TRACE(target);
         ui.calls.clear();
         ui.files = {target};
         EXPECT_FALSE(MnuFsaveas(s));
         // The message stays first; the file and the host's reason follow on a line of their own.
         ASSERT_EQ(ui.Messages().size(), 1u);
-        EXPECT_EQ(ui.Messages()[0].rfind("Unable to write file to disk!\n'" + target + "': ", 0), 0u)
-            << ui.Messages()[0];
+        EXPECT_EQ(ui.Messages()[0].rfind("Unable to write file to disk!\n'" + target + "': ", 0), 0u) << ui.Messages()[0];
         EXPECT_EQ(ui.calls.back().style, MessageStyle::Critical);
         EXPECT_EQ(s.dirty, 1);
         EXPECT_EQ(s.projectPath, dir.path("keep.fwt"));
@@ -294,16 +338,82 @@ TEST_F(Flows, AFailedSaveLosesNothing)
     EXPECT_EQ(test::ReadText(dir.path("keep.fwt")), old);
     // Nothing but the project and the configuration was left behind.
     int files = 0;
-    for (auto& e : std::filesystem::directory_iterator(dir.folder()))
+    for (auto& e : fs::directory_iterator(dir.folder()))
         files += e.is_regular_file() ? 1 : 0;
     EXPECT_EQ(files, 2);
 
     // Exit with a save that fails keeps the window open.
     ui.answers = {Answer::Yes};
-    std::filesystem::remove(dir.path("keep.fwt"));
-    std::filesystem::create_directory(dir.path("keep.fwt"));
+    fs::remove(dir.path("keep.fwt"));
+    fs::create_directory(dir.path("keep.fwt"));
     EXPECT_FALSE(ExitFlow(s, kWindowNormal, 800, 600, dir.path("Fieldwright.cfg")));
     EXPECT_EQ(s.dirty, 1);
+}
+
+// Saving through a symbolic link writes the link's target with its permissions and keeps the link;
+// chains and dangling links reach the file they name, a loop is no file.
+TEST_F(Flows, SaveFollowsLinksAndKeepsThem)
+{
+    fs::create_directory(dir.path("real"));
+    const std::string target = dir.path("real/airfield.fwt");
+    test::WriteText(target, "old");
+    ::chmod(target.c_str(), 0640);
+    const std::string link = dir.path("airfield.fwt");
+    fs::create_symlink("real/airfield.fwt", link); // relative, as links often are
+    Named(link);
+    ASSERT_TRUE(MnuFsave(s));
+    EXPECT_TRUE(ui.Messages().empty());
+    EXPECT_EQ(fs::read_symlink(link), "real/airfield.fwt");
+    ProjectData back;
+    ASSERT_TRUE(ReadProjectFile(target, back, nullptr));
+    EXPECT_EQ(back.shapes.size(), 1u);
+    EXPECT_EQ(fs::status(target).permissions() & fs::perms::all,
+              fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+    EXPECT_EQ(s.dirty, 0);
+    EXPECT_EQ(s.projectPath, link);
+    int entries = 0; // no temporary file is left beside the target
+    for (const auto& e : fs::directory_iterator(dir.path("real")))
+        entries += e.is_regular_file() ? 1 : 0;
+    EXPECT_EQ(entries, 1);
+
+    const std::string fresh = dir.path("real/new.fwt"); // not there yet
+    fs::create_symlink(fresh, dir.path("first.fwt"));
+    fs::create_symlink(dir.path("first.fwt"), dir.path("second.fwt"));
+    Named(dir.path("second.fwt"));
+    ASSERT_TRUE(MnuFsave(s));
+    EXPECT_TRUE(fs::is_symlink(fs::symlink_status(dir.path("first.fwt"))));
+    EXPECT_TRUE(fs::is_symlink(fs::symlink_status(dir.path("second.fwt"))));
+    EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(fresh)));
+
+    fs::create_symlink(dir.path("loop2.fwt"), dir.path("loop1.fwt"));
+    fs::create_symlink(dir.path("loop1.fwt"), dir.path("loop2.fwt"));
+    EXPECT_FALSE(WriteProjectFile(dir.path("loop1.fwt"), ProjectData{}, &ui));
+    EXPECT_EQ(ui.Messages(), V{"Unable to write file to disk!\n'" + dir.path("loop1.fwt") +
+                               "': Too many levels of symbolic links"});
+}
+
+TEST_F(Flows, AReadOnlyFileIsRefusedWithItsReason)
+{
+    const std::string path = dir.path("locked.fwt");
+    test::WriteText(path, "kept");
+    ::chmod(path.c_str(), 0444);
+    Named(path);
+    EXPECT_FALSE(MnuFsave(s));
+    EXPECT_EQ(ui.Messages(), V{"Unable to write file to disk!\n'" + path + "': Permission denied"});
+    EXPECT_EQ(ui.calls.back().style, MessageStyle::Critical);
+    EXPECT_EQ(s.dirty, 1);
+
+    // Through a link too; the link and its read-only target stay as they were.
+    fs::create_symlink(path, dir.path("via.fwt"));
+    ui.calls.clear();
+    EXPECT_FALSE(WriteProjectFile(dir.path("via.fwt"), ProjectData{}, &ui));
+    EXPECT_EQ(ui.Messages(), V{"Unable to write file to disk!\n'" + dir.path("via.fwt") + "': Permission denied"});
+    EXPECT_TRUE(fs::is_symlink(fs::symlink_status(dir.path("via.fwt"))));
+
+    ui.files = {dir.path("free.fwt")}; // save as another name works
+    EXPECT_TRUE(MnuFsaveas(s));
+    EXPECT_EQ(s.dirty, 0);
+    EXPECT_EQ(test::ReadText(path), "kept");
 }
 
 TEST_F(Flows, NewResetsAndRunsTheProjectSettings)
@@ -314,7 +424,6 @@ TEST_F(Flows, NewResetsAndRunsTheProjectSettings)
     s.showFlags.BackImagescale = 3;
     MnuFnew(s);
     EXPECT_EQ(Title(s), "Fieldwright - [Unsaved document]");
-    EXPECT_EQ(s.hasName, 0);
     EXPECT_EQ(s.dirty, 0);
     EXPECT_EQ(s.canUndo, 0);
     EXPECT_EQ(s.canPaste, 1);
@@ -329,7 +438,7 @@ TEST_F(Flows, NewResetsAndRunsTheProjectSettings)
     MnuFnew(s);
     EXPECT_EQ(s.project.Name, "New");
 
-    Edit();
+    Edit(s);
     ui.answers = {Answer::Cancel};
     MnuFnew(s);
     EXPECT_EQ(s.stores.ShapeCount(), 1);
@@ -337,27 +446,24 @@ TEST_F(Flows, NewResetsAndRunsTheProjectSettings)
 
 TEST_F(Flows, RecentMenu)
 {
-    EXPECT_EQ(RecentMenuLabel(s, 0), "&1 - Unavailable");
     EXPECT_EQ(RecentMenuLabel(s, 3), "&4 - Unavailable");
-    EXPECT_FALSE(RecentMenuEnabled(s, 0));
-    const std::string a = SampleFile("a.fwt");
-    const std::string b = SampleFile("b.fwt");
-    s.recent.addPath(a);
-    s.recent.addPath(b);
+    s.recent.addPath(SampleFile("a.fwt"));
+    s.recent.addPath(SampleFile("b.fwt"));
     EXPECT_EQ(RecentMenuLabel(s, 0), "&1 - b.fwt");
     EXPECT_EQ(RecentMenuLabel(s, 1), "&2 - a.fwt");
     EXPECT_EQ(RecentMenuLabel(s, 2), "&3 - Unavailable");
     EXPECT_TRUE(RecentMenuEnabled(s, 1));
+    EXPECT_FALSE(RecentMenuEnabled(s, 2));
     EXPECT_FALSE(MnuFrecent(s, 2));
     EXPECT_TRUE(MnuFrecent(s, 1));
-    EXPECT_EQ(s.projectPath, a);
+    EXPECT_EQ(s.projectPath, dir.path("a.fwt"));
     EXPECT_EQ(RecentMenuLabel(s, 0), "&1 - a.fwt");
     EXPECT_TRUE(ui.fileRequests.empty());
 }
 
 TEST_F(Flows, ExitNotesTheWindowAndWritesTheConfiguration)
 {
-    Edit();
+    Edit(s);
     ui.answers = {Answer::Cancel};
     EXPECT_FALSE(ExitFlow(s, kWindowNormal, 1000, 700, dir.path("Fieldwright.cfg")));
     EXPECT_EQ(s.stores.ShapeCount(), 1);
@@ -366,11 +472,9 @@ TEST_F(Flows, ExitNotesTheWindowAndWritesTheConfiguration)
     ui.answers = {Answer::No};
     EXPECT_TRUE(ExitFlow(s, kWindowMaximised, 1000, 700, dir.path("Fieldwright.cfg")));
     Session next;
-    next.programFolder = dir.folder();
-    StartSession(next, dir.path("Fieldwright.cfg"));
+    test::StartIn(next, ui, dir);
     EXPECT_EQ(next.config.WinStatus, 2);
-    EXPECT_EQ(next.config.WinWidth, 640);
-    EXPECT_EQ(next.config.WinHeight, 480);
+    EXPECT_EQ(next.config.WinWidth, 640); // a maximised window keeps its normal size
 
     ConfigRecord c;
     NoteWindowOnExit(c, kWindowMinimised, 300, 200);
@@ -400,7 +504,6 @@ TEST_F(Flows, SelectionSaveAndImport)
     EXPECT_NE(text.find("Version(\r\n 1\r\n)"), std::string::npos);
     ProjectData part;
     ASSERT_TRUE(ReadProjectFile(dir.path("part.fso"), part, nullptr));
-    EXPECT_EQ(part.project.Name, "");
     ASSERT_EQ(part.shapes.size(), 2u);
     EXPECT_EQ(part.shapes[0].gType, kWideLine); // the order of the selection
     EXPECT_EQ(part.shapes[1].gType, kPoly);
@@ -411,8 +514,7 @@ TEST_F(Flows, SelectionSaveAndImport)
     const Point target = ScreenToWorld(s.view, 10, 10);
     ui.files = {dir.path("part.fso")};
     ASSERT_TRUE(MnuFimportshape(s));
-    EXPECT_EQ(ui.fileRequests.back().filter,
-              "Fieldwright shapes/objects (*.fso)|*.fso|All files (*.*)|*.*");
+    EXPECT_EQ(ui.fileRequests.back().filter, "Fieldwright shapes/objects (*.fso)|*.fso|All files (*.*)|*.*");
     ASSERT_EQ(s.stores.ShapeCount(), 2);
     ASSERT_EQ(s.stores.ObjectCount(), 1);
     // The common box's upper left corner (-7000, -20) lands on the target.
@@ -427,24 +529,21 @@ TEST_F(Flows, SelectionSaveAndImport)
 
 TEST_F(Flows, ImportLeavesOutASecondFlattenPolygon)
 {
-    // A selection file of two flatten polygons and a polygon.
-    ProjectData part;
+    ProjectData part; // two flatten polygons and a polygon
     for (int type : {kFlatten, kPoly, kFlatten}) {
         ShapeRecord sh;
         ResetShape(sh, type);
-        sh.gType = static_cast<std::uint8_t>(type);
         part.shapes.push_back(sh);
         part.points.push_back({{0, 0}, {10 * type, 0}, {10 * type, 10}});
     }
     ASSERT_TRUE(WriteProjectFile(dir.path("two.fso"), part, nullptr));
     ASSERT_TRUE(ImportSelection(s, dir.path("two.fso")));
-    // The first flatten polygon goes in, the second of the file is left out with the tool's message.
     ASSERT_EQ(s.stores.ShapeCount(), 2);
     EXPECT_EQ(s.stores.ShapeStore[0].gType, kFlatten);
     EXPECT_EQ(s.stores.ShapeStore[1].gType, kPoly);
     EXPECT_EQ(s.stores.PointStore[1][1].X - s.stores.PointStore[1][0].X, 10 * kPoly);
-    EXPECT_EQ(ui.Messages(), std::vector<std::string>{"You already drew a flatten polygon...\n\nOnly one flatten "
-                                                      "polygon can be specified for every Fieldwright project."});
+    EXPECT_EQ(ui.Messages(), V{"You already drew a flatten polygon...\n\nOnly one flatten "
+                               "polygon can be specified for every Fieldwright project."});
     EXPECT_EQ(s.editor.selection.SelShapeCount(), 2);
 
     // Imported again, both flatten polygons would be a second one: the polygon alone goes in.
@@ -455,10 +554,9 @@ TEST_F(Flows, ImportLeavesOutASecondFlattenPolygon)
     EXPECT_EQ(s.editor.selection.SelShapes(), (std::vector<std::uint16_t>{2}));
 
     // A file of a flatten polygon alone adds nothing.
-    ProjectData alone;
-    alone.shapes.push_back(part.shapes[0]);
-    alone.points.push_back(part.points[0]);
-    ASSERT_TRUE(WriteProjectFile(dir.path("alone.fso"), alone, nullptr));
+    part.shapes.resize(1);
+    part.points.resize(1);
+    ASSERT_TRUE(WriteProjectFile(dir.path("alone.fso"), part, nullptr));
     s.dirty = 0;
     EXPECT_FALSE(ImportSelection(s, dir.path("alone.fso")));
     EXPECT_EQ(s.stores.ShapeCount(), 3);
@@ -468,7 +566,6 @@ TEST_F(Flows, ImportLeavesOutASecondFlattenPolygon)
 
 TEST_F(Flows, ImportRefusals)
 {
-    // No records in the file.
     EXPECT_FALSE(ImportSelection(s, test::Fixture("later_block_wins.fwt")));
     EXPECT_EQ(ui.Messages().back(), "There are no shapes/objects in the file!");
     EXPECT_FALSE(ImportSelection(s, dir.path("none.fso")));
@@ -478,10 +575,8 @@ TEST_F(Flows, ImportRefusals)
     ProjectData many;
     ShapeRecord sh;
     ResetShape(sh, kPoly);
-    for (int i = 0; i < 500; ++i) {
-        many.shapes.push_back(sh);
-        many.points.push_back({{i, i}});
-    }
+    many.shapes.assign(500, sh);
+    many.points.assign(500, {{1, 2}});
     ASSERT_TRUE(WriteProjectFile(dir.path("many.fso"), many, nullptr));
     for (int i = 0; i < 400; ++i)
         AppendShape(s.stores, sh, {{1, 1}});

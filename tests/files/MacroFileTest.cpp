@@ -19,11 +19,11 @@ TEST(MacroHeader, DescriptionPass)
     EXPECT_EQ(h.params[0], "Length (m)");
     EXPECT_EQ(h.params[1], " Width (m,cm)");
     EXPECT_EQ(h.params[2], "");
-    // Nine values: the last one is lost, four points remain.
+    // Nine values: the last one is lost, four points remain, the rest of the default stays.
     EXPECT_EQ(h.designLast, 3);
     EXPECT_EQ(h.designPoints[0], (Point{-10, 10}));
     EXPECT_EQ(h.designPoints[3], (Point{-10, -10}));
-    EXPECT_EQ(h.designPoints[4], (Point{-50, 50})); // the rest of the default stays
+    EXPECT_EQ(h.designPoints[4], (Point{-50, 50}));
     EXPECT_EQ(h.adjustable, 0);
     EXPECT_EQ(h.scale, 1.0); // defaults are not this pass's matter
 
@@ -51,12 +51,10 @@ TEST(MacroHeader, DefaultsPass)
     EXPECT_EQ(h.params[0], "40");
     EXPECT_EQ(h.params[1], "1"); // the empty entry disappears
     EXPECT_EQ(h.params[2], "");
-
     // The numbers are in the dialog's form: a point fails on a comma system.
     ASSERT_TRUE(ReadMacroDefaults(Macro("hangar.api"), ',', h));
     EXPECT_EQ(h.scale, -1.0);
     EXPECT_EQ(h.range, 1200);
-
     ASSERT_TRUE(ReadMacroDefaults(Macro("square.api"), '.', h));
     EXPECT_EQ(h.scale, -1.0);
     EXPECT_EQ(h.range, -1);
@@ -80,64 +78,47 @@ TEST(MacroHeader, UsePassLooksAtCodeOnly)
     EXPECT_EQ(h.params[0], "1"); // %6
     EXPECT_EQ(h.params[1], "0");
     EXPECT_EQ(h.params[9], "1"); // %20
-
     ASSERT_FALSE(ReadMacroUses(Macro("missing.api"), h));
     EXPECT_EQ(h.range, 0);
     EXPECT_EQ(h.params[0], "0");
 }
 
-ObjectRecord Api(const std::string& param6, const std::string& param7)
-{
-    ObjectRecord o;
-    ResetObject(o, kApi, "/opt/fw/");
-    o.Param6() = param6;
-    o.Param7() = param7;
-    return o;
-}
-
+// An adjustable square takes its size from parameter 6 (its half rounded half to even), a rectangle
+// its sides from 6 and 7; a parameter that is no size leaves the default outline of 12.
 TEST(MacroOutline, AdjustableMacrosTakeTheirSizeFromTheParameters)
 {
-    MacroHeader h;
-    ResetMacroHeader(h);
-    h.adjustable = 1;
-    for (const char* p : {"40", "41"}) {
-        ObjectRecord o = Api(p, "7");
+    struct Case {
+        int adjustable;
+        const char *p6, *p7;
+        int last;
+        int point;
+        Point at;
+    };
+    const Case cases[] = {{1, "40", "7", 3, 0, {-40, 40}}, {1, "41", "7", 3, 2, {40, -40}}, {1, "43", "", 3, 3, {44, 44}},
+                          {1, "0", "7", 12, 0, {}},         {1, "1", "7", 12, 0, {}},        {1, "abc", "7", 12, 0, {}},
+                          {1, "", "7", 12, 0, {}},          {1, "-2147483648", "7", 12, 0, {}},
+                          {2, "20", "60", 3, 0, {-60, 20}}, {2, "20", "60", 3, 1, {-60, -20}}, {2, "20", "x", 12, 0, {}},
+                          {0, "20", "20", 2, 0, {1, 2}}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(::testing::Message() << c.adjustable << " " << c.p6 << " " << c.p7);
+        MacroHeader h;
+        ResetMacroHeader(h);
+        h.adjustable = c.adjustable;
+        h.designLast = 2; // the macro's own outline, for one that isn't adjustable
+        h.designPoints[0] = {1, 2};
+        ObjectRecord o;
+        ResetObject(o, kApi, "/opt/fw/");
+        o.Param6() = c.p6;
+        o.Param7() = c.p7;
         SetOutlineFromHeader(o, h, '.');
-        EXPECT_EQ(o.DesignLast, 3);
-        EXPECT_EQ(o.DesignPoints[0], (Point{-40, 40}));
-        EXPECT_EQ(o.DesignPoints[2], (Point{40, -40}));
-    }
-    ObjectRecord big = Api("43", "");
-    SetOutlineFromHeader(big, h, '.');
-    EXPECT_EQ(big.DesignPoints[3], (Point{44, 44}));
-    for (const char* bad : {"0", "1", "abc", "", "-2147483648"}) {
-        ObjectRecord o = Api(bad, "7");
-        SetOutlineFromHeader(o, h, '.');
-        EXPECT_EQ(o.DesignLast, 12) << bad;
+        EXPECT_EQ(o.DesignLast, c.last);
+        if (c.last != 12) {
+            EXPECT_EQ(o.DesignPoints[c.point], c.at);
+        }
     }
 
-    h.adjustable = 2;
-    ObjectRecord r = Api("20", "60");
-    SetOutlineFromHeader(r, h, '.');
-    EXPECT_EQ(r.DesignLast, 3);
-    EXPECT_EQ(r.DesignPoints[0], (Point{-60, 20}));
-    EXPECT_EQ(r.DesignPoints[1], (Point{-60, -20}));
-    ObjectRecord half = Api("20", "x");
-    SetOutlineFromHeader(half, h, '.');
-    EXPECT_EQ(half.DesignLast, 12);
-
-    h.adjustable = 0;
-    h.designLast = 2;
-    h.designPoints[0] = {1, 2};
-    ObjectRecord plain = Api("20", "20");
-    SetOutlineFromHeader(plain, h, '.');
-    EXPECT_EQ(plain.DesignLast, 2);
-    EXPECT_EQ(plain.DesignPoints[0], (Point{1, 2}));
-}
-
-TEST(MacroOutline, RebuiltOnlyWhenTheMacroExists)
-{
-    ObjectRecord o = Api("40", "40");
+    ObjectRecord o; // rebuilt only when the macro exists
+    ResetObject(o, kApi, "/opt/fw/");
     o.Path() = Macro("missing.api");
     EXPECT_FALSE(RebuildOutline(o, '.'));
     EXPECT_EQ(o.DesignLast, 12);
@@ -149,20 +130,18 @@ TEST(MacroOutline, RebuiltOnlyWhenTheMacroExists)
 
 TEST(MacroPath, BuiltInMacrosAreReRooted)
 {
-    test::ScratchFolder dir;
+    test::ScratchFolder dir, bare;
     std::filesystem::create_directories(dir.path("Api"));
     ConfigRecord c;
     ResetConfig(c, dir.folder());
-    ObjectRecord o = Api("40", "40");
+    ObjectRecord o;
+    ResetObject(o, kApi, "/opt/fw/");
     o.Path() = "C:\\Program Files\\Old\\API\\FWT_B737.api";
     EXPECT_EQ(ReRootMacroPath(o, c, dir.folder()), 2);
     EXPECT_EQ(o.Path(), dir.folder() + "Api/fwt_b737.api");
-
     o.Path() = "/home/u/macros/hangar.api";
     EXPECT_EQ(ReRootMacroPath(o, c, dir.folder()), -1);
     EXPECT_EQ(o.Path(), "/home/u/macros/hangar.api");
-
-    test::ScratchFolder bare;
     o.Path() = "fwt_building2.api";
     EXPECT_EQ(ReRootMacroPath(o, c, bare.folder()), 1);
     EXPECT_EQ(o.Path(), bare.folder() + "API/fwt_building2.api");

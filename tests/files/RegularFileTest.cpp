@@ -1,6 +1,6 @@
-// Every reader opens only regular files and reads no more than its format can
-// hold. Pipes and devices are looked at in a child process with a deadline, so that a reader that
-// blocks or reads without end fails its test instead of holding the run.
+// Every reader opens only regular files and reads no more than its format can hold. Pipes and
+// devices are looked at in a child process with a deadline, so that a reader that blocks or reads
+// without end fails its test instead of holding the run.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -8,55 +8,42 @@
 #include <unistd.h>
 
 #include "FilesTestSupport.h"
-#include "core/Session.h"
 #include "files/ConfigFile.h"
 #include "files/MacroFile.h"
 #include "files/ProjectFile.h"
 #include "files/ProjectFlows.h"
 #include "files/RegularFile.h"
-#include "support/ScriptedUi.h"
 #include "support/Deadline.h"
+#include "support/ScriptedUi.h"
 
 namespace fw {
 namespace {
 
-using test::ChildOutcome;
-using test::RunWithDeadline;
-
-constexpr int kDeadline = 30;
+void ExpectPassedInTime(const std::function<bool()>& work)
+{
+    const test::ChildOutcome o = test::RunWithDeadline(30, work);
+    EXPECT_EQ(o, test::ChildOutcome::Passed) << test::OutcomeName(o);
+}
 
 class HostileFiles : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        fifo = dir.path("pipe");
         ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
-        folder = dir.path("folder");
         std::filesystem::create_directory(folder);
     }
-
-    // The paths no reader may read: a folder, devices that never end, a pipe nobody writes.
-    std::vector<std::string> Hostile() const { return {folder, "/dev/zero", "/dev/urandom", fifo}; }
-
     test::ScratchFolder dir;
-    std::string fifo;
-    std::string folder;
+    std::string fifo = dir.path("pipe"), folder = dir.path("folder");
 };
-
-void ExpectPassed(ChildOutcome o)
-{
-    EXPECT_EQ(o, ChildOutcome::Passed) << test::OutcomeName(o);
-}
 
 TEST_F(HostileFiles, OnlyRegularFilesOpenAndEachSaysWhy)
 {
-    const std::string plain = dir.path("plain.txt");
+    const std::string plain = dir.path("plain.txt"), link = dir.path("link.txt");
     test::WriteText(plain, "abc");
-    const std::string link = dir.path("link.txt");
     std::filesystem::create_symlink(plain, link);
-    ExpectPassed(RunWithDeadline(kDeadline, [&] {
+    ExpectPassedInTime([&] {
         RegularFile f;
-        std::string text;
+        std::string text, why;
         bool ok = f.Open(link) && f.size() == 3 && f.ReadAll(3, text) && text == "abc";
         ok = ok && !f.ReadAll(2, text) && text.empty() && f.reason() == "File too large (more than 2 bytes)";
         ok = ok && !f.Open(dir.path("missing")) && f.reason() == "No such file or directory" && !f.isOpen();
@@ -64,21 +51,16 @@ TEST_F(HostileFiles, OnlyRegularFilesOpenAndEachSaysWhy)
         ok = ok && !f.Open("/dev/zero") && f.reason() == "Not a regular file (a device)";
         ok = ok && !f.Open(fifo) && f.reason() == "Not a regular file (a named pipe)";
         ok = ok && !f.Open("") && f.reason() == "No such file or directory";
-        std::string why;
         ok = ok && !ReadRegularFile("/dev/urandom", 100, text, &why) && why == "Not a regular file (a device)";
-        ok = ok && ReadRegularFile(plain, 3, text, &why) && text == "abc";
-        return ok;
-    }));
-}
+        return ok && ReadRegularFile(plain, 3, text, &why) && text == "abc";
+    });
 
-TEST_F(HostileFiles, AFileLargerThanItsFormatIsRefusedUnread)
-{
     // A sparse file far larger than memory: refused from its size, not read.
     const std::string big = dir.path("big.fwt");
     test::WriteText(big, "Version(\r\n 1\r\n)\r\n");
     if (::truncate(big.c_str(), static_cast<off_t>(64ull << 30)) != 0)
         GTEST_SKIP() << "no sparse files here";
-    ExpectPassed(RunWithDeadline(kDeadline, [&] {
+    ExpectPassedInTime([&] {
         std::string text, why;
         ProjectData d;
         ScriptedUi ui;
@@ -86,15 +68,16 @@ TEST_F(HostileFiles, AFileLargerThanItsFormatIsRefusedUnread)
                why == "File too large (more than 67108864 bytes)" && !ReadProjectFile(big, d, &ui) &&
                ui.Messages() == std::vector<std::string>{"Unable to open file! Corrupted file header...\n'" + big +
                                                          "': File too large (more than 67108864 bytes)"};
-    }));
+    });
 }
 
-// The project reader fails as on a broken head, and open and import leave the session as it was.
-TEST_F(HostileFiles, TheProjectReaderFailsAndOpenAndImportLeaveTheSessionAsItWas)
+// The project reader fails as on a broken head and open and import leave the session as it was; a
+// macro reads as a missing one; the configuration takes the defaults and leaves the path alone.
+TEST_F(HostileFiles, EveryReaderRefusesWhatIsNoFile)
 {
-    for (const std::string& path : Hostile()) {
+    for (const std::string& path : {folder, std::string("/dev/zero"), std::string("/dev/urandom"), fifo}) {
         SCOPED_TRACE(path);
-        ExpectPassed(RunWithDeadline(kDeadline, [&] {
+        ExpectPassedInTime([&] {
             ProjectData d;
             d.project.Name = "untouched";
             ScriptedUi reader;
@@ -109,40 +92,21 @@ TEST_F(HostileFiles, TheProjectReaderFailsAndOpenAndImportLeaveTheSessionAsItWas
             s.programFolder = dir.folder();
             ResetAtStart(s);
             s.projectPath = dir.path("before.fwt");
-            s.hasName = 1;
-            s.dirty = 1;
-            const bool opened = LoadProject(s, path);
-            const bool imported = ImportSelection(s, path);
-            return !opened && !imported && s.projectPath == dir.path("before.fwt") && s.dirty == 1 &&
-                   ui.Messages().size() == 2;
-        }));
-    }
-}
+            s.hasName = s.dirty = 1;
+            if (LoadProject(s, path) || ImportSelection(s, path) || s.projectPath != dir.path("before.fwt") ||
+                s.dirty != 1 || ui.Messages().size() != 2)
+                return false;
 
-TEST_F(HostileFiles, AMacroThatIsNoFileReadsAsAMissingMacro)
-{
-    for (const std::string& path : Hostile()) {
-        SCOPED_TRACE(path);
-        ExpectPassed(RunWithDeadline(kDeadline, [&] {
             MacroHeader h;
             ObjectRecord o;
             ResetObject(o, kApi, "/opt/fw/");
             o.Path() = path;
             const auto outline = o.DesignPoints;
-            return !ReadMacroDescriptions(path, '.', h) && h.description == "[No description]" &&
-                   !ReadMacroDefaults(path, '.', h) && !ReadMacroUses(path, h) && !RebuildOutline(o, '.') &&
-                   o.DesignPoints == outline;
-        }));
-    }
-}
+            if (ReadMacroDescriptions(path, '.', h) || h.description != "[No description]" ||
+                ReadMacroDefaults(path, '.', h) || ReadMacroUses(path, h) || RebuildOutline(o, '.') ||
+                o.DesignPoints != outline)
+                return false;
 
-TEST_F(HostileFiles, TheConfigurationReaderTakesTheDefaultsAndLeavesThePathAlone)
-{
-    for (const std::string& path : Hostile()) {
-        SCOPED_TRACE(path);
-        ExpectPassed(RunWithDeadline(kDeadline, [&] {
-            Session s;
-            s.programFolder = dir.folder();
             s.config.WinWidth = 1;
             ReadConfigFile(s, path);
             ConfigRecord fresh;
@@ -150,7 +114,7 @@ TEST_F(HostileFiles, TheConfigurationReaderTakesTheDefaultsAndLeavesThePathAlone
             struct stat st {};
             return s.config.WinWidth == fresh.WinWidth && s.config.FWTPath == fresh.FWTPath &&
                    ::lstat(path.c_str(), &st) == 0 && !S_ISREG(st.st_mode);
-        }));
+        });
     }
 }
 
