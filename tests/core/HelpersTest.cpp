@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <unistd.h>
 
 #include "core/Helpers.h"
 #include "core/Numbers.h"
@@ -137,7 +138,8 @@ TEST(Paths, TakingPathsApart)
 
     // Folders and files spelled in another case, with the back slashes of a Windows project; with
     // nothing to find the path comes back with "/" separators only.
-    const std::filesystem::path root = std::filesystem::temp_directory_path() / "fw_pathcase";
+    const std::filesystem::path root =
+        std::filesystem::temp_directory_path() / ("fw_pathcase_" + std::to_string(getpid()));
     std::filesystem::remove_all(root);
     std::filesystem::create_directories(root / "Resource");
     std::filesystem::create_directories(root / "API");
