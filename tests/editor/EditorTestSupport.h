@@ -16,6 +16,11 @@
 
 namespace fw::test {
 
+using Ids = std::vector<std::uint16_t>;
+
+inline const std::string kOneFlatten = "You already drew a flatten polygon...\n\nOnly one flatten polygon can "
+                                       "be specified for every Fieldwright project.";
+
 struct EditorFixture {
     // An 800 by 600 canvas at 100 % with world (0,0) at pixel (400,300).
     explicit EditorFixture(double zoom = 1.0)
@@ -28,6 +33,7 @@ struct EditorFixture {
 
     Session& s() { return replay->session; }
     ReplayUi& ui() { return replay->ui; }
+    CSelection& Sel() { return s().editor.selection; }
 
     // Runs script lines; fails the test on a line that can't run.
     void Run(const std::vector<std::string>& lines)
@@ -57,18 +63,15 @@ struct EditorFixture {
 
     void SelectShape(int i)
     {
-        auto& sel = s().editor.selection;
         const auto& l = s().stores.ShapeStore[i].gLimits;
-        sel.addEntry(i, 0, l[0], l[1], l[2], l[3]);
+        Sel().addEntry(i, 0, l[0], l[1], l[2], l[3]);
     }
 
     void SelectObject(int i)
     {
         const auto& o = s().stores.ObjectStore[i];
-        s().editor.selection.addEntry(i, 1, o.PosX, o.PosX, o.PosY, o.PosY);
+        Sel().addEntry(i, 1, o.PosX, o.PosX, o.PosY, o.PosY);
     }
-
-    void Answer(const std::string& line) { Run({"answer " + line}); }
 
     std::vector<std::string> Kinds() const
     {
