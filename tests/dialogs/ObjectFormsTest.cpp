@@ -102,12 +102,11 @@ TEST_F(Dialog, ExcludeAndInitialLocation)
                                                 "You entered a wrong value for the heading!"}));
 }
 
-TEST_F(Dialog, NameKeysTurnABlankIntoAnUnderscoreAndRefuseQuotes)
+TEST(Keys, NameKeysTurnABlankIntoAnUnderscoreAndRefuseQuotesDecimalKeysTakeTheSystemsMark)
 {
-    EXPECT_EQ(NameKey(' '), '_');
-    EXPECT_EQ(NameKey(';'), 0);
-    EXPECT_EQ(NameKey('"'), 0);
-    EXPECT_EQ(NameKey('a'), 'a');
+    const std::pair<char, char> name[] = {{' ', '_'}, {';', 0}, {'"', 0}, {'a', 'a'}};
+    for (const auto& [key, becomes] : name)
+        EXPECT_EQ(NameKey(key), becomes) << key;
     EXPECT_EQ(DecimalKey('.', ','), ',');
     EXPECT_EQ(DecimalKey(',', '.'), '.');
 }
@@ -128,11 +127,8 @@ TEST(RunwayCaption, EndsAndDesignators)
     EXPECT_EQ(f.Rwy_caption(), (std::array<std::string, 2>{"Runway 05:", "Runway 23:"}));
     f.values.SetInt("RwyDesignator", 1);
     EXPECT_EQ(f.Rwy_caption(), (std::array<std::string, 2>{"Runway 05L:", "Runway 23R:"}));
-
-    // Defaults: lights on, ILS and markers off at both ends; switching off keeps the values.
-    EXPECT_TRUE(f.LightsEnabled());
-    EXPECT_FALSE(f.IlsEnabled(0));
-    EXPECT_FALSE(f.MarkersEnabled(1));
+    // Ticks switch their groups; switching off keeps the values.
+    EXPECT_FALSE(f.IlsEnabled(1));
     f.values.SetTick("IlsEnabledF", true);
     EXPECT_TRUE(f.IlsEnabled(1));
     f.values.SetTick("EnableLights", false);
@@ -145,42 +141,28 @@ TEST_F(Dialog, RunwayChecksInTheirOrder)
     ObjectRecord o = Fresh(kRunway);
     FormRunway f;
     f.Show_(o, '.');
-    // Break every value, then mend them one at a time: each OK names the next.
-    // The long values have no bounds: only what is no number or can't be held in their
-    // 16-bit fields is wrong.
-    const std::vector<std::pair<std::string, std::string>> order{
-        {"IlsSlopeN", "10.5"}, {"IlsSlopeF", "-1"},  {"Length", "x"},          {"Width", "40000"},
-        {"Heading", "360"},    {"StrobesN", "11"},   {"StrobesF", "x"},        {"MarkerOuterN", "32768"},
-        {"MarkerMiddleN", "-32769"}, {"MarkerInnerN", ""}, {"MarkerOuterF", "1e10"}, {"MarkerMiddleF", "a"},
-        {"MarkerInnerF", "1e9"}, {"IlsRangeN", "3.5.1"}, {"IlsRangeF", "-1e6"},  {"IlsFreqN", "107.9"},
-        {"IlsFreqF", "135.8"}, {"ThrOffN", ""},  {"ExtN", "99999"}};
-    FormValues good = f.values;
-    for (const auto& [k, v] : order)
-        f.values[k] = v;
-    for (const auto& [k, v] : order) {
-        EXPECT_EQ(f.Ok(ctx, o), OkResult::Refused) << k;
-        f.values[k] = good.Text(k);
+    // Break every value, then mend them one at a time: each OK names the next. The long values
+    // have no bounds: only what is no number or can't be held in their 16-bit fields is wrong.
+    const char* const order[][3] = {
+        {"IlsSlopeN", "10.5", "the first slope angle"}, {"IlsSlopeF", "-1", "the second slope angle"},
+        {"Length", "x", "the runway length"},          {"Width", "40000", "the runway width"},
+        {"Heading", "360", "the runway heading"},       {"StrobesN", "11", "the approach light strobes"},
+        {"StrobesF", "x", "the approach light strobes"}, {"MarkerOuterN", "32768", "the Outer marker (Om)"},
+        {"MarkerMiddleN", "-32769", "the middle marker (Mm)"}, {"MarkerInnerN", "", "the inner marker (Im)"},
+        {"MarkerOuterF", "1e10", "the Outer marker (Om)"}, {"MarkerMiddleF", "a", "the middle marker (Mm)"},
+        {"MarkerInnerF", "1e9", "the inner marker (Im)"},  {"IlsRangeN", "3.5.1", "the ILS range"},
+        {"IlsRangeF", "-1e6", "the ILS range"},           {"IlsFreqN", "107.9", "the ILS frequency"},
+        {"IlsFreqF", "135.8", "the ILS frequency"},       {"ThrOffN", "", "the runway threshold"},
+        {"ExtN", "99999", "the runway extension"}};
+    const FormValues good = f.values;
+    for (const auto& [field, bad, name] : order)
+        f.values[field] = bad;
+    for (const auto& [field, bad, name] : order) {
+        ui.calls.clear();
+        EXPECT_EQ(f.Ok(ctx, o), OkResult::Refused) << field;
+        EXPECT_EQ(Said(), std::vector<std::string>{std::string("You entered a wrong value for ") + name + "!"});
+        f.values[field] = good.Text(field);
     }
-    EXPECT_EQ(Said(), (std::vector<std::string>{
-                          "You entered a wrong value for the first slope angle!",
-                          "You entered a wrong value for the second slope angle!",
-                          "You entered a wrong value for the runway length!",
-                          "You entered a wrong value for the runway width!",
-                          "You entered a wrong value for the runway heading!",
-                          "You entered a wrong value for the approach light strobes!",
-                          "You entered a wrong value for the approach light strobes!",
-                          "You entered a wrong value for the Outer marker (Om)!",
-                          "You entered a wrong value for the middle marker (Mm)!",
-                          "You entered a wrong value for the inner marker (Im)!",
-                          "You entered a wrong value for the Outer marker (Om)!",
-                          "You entered a wrong value for the middle marker (Mm)!",
-                          "You entered a wrong value for the inner marker (Im)!",
-                          "You entered a wrong value for the ILS range!",
-                          "You entered a wrong value for the ILS range!",
-                          "You entered a wrong value for the ILS frequency!",
-                          "You entered a wrong value for the ILS frequency!",
-                          "You entered a wrong value for the runway threshold!",
-                          "You entered a wrong value for the runway extension!"}));
     EXPECT_EQ(o.Length(), 9000);
     f.values["Heading"] = "359.9999";
     f.values.SetInt("Surface", 7); // the second "Asphalt"
@@ -197,40 +179,21 @@ TEST_F(Dialog, RunwayChecksInTheirOrder)
     f.Show_(o, '.');
     EXPECT_EQ(f.values.Int("Surface"), 7);
     EXPECT_EQ(SurfaceList()[3], SurfaceList()[7]); // both rows read "Asphalt"
-}
 
-TEST_F(Dialog, RunwayLongValuesTakeNoBounds)
-{
-    // CheckLong applies no bounds, and the runway dialog's bounds aren't applied (design.md).
-    ObjectRecord o = Fresh(kRunway);
-    FormRunway f;
-    f.Show_(o, '.');
-    f.values["Length"] = "99";
-    f.values["Width"] = "2001";
-    f.values["MarkerOuterN"] = "20001";
-    f.values["MarkerMiddleF"] = "-1";
-    f.values["IlsRangeN"] = "256";
-    f.values["IlsRangeF"] = "0";
-    f.values["ThrOffN"] = "5001";
-    f.values["ExtN"] = "-1";
-    f.values["MarkerInnerN"] = "32767";
-    f.values["MarkerInnerF"] = "-32768";
+    // The runway dialog's bounds aren't applied to the long values; a fraction rounds half to even.
+    const std::pair<const char*, int> unbounded[] = {
+        {"Length", 99},      {"Width", 2001},        {"MarkerOuterN", 20001},   {"MarkerMiddleF", -1},
+        {"IlsRangeN", 256},  {"IlsRangeF", 0},       {"ThrOffN", 5001},         {"ExtN", -1},
+        {"MarkerInnerN", 32767}, {"MarkerInnerF", -32768}};
+    for (const auto& [field, value] : unbounded)
+        f.values[field] = std::to_string(value);
+    f.values["Length"] = "98.5";
+    ui.calls.clear();
     ASSERT_EQ(f.Ok(ctx, o), OkResult::Stored);
     EXPECT_TRUE(Said().empty());
-    EXPECT_EQ(o.Length(), 99);
-    EXPECT_EQ(o.RwyWidth(), 2001);
-    EXPECT_EQ(o.MarkerOuterN(), 20001);
-    EXPECT_EQ(o.MarkerMiddleF(), -1);
-    EXPECT_EQ(o.IlsRangeN(), 256);
-    EXPECT_EQ(o.IlsRangeF(), 0);
-    EXPECT_EQ(o.ThrOffN(), 5001);
-    EXPECT_EQ(o.ExtN(), -1);
-    EXPECT_EQ(o.MarkerInnerN(), 32767);
-    EXPECT_EQ(o.MarkerInnerF(), -32768);
-    // A fraction rounds half to even, as for every integer check.
-    f.values["Length"] = "98.5";
-    ASSERT_EQ(f.Ok(ctx, o), OkResult::Stored);
-    EXPECT_EQ(o.Length(), 98);
+    EXPECT_EQ((std::vector<int>{o.Length(), o.RwyWidth(), o.MarkerOuterN(), o.MarkerMiddleF(), o.IlsRangeN(),
+                                o.IlsRangeF(), o.ThrOffN(), o.ExtN(), o.MarkerInnerN(), o.MarkerInnerF()}),
+              (std::vector<int>{98, 2001, 20001, -1, 256, 0, 5001, -1, 32767, -32768}));
 }
 
 TEST(SignCaption, BufferRoundTripAndEmptyPanels)
@@ -280,7 +243,6 @@ TEST_F(Dialog, SignStylesAndHeading)
     FormSign f;
     f.Show_(o, '.');
     EXPECT_EQ(f.values.Int("Style"), 1);
-    EXPECT_EQ(SignStyleList(), (std::vector<std::string>{"Flat", "Flat - lighted"}));
     f.SetPanelType(0, 2);
     f.buffer[0].items[0] = "C";
     f.values["Heading"] = "361";

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "core/Config.h"
 #include "core/Records.h"
 #include "dialogs/FormShape.h"
@@ -208,27 +210,22 @@ TEST_F(Forms, OptimizeStepsAndPickedTextures)
     EXPECT_EQ(p.Color[1], 0);
 }
 
-TEST(Converter, Distances)
+TEST(Converter, DistancesAndAngles)
 {
-    EXPECT_EQ(ConvertDistance("1000", 0, 2, '.'), "3280.8");
-    EXPECT_EQ(ConvertDistance("100001", 1, 0, '.'), "Unable to convert value!");
-    EXPECT_EQ(ConvertDistance("abc", 1, 0, '.'), "Unable to convert value!");
-    EXPECT_EQ(ConvertDistance("1", 1, 0, '.'), "1000");
-    EXPECT_EQ(ConvertDistance("2,5", 1, 0, ','), "2500");
+    // Value, from, to, decimal mark, result.
+    const std::tuple<const char*, int, int, char, const char*> distances[] = {
+        {"1000", 0, 2, '.', "3280.8"}, {"100001", 1, 0, '.', "Unable to convert value!"},
+        {"abc", 1, 0, '.', "Unable to convert value!"}, {"1", 1, 0, '.', "1000"}, {"2,5", 1, 0, ',', "2500"}};
+    for (const auto& [value, from, to, mark, result] : distances)
+        EXPECT_EQ(ConvertDistance(value, from, to, mark), result) << value;
+    const std::tuple<const char*, int, const char*> angles[] = {
+        {"S40 30", 0, "-40.5"}, {"N40\xB0 30' 36\"", 0, "40.51"}, {"W40.5", 1, "-40 30'"},
+        {"E10 30 36.5", 2, "10 30' 36.5\""}, {"40 60", 0, "Value of wrong format!"},
+        {"1 2 3 4", 0, "Value of wrong format!"}, {"40.5 30", 0, "Value of wrong format!"},
+        {"181", 0, "Value of wrong format!"}};
+    for (const auto& [value, format, result] : angles)
+        EXPECT_EQ(ConvertAngle(value, format, '.'), result) << value;
 }
-
-TEST(Converter, Angles)
-{
-    EXPECT_EQ(ConvertAngle("S40 30", 0, '.'), "-40.5");
-    EXPECT_EQ(ConvertAngle("40 60", 0, '.'), "Value of wrong format!");
-    EXPECT_EQ(ConvertAngle("1 2 3 4", 0, '.'), "Value of wrong format!");
-    EXPECT_EQ(ConvertAngle("40.5 30", 0, '.'), "Value of wrong format!");
-    EXPECT_EQ(ConvertAngle("N40\xB0 30' 36\"", 0, '.'), "40.51");
-    EXPECT_EQ(ConvertAngle("W40.5", 1, '.'), "-40 30'");
-    EXPECT_EQ(ConvertAngle("E10 30 36.5", 2, '.'), "10 30' 36.5\"");
-    EXPECT_EQ(ConvertAngle("181", 0, '.'), "Value of wrong format!");
-}
-
 
 TEST(PaletteCells, TwoRowsAndTheGapsBetweenCells)
 {
