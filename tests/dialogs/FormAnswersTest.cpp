@@ -1,4 +1,7 @@
+// Scripted answers: the words reach the right form, field and button, and each ending is kept.
 #include <gtest/gtest.h>
+
+#include <tuple>
 
 #include "core/Config.h"
 #include "dialogs/FormAnswers.h"
@@ -20,91 +23,83 @@ struct Answers : ::testing::Test {
     {
         return AnswerObjectForm(words, o, config, "/prog/", ctx, problem);
     }
+    Result Shape(const std::vector<std::string>& words, ShapeRecord& s, bool isNew = false,
+                 const FormButtons& buttons = {})
+    {
+        static const PointList line{{0, 0}, {10, 0}};
+        return AnswerShapeForm(words, s, isNew ? &line : nullptr, isNew, ctx, problem, buttons);
+    }
     static ObjectRecord Fresh(int type)
     {
         ObjectRecord o;
         ResetObject(o, type, "/prog/");
         return o;
     }
+    static ShapeRecord FreshShape(int type)
+    {
+        ShapeRecord s;
+        s.gType = static_cast<std::uint8_t>(type);
+        ResetShape(s, type);
+        return s;
+    }
 };
 
-TEST_F(Answers, ObjectFieldsRunTheChecksAndARefusalKeepsTheRecord)
+TEST_F(Answers, ObjectFieldsRunTheChecksARefusalOrCancelKeepsTheRecord)
 {
     ObjectRecord o = Fresh(kNdb);
     EXPECT_EQ(Object({"FormOndb", "Text1=526.6", "ok"}, o), Result::Refused);
-    EXPECT_EQ(ui.Messages(), std::vector<std::string>{"You entered a wrong value for the frequency!"});
     EXPECT_EQ(o.Frequency(), 200.0);
     EXPECT_EQ(Object({"FormOndb", "Text1=526.5", "Text4=Home_NDB", "Check1=1", "ok"}, o), Result::Stored);
-    EXPECT_EQ(o.Frequency(), 526.5);
-    EXPECT_EQ(o.NavName(), "Home_NDB");
-    EXPECT_EQ(o.NdbVisible(), 1);
+    EXPECT_EQ((std::tuple{o.Frequency(), o.NavName(), o.NdbVisible()}), (std::tuple{526.5, "Home_NDB", 1}));
     EXPECT_EQ(Object({"FormOndb", "Text1=300", "cancel"}, o), Result::Cancelled);
     EXPECT_EQ(o.Frequency(), 526.5);
+    ObjectRecord sign = Fresh(kSign);
+    EXPECT_EQ(Object({"FormSign", "Caption=Direction_ArrowLeft_A", "Heading=45", "ok"}, sign), Result::Stored);
+    EXPECT_EQ(sign.Caption(), " Direction_ArrowLeft_A");
+    EXPECT_EQ(sign.Rotation, 45.0);
 }
 
-TEST_F(Answers, WrongFormsFieldsAndShapes)
+TEST_F(Answers, WrongFormsFieldsButtonsAndEndings)
 {
     ObjectRecord o = Fresh(kVor);
-    EXPECT_EQ(Object({"FormOndb", "ok"}, o), Result::Refused);
-    EXPECT_EQ(problem, "the dialog open is FormOvor, not FormOndb");
-    EXPECT_EQ(Object({"FormOvor", "Text9=1", "ok"}, o), Result::Refused);
-    EXPECT_EQ(problem, "FormOvor has no field Text9");
+    const std::pair<std::vector<std::string>, std::string> wrong[] = {
+        {{"FormOndb", "ok"}, "the dialog open is FormOvor, not FormOndb"},
+        {{"FormOvor", "Text9=1", "ok"}, "FormOvor has no field Text9"}};
+    for (const auto& [words, why] : wrong) {
+        EXPECT_EQ(Object(words, o), Result::Refused);
+        EXPECT_EQ(problem, why);
+    }
     EXPECT_EQ(Object({"FormOvor", "Text1"}, o), Result::Refused);
     ObjectRecord sign = Fresh(kSign);
     EXPECT_EQ(Object({"FormSign", "Type9=1", "Type1=", "ok"}, sign), Result::Refused);
     EXPECT_EQ(problem, "FormSign has no field Type9");
 
-    ShapeRecord s;
-    s.gType = kWideLine;
-    ResetShape(s, kWideLine);
-    const PointList pts{{0, 0}, {10, 0}};
-    EXPECT_EQ(AnswerShapeForm({"FormShape", "cancel"}, s, &pts, true, ctx, problem), Result::Refused);
-    EXPECT_EQ(AnswerShapeForm({"FormShape", "Value=12,5", "Range=900", "ok"}, s, &pts, true, ctx, problem),
-              Result::Refused); // a comma on a point system
-    EXPECT_EQ(AnswerShapeForm({"FormShape", "Value=12.5", "Range=900", "Effects=2", "ok"}, s, &pts, true, ctx, problem),
-              Result::Stored);
+    // A new shape closes only with OK, and a comma is no decimal mark on a point system.
+    ShapeRecord s = FreshShape(kWideLine);
+    EXPECT_EQ(Shape({"FormShape", "cancel"}, s, true), Result::Refused);
+    EXPECT_EQ(Shape({"FormShape", "Value=12,5", "Range=900", "ok"}, s, true), Result::Refused);
+    EXPECT_EQ(Shape({"FormShape", "Value=12.5", "Range=900", "Effects=2", "ok"}, s, true), Result::Stored);
+    EXPECT_EQ((std::tuple{s.gLineWidth, s.gLineType, s.vRange}), (std::tuple{12.5, 2, 900}));
+    // The window's close box is Cancel where the dialog allows it.
+    EXPECT_EQ(Shape({"FormShape", "Value=9", "close"}, s), Result::Cancelled);
     EXPECT_EQ(s.gLineWidth, 12.5);
-    EXPECT_EQ(s.gLineType, 2);
-    EXPECT_EQ(s.vRange, 900);
+
+    FormButtons buttons;
+    int shown = 0;
+    buttons.converter = [&] { ++shown; };
+    EXPECT_EQ(Shape({"FormShape", "Converter", "Value=3", "ok"}, s, false, buttons), Result::Stored);
+    EXPECT_EQ(shown, 1);
+    EXPECT_EQ(s.gLineWidth, 3.0);
+    EXPECT_EQ(Shape({"FormShape", "Settings", "ok"}, s, false, buttons), Result::Refused);
+    EXPECT_EQ(problem, "FormShape has no button Settings");
 }
 
-// The project settings' checks are the form's (ShapeAndSettingsTest); a new project's can't be cancelled.
-TEST_F(Answers, SignsAndNewProjectSettings)
+TEST_F(Answers, ProjectSettingsValuesCarryEscapedBytesAndButtonsArePressedInOrder)
 {
-    ObjectRecord o = Fresh(kSign);
-    EXPECT_EQ(Object({"FormSign", "Caption=Direction_ArrowLeft_A", "Heading=45", "ok"}, o), Result::Stored);
-    EXPECT_EQ(o.Caption(), " Direction_ArrowLeft_A");
-    EXPECT_EQ(o.Rotation, 45.0);
-
     ProjectRecord p;
     ResetProject(p);
     EXPECT_EQ(AnswerProjectForm({"FormSettings", "cancel"}, p, true, ctx, problem), Result::Refused);
     EXPECT_EQ(problem, "a new project's settings close only with OK");
-}
-
-TEST_F(Answers, TheShapeDialogsConverterButton)
-{
-    ShapeRecord t;
-    ResetShape(t, kWideLine);
-    FormButtons buttons;
-    int shown = 0;
-    buttons.converter = [&] { ++shown; };
-    EXPECT_EQ(AnswerShapeForm({"FormShape", "Converter", "Value=3", "ok"}, t, nullptr, false, ctx, problem, buttons),
-              Result::Stored);
-    EXPECT_EQ(shown, 1);
-    EXPECT_EQ(t.gLineWidth, 3.0);
-    EXPECT_EQ(AnswerShapeForm({"FormShape", "Settings", "ok"}, t, nullptr, false, ctx, problem, buttons),
-              Result::Refused);
-    EXPECT_EQ(problem, "FormShape has no button Settings");
-    // The window's close box is Cancel where the dialog allows it.
-    EXPECT_EQ(AnswerShapeForm({"FormShape", "Value=9", "close"}, t, nullptr, false, ctx, problem), Result::Cancelled);
-    EXPECT_EQ(t.gLineWidth, 3.0);
-}
-
-TEST_F(Answers, ValuesCarryEscapedBytesAndButtonsArePressedInOrder)
-{
-    ProjectRecord p;
-    ResetProject(p);
     // "%20" is a blank, "%25" a percent sign; a button the form doesn't have is refused.
     EXPECT_EQ(AnswerProjectForm({"FormSettings", "Text1=Big%20Field%2525", "ok"}, p, false, ctx, problem),
               Result::Stored);
@@ -114,14 +109,13 @@ TEST_F(Answers, ValuesCarryEscapedBytesAndButtonsArePressedInOrder)
 
     // "Settings" opens FormOptimize on the working copy; its OK is stored with the settings' OK.
     FormButtons buttons;
-    int optimized = 0;
+    int optimized = 0, converters = 0;
     buttons.optimize = [&](ProjectRecord& working) {
         ++optimized;
         std::string why;
         return AnswerOptimizeForm({"FormOptimize", "Text5=300", "Text1=grass.bmp", "ok"}, working, ctx, why) ==
                Result::Stored;
     };
-    int converters = 0;
     buttons.converter = [&] { ++converters; };
     EXPECT_EQ(AnswerProjectForm({"FormSettings", "Settings", "Converter", "cancel"}, p, false, ctx, problem, buttons),
               Result::Cancelled);
@@ -161,17 +155,17 @@ TEST_F(Answers, PreferencesWithTheirShapeAndFolderButtons)
 TEST_F(Answers, ConverterKeepsItsFieldsAndConvertsOnBothTabs)
 {
     std::map<std::string, std::string> fields;
-    EXPECT_EQ(AnswerConverterForm({"FormConverter", "Text3=1000", "OutputUnit=2", "dist", "close"}, fields, ctx,
-                                  problem),
-              Result::Cancelled);
+    const auto answer = [&](const std::vector<std::string>& words) {
+        return AnswerConverterForm(words, fields, ctx, problem);
+    };
+    EXPECT_EQ(answer({"FormConverter", "Text3=1000", "OutputUnit=2", "dist", "close"}), Result::Cancelled);
     EXPECT_EQ(fields["Text4"], "3280.8");
-    EXPECT_EQ(AnswerConverterForm({"FormConverter", "Text1=S40%2030", "lat", "close"}, fields, ctx, problem),
-              Result::Cancelled);
+    EXPECT_EQ(answer({"FormConverter", "Text1=S40%2030", "lat", "close"}), Result::Cancelled);
     EXPECT_EQ(fields["Text2"], "-40.5");
     EXPECT_EQ(fields["Text3"], "1000"); // the other tab keeps what was typed
-    EXPECT_EQ(AnswerConverterForm({"FormConverter", "Text4=1", "close"}, fields, ctx, problem), Result::Refused);
+    EXPECT_EQ(answer({"FormConverter", "Text4=1", "close"}), Result::Refused);
     EXPECT_EQ(problem, "the converter's result Text4 can't be typed into");
-    EXPECT_EQ(AnswerConverterForm({"FormConverter", "dist", "ok"}, fields, ctx, problem), Result::Refused);
+    EXPECT_EQ(answer({"FormConverter", "dist", "ok"}), Result::Refused);
     EXPECT_EQ(problem, "the converter has no OK or Cancel: its answer ends with close");
 }
 
@@ -182,22 +176,15 @@ TEST_F(Answers, OutOfRangeListPositionsAndTicksNeverLeaveTheRecordsBounds)
                       "LightIntensity=5", "ok"},
                      r),
               Result::Stored);
-    EXPECT_EQ(r.Surface(), kSurfaceAsphalt); // no row chosen: the surface stays
-    EXPECT_EQ(r.VasiBarsN(), 8);
-    EXPECT_EQ(r.RwyNumber(), 0);
-    EXPECT_EQ(r.RwyDesignator(), 3);
-    EXPECT_EQ(r.AprLF(), 0);
-
+    // No row chosen: the surface stays.
+    EXPECT_EQ((std::vector<int>{r.Surface(), r.VasiBarsN(), r.RwyNumber(), r.RwyDesignator(), r.AprLF()}),
+              (std::vector<int>{kSurfaceAsphalt, 8, 0, 3, 0}));
     ObjectRecord a = Fresh(kApi);
     EXPECT_EQ(Object({"FormOapi", "Combo1=99999", "Combo2=-4", "ok"}, a), Result::Stored);
     EXPECT_EQ(a.DetailLevel(), 0);
     EXPECT_EQ(Object({"FormOapi", "Combo1=-7", "ok"}, a), Result::Stored);
-
-    ShapeRecord t;
-    t.gType = kTexPoly;
-    ResetShape(t, kTexPoly);
-    EXPECT_EQ(AnswerShapeForm({"FormShape", "SliderColor=4000", "Layer=-1", "ok"}, t, nullptr, false, ctx, problem),
-              Result::Stored);
+    ShapeRecord t = FreshShape(kTexPoly);
+    EXPECT_EQ(Shape({"FormShape", "SliderColor=4000", "Layer=-1", "ok"}, t), Result::Stored);
     EXPECT_EQ(t.mSliderColor, 255);
     EXPECT_EQ(t.vLayer, 0);
 }
