@@ -4,7 +4,6 @@
 #include "EditorTestSupport.h"
 #include "editor/CanvasEvents.h"
 #include "editor/Commands.h"
-#include "files/ProjectFile.h"
 
 namespace fw::test {
 namespace {
@@ -26,8 +25,7 @@ TEST(Drawing, DoubleClickAddsTheLastPointAndOpensProperties)
     EXPECT_EQ(f.s().editor.EditState, 0);
     EXPECT_EQ(f.Sel().SelShapes(), Ids{0});
     EXPECT_EQ(f.Sel().getLimits(), (Limits{0, 100, 0, 100}));
-    EXPECT_EQ(f.s().dirty, 1);
-    EXPECT_EQ(f.s().canUndo, 1);
+    EXPECT_EQ(f.Marked(), (std::pair{1, 1}));
     EXPECT_TRUE(f.s().editor.toolEnabled[0]);
     EXPECT_EQ(f.ui().log.back().kind, "shapeProperties");
 
@@ -111,17 +109,10 @@ TEST(Loading, AProjectOfObjectsOpensInTheSelectState)
     // Two NDBs: after the load the first is selected in the select state, so that a click on the
     // other's handle selects it instead of panning.
     const TempFolder dir("objects_only");
-    ProjectData data;
-    ResetProject(data.project);
-    for (int x : {0, 100}) {
-        ObjectRecord o;
-        ResetObject(o, kNdb, FW_PROGRAM_DIR);
-        o.PosX = x;
-        data.objects.push_back(o);
-    }
-    ASSERT_TRUE(WriteProjectFile(dir / "objects.fwt", data, nullptr));
     EditorFixture f;
-    f.Run({"open " + (dir / "objects.fwt")});
+    f.AddObject(kNdb, 0, 0);
+    f.AddObject(kNdb, 100, 0);
+    f.Run({"save " + (dir / "objects.fwt"), "command MnuFnew", "open " + (dir / "objects.fwt")});
     EXPECT_EQ(f.Sel().SelObjects(), Ids{0});
     EXPECT_EQ(f.Sel().state(), 1);
     f.Run({"command MnuC2100", "down L " + Px(100, 0)}); // the load resets the view; Px is at 100 %
@@ -171,8 +162,7 @@ TEST(RubberBand, ShiftAloneStartsItAndReleasingShiftDropsIt)
 TEST(Dragging, SidewaysIsStoredButNotMarked)
 {
     EditorFixture f;
-    f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}});
-    f.SelectShape(0);
+    f.SelectShape(f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}}));
     // Each move goes from where the drag began, not from the last move.
     f.Run({"command MnuSdragshape", "down L " + Px(0, 0), "move " + Px(10, 0), "move " + Px(30, 0)});
     EXPECT_EQ(f.s().editor.EditState, 9);
@@ -182,21 +172,18 @@ TEST(Dragging, SidewaysIsStoredButNotMarked)
     EXPECT_EQ(f.Points(0)[0], (Point{30, 0}));
     EXPECT_EQ(f.s().stores.ShapeStore[0].gLimits, (Limits{30, 130, 0, 100}));
     EXPECT_EQ(f.Sel().getLimits(), (Limits{30, 130, 0, 100}));
-    EXPECT_EQ(f.s().dirty, 0);
-    EXPECT_EQ(f.s().canUndo, 0);
+    EXPECT_EQ(f.Marked(), (std::pair{0, 0}));
     EXPECT_EQ(f.s().editor.work.WorkShapeLast, -1);
     // A diagonal drag is marked.
     f.Run({"down M " + Px(30, 0), "move " + Px(40, 10), "up M " + Px(40, 10)});
     EXPECT_EQ(f.Points(0)[0], (Point{40, 10}));
-    EXPECT_EQ(f.s().dirty, 1);
-    EXPECT_EQ(f.s().canUndo, 1);
+    EXPECT_EQ(f.Marked(), (std::pair{1, 1}));
 }
 
 TEST(Dragging, PointsInEditMode)
 {
     EditorFixture f;
-    f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}, {0, 100}});
-    f.SelectShape(0);
+    f.SelectShape(f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}, {0, 100}}));
     f.Run({"command MnuSeditpoints", "down L " + Px(100, 100), "move " + Px(150, 160)});
     EXPECT_EQ(f.s().editor.EditState, 15);
     EXPECT_EQ(f.Sel().SelPoints(), Ids{2});
@@ -211,8 +198,7 @@ TEST(Dragging, PointsInEditMode)
 TEST(Keys, ZoomKeysOnlyInIdleButButtonsAlwaysAndEnterSelects)
 {
     EditorFixture f;
-    f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}});
-    f.SelectShape(0);
+    f.SelectShape(f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}}));
     f.Sel().setState(3);
     f.Run({"key 13"});
     EXPECT_EQ(f.Sel().state(), 1);
@@ -241,7 +227,7 @@ struct ImageFixture : EditorFixture {
     }
 };
 
-TEST(ImageFrame, ScaleByTheHandleThenMoveThenLeave)
+TEST(ImageFrame, ScaleByTheHandleThenMoveThenLeaveAndTheScalesFloor)
 {
     ImageFixture f;
     f.Run({"command MnuBedit"});
@@ -268,19 +254,17 @@ TEST(ImageFrame, ScaleByTheHandleThenMoveThenLeave)
     f.Run({"down L " + Px(300, 250)});
     EXPECT_EQ(f.s().editor.EditState, 0);
     EXPECT_EQ(f.s().bitmap.ImageFrameActive, 0);
-}
 
-TEST(ImageFrame, ScaleStopsAtOneHundredthAndToolsEndTheFrame)
-{
-    ImageFixture f;
-    f.Run({"command MnuBedit", "down L " + Px(190, 30), "move " + Px(-300, 30), "up L " + Px(-300, 30)});
+    // The scale stops at a hundredth; a tool ends the frame; without a path the command does nothing.
+    f.Run({"up L " + Px(300, 250), "command MnuBedit", "down L " + Px(205, 39), "move " + Px(-300, 39),
+           "up L " + Px(-300, 39)});
     EXPECT_EQ(f.s().showFlags.BackImagescale, 0.01);
     f.Run({"tool zoomIn"});
     EXPECT_EQ(f.s().bitmap.ImageFrameActive, 0);
     EXPECT_EQ(f.s().editor.EditState, 0);
     f.s().showFlags.BackImagePath.clear();
     f.Run({"command MnuBedit"});
-    EXPECT_EQ(f.s().editor.EditState, 0) << "without a path the command does nothing";
+    EXPECT_EQ(f.s().editor.EditState, 0);
 }
 
 // Edge cases played from scripts as a user would play them.

@@ -166,8 +166,7 @@ TEST(Paste, LandsAtTheViewsTopLeftWithItsWorldSize)
 TEST(Paste, ObjectsOnlyAndOverTheLimit)
 {
     EditorFixture f;
-    f.AddObject(kNdb, 0, 0);
-    f.SelectObject(0);
+    f.SelectObject(f.AddObject(kNdb, 0, 0));
     f.Run({"command MnuEcopy", "command MnuEpaste"});
     EXPECT_EQ(f.Sel().sizeShape(), -1);
     for (int i = 0; i < 798; ++i)
@@ -239,8 +238,7 @@ TEST(Rotate, NinetyAndBackAboutTheRoundedCentre)
 TEST(Rotate, DialogRefusesOutOfRangeAndZeroOrClosedDoNothing)
 {
     EditorFixture f;
-    f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}});
-    f.SelectShape(0);
+    f.SelectShape(f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}}));
     f.Run({"answer text 400", "answer text 12.3456", "command MnuEdrot"});
     ASSERT_EQ(f.Kinds(), (std::vector<std::string>{"form", "message", "form"}));
     EXPECT_EQ(f.ui().log[1].text, "You entered a wrong value for the rotation!");
@@ -248,16 +246,14 @@ TEST(Rotate, DialogRefusesOutOfRangeAndZeroOrClosedDoNothing)
     f.s().dirty = f.s().canUndo = 0;
     const PointList before = f.Points(0);
     f.Run({"answer text 0", "command MnuEdrot", "command MnuEdrot"});
-    EXPECT_EQ(f.s().dirty, 0);
-    EXPECT_EQ(f.s().canUndo, 0);
+    EXPECT_EQ(f.Marked(), (std::pair{0, 0}));
     EXPECT_EQ(f.Points(0), before);
 }
 
 TEST(Rotate, FreeRotateByDragShowsTheAngleAndTheTip)
 {
     EditorFixture f;
-    f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}, {0, 100}});
-    f.SelectShape(0);
+    f.SelectShape(f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}, {0, 100}}));
     f.Run({"command MnuErotate", "move " + Px(100, 50)});
     EXPECT_EQ(f.s().editor.EditState, 12);
     EXPECT_EQ(f.ui().pointer, Pointer::Custom108);
@@ -275,8 +271,7 @@ TEST(Rotate, FreeRotateByDragShowsTheAngleAndTheTip)
 TEST(Rescale, CornerPastTheOppositeCornerMirrorsAndAnEdgeKeepsTheOtherAxis)
 {
     EditorFixture f;
-    f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}});
-    f.SelectShape(0);
+    f.SelectShape(f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}}));
     f.Run({"command MnuErescale", "move " + Px(101, 102)});
     EXPECT_EQ(f.ui().pointer, Pointer::SizeNWSE);
     f.Run({"down L " + Px(100, 100), "move " + Px(-50, -50)});
@@ -299,8 +294,7 @@ TEST(Rescale, CornerPastTheOppositeCornerMirrorsAndAnEdgeKeepsTheOtherAxis)
 TEST(Rescale, DialogZeroIsHeldToTwoUnitsAndHundredDoesNothing)
 {
     EditorFixture f;
-    f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}});
-    f.SelectShape(0);
+    f.SelectShape(f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}}));
     // Maintain ratio uses the horizontal factor.
     f.Run({"answer text 200 50 ratio", "command MnuEdscale"});
     EXPECT_EQ(f.Points(0), (PointList{{-50, -50}, {150, -50}, {150, 150}}));
@@ -347,8 +341,7 @@ TEST(Convert, ReplacesRecordsWithoutUndoStep)
     EXPECT_EQ(f.s().stores.ShapeStore[0].gIsConcave, 0) << "the default's value, not recomputed";
     EXPECT_EQ(f.s().stores.ShapeStore[0].gComment, "[No comment]");
     EXPECT_EQ(f.s().stores.ShapeStore[0].gLimits, (Limits{0, 100, 0, 100}));
-    EXPECT_EQ(f.s().dirty, 1);
-    EXPECT_EQ(f.s().canUndo, 0);
+    EXPECT_EQ(f.Marked(), (std::pair{1, 0}));
     f.SelectShape(1);
     f.Run({"answer index 4", "command MnuSconvertshapeto"});
     EXPECT_EQ(f.s().stores.ShapeStore[0].gType, kForest);
@@ -391,8 +384,7 @@ TEST(Arrange, SelectionOrderWinsObjectsDontCountAndNothingIsMarked)
     EXPECT_EQ(f.Order(), "s1s3s2s0");
     f.Run({"command MnuSback"});
     EXPECT_EQ(f.Order(), "s2s0s1s3");
-    EXPECT_EQ(f.s().dirty, 0);
-    EXPECT_EQ(f.s().canUndo, 0);
+    EXPECT_EQ(f.Marked(), (std::pair{0, 0}));
 }
 
 TEST(Arrange, ModeButtons)

@@ -34,6 +34,8 @@ struct EditorFixture {
     Session& s() { return replay->session; }
     ReplayUi& ui() { return replay->ui; }
     CSelection& Sel() { return s().editor.selection; }
+    // Whether the project is marked changed, and whether there is an undo step.
+    std::pair<int, int> Marked() { return {s().dirty, s().canUndo}; }
 
     // Runs script lines; fails the test on a line that can't run.
     void Run(const std::vector<std::string>& lines)

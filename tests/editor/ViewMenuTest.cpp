@@ -121,15 +121,13 @@ TEST(View, WheelIsTheIdleCanvasOnlyAndChangesNothingElse)
     EXPECT_EQ(f.s().editor.EditState, 1);
     // Idle with a selection in drag mode: the selection, the stores and the undo stay as they were.
     EditorFixture h;
-    h.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}});
-    h.SelectShape(0);
+    h.SelectShape(h.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}}));
     h.Sel().setState(3);
     WheelZoom(h.s(), -1, 600, 200);
     EXPECT_EQ(h.s().view.zoom(), 0.5);
     EXPECT_EQ(h.Sel().state(), 3);
     EXPECT_EQ(h.Sel().SelShapes(), Ids{0});
-    EXPECT_EQ(h.s().dirty, 0);
-    EXPECT_EQ(h.s().canUndo, 0);
+    EXPECT_EQ(h.Marked(), (std::pair{0, 0}));
     EXPECT_EQ(h.Points(0)[1].X, 100);
 }
 
@@ -261,8 +259,8 @@ TEST(MenuState, NothingSelected)
 {
     EditorFixture f(0.25);
     MenuState m = ComputeMenuState(f.s());
-    for (const char* item : {"MnuEcopy", "MnuEdelete", "MnuEflipx", "MnuEflipy", "MnuErescale", "MnuErotate",
-                             "MnuEdrot", "MnuEdscale", "MnuEundo", "MnuEpaste", "MnuFexport", "MnuFrecent1", "MnuBedit"})
+    for (const char* item : {"MnuEcopy", "MnuEdelete", "MnuEflipx", "MnuEflipy", "MnuErescale", "MnuErotate", "MnuEdrot",
+                             "MnuEdscale", "MnuEundo", "MnuEpaste", "MnuFexport", "MnuFrecent1", "MnuBedit"})
         EXPECT_FALSE(Flag(m, item, &MenuItemState::enabled)) << item;
     ExpectFlags(m, {{"MnuFimportshape", true}});
     ExpectFlags(m, {{"MnuSselectshape", true}, {"MnuC225", true}, {"MnuC2100", false}, {"MnuBshowgrid", true}},
@@ -281,16 +279,14 @@ TEST(MenuState, NothingSelected)
 TEST(MenuState, OneObjectHasABoxOfNoSize)
 {
     EditorFixture f;
-    f.AddObject(kRunway, 10, 10);
-    f.SelectObject(0);
+    f.SelectObject(f.AddObject(kRunway, 10, 10));
     ExpectFlags(ComputeMenuState(f.s()),
                 {{"MnuEflipx", false}, {"MnuEflipy", false}, {"MnuErescale", false}, {"MnuErotate", false},
                  {"MnuEdrot", false}, {"MnuEdscale", false}, {"MnuEcopy", true}, {"MnuEdelete", true},
                  {"MnuSshapeproperties", true}, {"MnuSeditpoints", false}, {"MnuSconvertshapeto", false},
                  {"MnuBshowrunway", false}, {"MnuBshowpoly", true}, {"MnuFexport", true}});
     // A second object elsewhere gives the box a size.
-    f.AddObject(kVor, 10, 40);
-    f.SelectObject(1);
+    f.SelectObject(f.AddObject(kVor, 10, 40));
     ExpectFlags(ComputeMenuState(f.s()),
                 {{"MnuEflipx", true}, {"MnuBshownavigation", false}, {"MnuSshapeproperties", false}});
 }
@@ -313,8 +309,7 @@ TEST(MenuState, SelectedPolyLocksItsToggleAndFlattenHasNoProperties)
 TEST(MenuState, ArrangeModeWritesOnlyTheSelectionMenu)
 {
     EditorFixture f;
-    f.AddShape(kPoly, {{0, 0}, {10, 0}, {10, 10}});
-    f.SelectShape(0);
+    f.SelectShape(f.AddShape(kPoly, {{0, 0}, {10, 0}, {10, 10}}));
     f.s().config.MessageLayer = 0;
     f.Run({"tool mLayer"});
     const MenuState m = ComputeMenuState(f.s());
@@ -373,8 +368,7 @@ TEST(Commands, PropertiesByDoubleClickAndHelpWithoutItsFile)
     EXPECT_TRUE(f.ui().log.empty()) << "a flatten polygon has no properties";
     f.Run({"answer ok", "dblclick " + Px(100, 100)});
     ASSERT_EQ(f.Kinds(), std::vector<std::string>{"objectProperties"});
-    EXPECT_EQ(f.s().dirty, 1);
-    EXPECT_EQ(f.s().canUndo, 0) << "properties take no undo step";
+    EXPECT_EQ(f.Marked(), (std::pair{1, 0})) << "properties take no undo step";
     f.s().programFolder = "/nonexistent/";
     f.Run({"command MnuHhelp", "command MnuHhomepage"});
     ASSERT_EQ(f.ui().log.size(), 3u);
@@ -385,8 +379,7 @@ TEST(Commands, PropertiesByDoubleClickAndHelpWithoutItsFile)
 TEST(Commands, OpeningAMenuEndsAFreeEdit)
 {
     EditorFixture f;
-    f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}});
-    f.SelectShape(0);
+    f.SelectShape(f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}}));
     f.Run({"command MnuErotate"});
     EXPECT_EQ(f.s().editor.work.WorkShapeLast, 0);
     OpenTopMenu(f.s(), "MnuHelp");
