@@ -10,7 +10,8 @@
 namespace fw::test {
 namespace {
 
-void EditPoints(EditorFixture& f, int shape, std::vector<std::uint16_t> points)
+// Selects the points of a shape in edit points mode and runs the lines.
+void EditPoints(EditorFixture& f, int shape, std::vector<std::uint16_t> points, const std::vector<std::string>& lines)
 {
     f.Sel().reset();
     f.SelectShape(shape);
@@ -18,6 +19,7 @@ void EditPoints(EditorFixture& f, int shape, std::vector<std::uint16_t> points)
     f.Sel().resetPt();
     for (auto p : points)
         f.Sel().addPt(p);
+    f.Run(lines);
 }
 
 TEST(DeletePoints, MinimaTheTipAndAllPointsDeleteTheShape)
@@ -25,8 +27,7 @@ TEST(DeletePoints, MinimaTheTipAndAllPointsDeleteTheShape)
     EditorFixture f;
     const PointList square{{0, 0}, {100, 0}, {100, 100}, {0, 100}};
     f.AddShape(kPoly, square);
-    EditPoints(f, 0, {1, 2});
-    f.Run({"command MnuEdelete"});
+    EditPoints(f, 0, {1, 2}, {"command MnuEdelete"});
     EXPECT_EQ(f.Points(0), square) << "two would remain of a polygon";
     ASSERT_EQ(f.Kinds(), std::vector<std::string>{"tip"});
     EXPECT_EQ(f.ui().log[0].text, "You are trying to delete too many points...\n\nWhen deleting points, note "
@@ -37,8 +38,7 @@ TEST(DeletePoints, MinimaTheTipAndAllPointsDeleteTheShape)
     EXPECT_EQ(f.s().config.MessageDelete, 0);
     EXPECT_EQ(f.ui().log.size(), 2u);
 
-    EditPoints(f, 0, {2});
-    f.Run({"command MnuEdelete"});
+    EditPoints(f, 0, {2}, {"command MnuEdelete"});
     EXPECT_EQ(f.Points(0), (PointList{{0, 0}, {100, 0}, {0, 100}}));
     EXPECT_EQ(f.Sel().SelPoints(), Ids{1}) << "the point before";
     EXPECT_EQ(f.Sel().state(), 2);
@@ -47,12 +47,10 @@ TEST(DeletePoints, MinimaTheTipAndAllPointsDeleteTheShape)
 
     // A line keeps two; the first point deleted selects the new first.
     f.AddShape(kWideLine, {{0, 0}, {50, 0}, {100, 0}});
-    EditPoints(f, 1, {0});
-    f.Run({"command MnuEdelete"});
+    EditPoints(f, 1, {0}, {"command MnuEdelete"});
     EXPECT_EQ(f.Points(1), (PointList{{50, 0}, {100, 0}}));
     EXPECT_EQ(f.Sel().SelPoints(), Ids{0});
-    EditPoints(f, 0, {0, 1, 2});
-    f.Run({"command MnuEdelete"});
+    EditPoints(f, 0, {0, 1, 2}, {"command MnuEdelete"});
     EXPECT_EQ(f.s().stores.ShapeCount(), 1);
     EXPECT_EQ(f.ui().log.size(), 2u);
     EXPECT_EQ(f.Sel().SelShapes(), Ids{0});
@@ -81,30 +79,26 @@ TEST(InsertPoint, PolygonClosesLineExtendsAndTexPolyHasFour)
 {
     EditorFixture f;
     f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}});
-    EditPoints(f, 0, {2});
-    f.Run({"key 45"});
+    EditPoints(f, 0, {2}, {"key 45"});
     EXPECT_EQ(f.Points(0), (PointList{{0, 0}, {100, 0}, {100, 100}, {50, 50}}));
     EXPECT_EQ(f.Sel().SelPoints(), Ids{3});
     EXPECT_EQ(f.s().canUndo, 1);
 
     f.AddShape(kDotLine, {{0, 0}, {100, 0}});
-    EditPoints(f, 1, {1});
     f.s().view.setZoom(0.25); // 10 pixels are 40 units: the new point is 20 beyond the end
-    f.Run({"key 45"});
+    EditPoints(f, 1, {1}, {"key 45"});
     EXPECT_EQ(f.Points(1), (PointList{{0, 0}, {100, 0}, {120, 0}}));
     f.AddShape(kDotLine, {{7, 7}, {7, 7}});
-    EditPoints(f, 2, {1});
-    f.Run({"key 45"});
+    EditPoints(f, 2, {1}, {"key 45"});
     EXPECT_EQ(f.Points(2), (PointList{{7, 7}, {7, 7}, {7, 7}}));
 
     f.s().canUndo = 0;
     f.AddShape(kTexPoly, {{0, 0}, {100, 0}, {100, 100}, {0, 100}});
-    EditPoints(f, 3, {0});
-    f.Run({"key 45"});
+    EditPoints(f, 3, {0}, {"key 45"});
     EXPECT_EQ(f.Points(3).size(), 4u);
     EXPECT_EQ(f.s().canUndo, 0);
     // Outside edit points mode Insert only paints.
-    EditPoints(f, 0, {0});
+    EditPoints(f, 0, {0}, {});
     f.Sel().setState(1);
     f.Run({"key 45"});
     EXPECT_EQ(f.Points(0).size(), 4u);
@@ -116,13 +110,11 @@ TEST(Undo, TwiceBringsTheChangeBackAndRestoresPointsButNotTheClipboard)
     f.AddShape(kPoly, {{0, 0}, {100, 0}, {100, 100}, {0, 100}});
     Undo(f.s());
     EXPECT_EQ(f.s().stores.ShapeCount(), 1) << "nothing to undo";
-    EditPoints(f, 0, {1, 3});
-    f.Run({"down L " + Px(100, 0), "move " + Px(110, 10), "up L " + Px(110, 10)});
-    EXPECT_EQ(f.Points(0)[1], (Point{110, 10}));
-    EXPECT_EQ(f.Points(0)[3], (Point{10, 110}));
+    EditPoints(f, 0, {1, 3}, {"down L " + Px(100, 0), "move " + Px(110, 10), "up L " + Px(110, 10)});
+    EXPECT_EQ(f.Points(0), (PointList{{0, 0}, {110, 10}, {100, 100}, {10, 110}}));
     f.Sel().reset();
     f.Run({"command MnuEundo"});
-    EXPECT_EQ(f.Points(0)[1], (Point{100, 0}));
+    EXPECT_EQ(f.Points(0), (PointList{{0, 0}, {100, 0}, {100, 100}, {0, 100}}));
     EXPECT_EQ(f.Sel().state(), 2);
     EXPECT_EQ(f.Sel().SelPoints(), (Ids{1, 3}));
     EXPECT_EQ(f.Sel().getLimits(), (Limits{0, 100, 0, 100}));
