@@ -130,7 +130,6 @@ TEST(Placing, OkKeepsTheObjectCancelRemovesIt)
     f.Run({"answer ok", "down L " + Px(40, 50), "up L " + Px(40, 50)});
     ASSERT_EQ(f.s().stores.ObjectCount(), 2);
     EXPECT_EQ(f.s().stores.ObjectStore[1].PosX, 40);
-    EXPECT_EQ(f.s().stores.ObjectStore[1].Length(), 9000);
     EXPECT_EQ(f.Sel().state(), 3);
     EXPECT_EQ(f.s().canUndo, 1);
     f.Run({"tool exclude", "down L " + Px(-40, 50)}); // no answer: the dialog is closed

@@ -121,21 +121,17 @@ struct TempFolder {
 // (never beside the script), and keeps the session for the checks.
 struct Scenario {
     explicit Scenario(const std::string& script)
-        : dir(std::filesystem::temp_directory_path() /
-              ("fw_editor_scenario_" + std::to_string(::getpid()) + "_" + script)),
-          path((std::filesystem::path(FW_FIXTURES) / "editor" / script).string())
+        : scratch("editor_scenario_" + script), path((std::filesystem::path(FW_FIXTURES) / "editor" / script).string()),
+          replay(std::make_unique<ReplaySession>(FW_PROGRAM_DIR, std::string(FW_FIXTURES) + "/editor", dir.string()))
     {
-        std::filesystem::remove_all(dir);
-        std::filesystem::create_directories(dir);
-        replay = std::make_unique<ReplaySession>(FW_PROGRAM_DIR, std::string(FW_FIXTURES) + "/editor", dir.string());
         std::ostringstream err;
         code = replay->RunFile(path, err);
         errors = err.str();
     }
-    ~Scenario() { std::filesystem::remove_all(dir); }
     const Session& s() const { return replay->session; }
-    std::filesystem::path dir; // the output folder
-    std::string path;          // the script, in the fixtures
+    TempFolder scratch;
+    const std::filesystem::path& dir = scratch.path; // the output folder
+    std::string path;                                // the script, in the fixtures
     std::unique_ptr<ReplaySession> replay;
     int code = -1;
     std::string errors;
