@@ -16,6 +16,11 @@
 
 namespace fw::test {
 
+using Ids = std::vector<std::uint16_t>;
+
+inline const std::string kOneFlatten = "You already drew a flatten polygon...\n\nOnly one flatten polygon can "
+                                       "be specified for every Fieldwright project.";
+
 struct EditorFixture {
     // An 800 by 600 canvas at 100 % with world (0,0) at pixel (400,300).
     explicit EditorFixture(double zoom = 1.0)
@@ -28,6 +33,9 @@ struct EditorFixture {
 
     Session& s() { return replay->session; }
     ReplayUi& ui() { return replay->ui; }
+    CSelection& Sel() { return s().editor.selection; }
+    // Whether the project is marked changed, and whether there is an undo step.
+    std::pair<int, int> Marked() { return {s().dirty, s().canUndo}; }
 
     // Runs script lines; fails the test on a line that can't run.
     void Run(const std::vector<std::string>& lines)
@@ -57,18 +65,15 @@ struct EditorFixture {
 
     void SelectShape(int i)
     {
-        auto& sel = s().editor.selection;
         const auto& l = s().stores.ShapeStore[i].gLimits;
-        sel.addEntry(i, 0, l[0], l[1], l[2], l[3]);
+        Sel().addEntry(i, 0, l[0], l[1], l[2], l[3]);
     }
 
     void SelectObject(int i)
     {
         const auto& o = s().stores.ObjectStore[i];
-        s().editor.selection.addEntry(i, 1, o.PosX, o.PosX, o.PosY, o.PosY);
+        Sel().addEntry(i, 1, o.PosX, o.PosX, o.PosY, o.PosY);
     }
-
-    void Answer(const std::string& line) { Run({"answer " + line}); }
 
     std::vector<std::string> Kinds() const
     {
@@ -116,21 +121,17 @@ struct TempFolder {
 // (never beside the script), and keeps the session for the checks.
 struct Scenario {
     explicit Scenario(const std::string& script)
-        : dir(std::filesystem::temp_directory_path() /
-              ("fw_editor_scenario_" + std::to_string(::getpid()) + "_" + script)),
-          path((std::filesystem::path(FW_FIXTURES) / "editor" / script).string())
+        : scratch("editor_scenario_" + script), path((std::filesystem::path(FW_FIXTURES) / "editor" / script).string()),
+          replay(std::make_unique<ReplaySession>(FW_PROGRAM_DIR, std::string(FW_FIXTURES) + "/editor", dir.string()))
     {
-        std::filesystem::remove_all(dir);
-        std::filesystem::create_directories(dir);
-        replay = std::make_unique<ReplaySession>(FW_PROGRAM_DIR, std::string(FW_FIXTURES) + "/editor", dir.string());
         std::ostringstream err;
         code = replay->RunFile(path, err);
         errors = err.str();
     }
-    ~Scenario() { std::filesystem::remove_all(dir); }
     const Session& s() const { return replay->session; }
-    std::filesystem::path dir; // the output folder
-    std::string path;          // the script, in the fixtures
+    TempFolder scratch;
+    const std::filesystem::path& dir = scratch.path; // the output folder
+    std::string path;                                // the script, in the fixtures
     std::unique_ptr<ReplaySession> replay;
     int code = -1;
     std::string errors;
