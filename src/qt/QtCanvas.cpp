@@ -7,15 +7,15 @@
 namespace fw::qt {
 
 QtCanvas::QtCanvas(int width, int height)
-    : image_(std::max(width, 1), std::max(height, 1), QImage::Format_RGB32)
+    : image_(std::make_unique<QImage>(std::max(width, 1), std::max(height, 1), QImage::Format_RGB32))
 {
-    width_ = image_.width();
-    height_ = image_.height();
-    image_.fill(Qt::white);
+    width_ = image_->width();
+    height_ = image_->height();
+    image_->fill(Qt::white);
     // The painter and the direct pixel writes of lines and fills share this one buffer.
-    bits_ = reinterpret_cast<QRgb*>(image_.bits());
-    stride_ = static_cast<std::size_t>(image_.bytesPerLine()) / sizeof(QRgb);
-    painter_ = std::make_unique<QPainter>(&image_);
+    bits_ = reinterpret_cast<QRgb*>(image_->bits());
+    stride_ = static_cast<std::size_t>(image_->bytesPerLine()) / sizeof(QRgb);
+    painter_ = std::make_unique<QPainter>(image_.get());
     painter_->setRenderHint(QPainter::Antialiasing, false);
     painter_->setRenderHint(QPainter::SmoothPixmapTransform, false);
     painter_->setBrushOrigin(0, 0);
@@ -23,25 +23,33 @@ QtCanvas::QtCanvas(int width, int height)
     tilesX_ = (width_ + tile - 1) >> kTileShift;
     tilesY_ = (height_ + tile - 1) >> kTileShift;
     tiles_.assign(static_cast<std::size_t>(tilesX_) * tilesY_, 0);
-    id_ = static_cast<std::uint64_t>(image_.cacheKey());
+    id_ = static_cast<std::uint64_t>(image_->cacheKey());
 }
 
 QtCanvas::~QtCanvas()
 {
+    if (mirrorOf_ != nullptr)
+        mirrorOf_->mirror_ = nullptr;
+    if (mirror_ != nullptr)
+        mirror_->TakeMirroredPicture();
     if (painter_)
         painter_->end();
 }
 
 std::uint32_t QtCanvas::Pixel(int x, int y) const
 {
+    if (mirrorOf_ != nullptr)
+        return mirrorOf_->Pixel(x, y);
     SetWaitingRuns();
     if (x < 0 || y < 0 || x >= width_ || y >= height_)
         return 0;
-    return image_.pixel(x, y) & 0xFFFFFF;
+    return image_->pixel(x, y) & 0xFFFFFF;
 }
 
 QRegion QtCanvas::TakeChanged()
 {
+    if (mirrorOf_ != nullptr)
+        TakeMirroredPicture();
     SetWaitingRuns();
     QRegion changed;
     const int tile = 1 << kTileShift;
@@ -57,7 +65,7 @@ QRegion QtCanvas::TakeChanged()
             const int first = tx;
             while (tx + 1 < tilesX_ && isChanged(tx + 1))
                 ++tx;
-            changed += QRect(first * tile, ty * tile, (tx + 1 - first) * tile, tile) & image_.rect();
+            changed += QRect(first * tile, ty * tile, (tx + 1 - first) * tile, tile) & image_->rect();
             ++tx;
         }
     takenEpoch_ = epoch_++;
@@ -76,12 +84,14 @@ void QtCanvas::SetMode(QPainter::CompositionMode mode) const
 // settles the half-way pixels of a slope its own way, and its fills sample edges differently.
 GdiCanvas::Rows QtCanvas::Surface(const PixelBox& touched)
 {
+    Settle();
     Touch(touched);
     return {bits_, stride_, width_, height_, 0xFF000000u};
 }
 
 GdiCanvas::Rows QtCanvas::LineSurface(int x0, int y0, int x1, int y1)
 {
+    Settle();
     const PixelBox box{std::min(x0, x1), std::min(y0, y1), std::max<std::int64_t>(x0, x1) + 1,
                        std::max<std::int64_t>(y0, y1) + 1};
     const Rows rows{bits_, stride_, width_, height_, 0xFF000000u};
@@ -150,6 +160,7 @@ void QtCanvas::BlitPixels(int x, int y, int width, int height, const std::vector
 {
     if (width <= 0 || height <= 0 || pixels.size() < static_cast<std::size_t>(width) * height)
         return;
+    Settle();
     SetWaitingRuns();
     Touch({x, y, static_cast<std::int64_t>(x) + width - 1, static_cast<std::int64_t>(y) + height - 1});
     SetMode(QPainter::CompositionMode_Source);
@@ -162,11 +173,17 @@ void QtCanvas::FillWhite(int x, int y, int width, int height)
     int tx0 = 0, ty0 = 0, tx1 = 0, ty1 = 0;
     if (width <= 0 || height <= 0 || !TilesOf(box, tx0, ty0, tx1, ty1))
         return;
-    SetWaitingRuns();
     const int left = std::max(x, 0);
     const int top = std::max(y, 0);
     const auto right = static_cast<int>(std::min<std::int64_t>(box.right, width_ - 1));
     const auto bottom = static_cast<int>(std::min<std::int64_t>(box.bottom, height_ - 1));
+    const bool whole = left == 0 && top == 0 && right == width_ - 1 && bottom == height_ - 1;
+    if (whole)
+        Forget();
+    else
+        Settle();
+    wholeRepaint_ = wholeRepaint_ || whole;
+    SetWaitingRuns();
     for (int ty = ty0; ty <= ty1; ++ty) {
         const int y0 = std::max(top, ty << kTileShift);
         const int y1 = std::min(bottom, ((ty + 1) << kTileShift) - 1);
@@ -201,15 +218,27 @@ void QtCanvas::FillWhite(int x, int y, int width, int height)
 
 void QtCanvas::CopyFrom(const Canvas& source)
 {
-    const auto* src = dynamic_cast<const QtCanvas*>(&source);
-    if (src == nullptr || src == this)
+    const auto* from = dynamic_cast<const QtCanvas*>(&source);
+    if (from == nullptr || from == this)
         return;
+    // Reading a canvas changes its buffers at most, never its picture.
+    auto* src = const_cast<QtCanvas*>(from);
+    // One stands for the other: the pictures are the same already.
+    if (src->mirrorOf_ == this || mirrorOf_ == src)
+        return;
+    if (src->mirrorOf_ != nullptr)
+        src->TakeMirroredPicture();
+    if (src->wholeRepaint_ && src->image_->size() == image_->size()) {
+        Exchange(*src);
+        return;
+    }
+    Settle();
     SetWaitingRuns();
     src->SetWaitingRuns();
-    if (src->image_.size() != image_.size()) {
+    if (src->image_->size() != image_->size()) {
         Touch({0, 0, Width() - 1, Height() - 1});
         SetMode(QPainter::CompositionMode_Source);
-        painter_->drawImage(QPoint(0, 0), src->image_);
+        painter_->drawImage(QPoint(0, 0), *src->image_);
         copied_ = false;
         return;
     }
@@ -252,12 +281,76 @@ void QtCanvas::StretchPixels(int x, int y, int width, int height, const std::vec
     if (width <= 0 || height <= 0 || srcWidth <= 0 || srcHeight <= 0 ||
         pixels.size() < static_cast<std::size_t>(srcWidth) * srcHeight)
         return;
-    if (!QRect(x, y, width, height).intersects(image_.rect()))
+    if (!QRect(x, y, width, height).intersects(image_->rect()))
         return;
+    Settle();
     SetWaitingRuns();
     Touch({x, y, static_cast<std::int64_t>(x) + width - 1, static_cast<std::int64_t>(y) + height - 1});
     SetMode(QPainter::CompositionMode_Source);
     painter_->drawImage(QRect(x, y, width, height), Wrap(srcWidth, srcHeight, pixels));
+}
+
+void QtCanvas::SettleNow()
+{
+    if (mirrorOf_ != nullptr)
+        TakeMirroredPicture();
+    if (mirror_ != nullptr)
+        mirror_->TakeMirroredPicture();
+}
+
+void QtCanvas::Forget()
+{
+    if (mirrorOf_ != nullptr) {
+        mirrorOf_->mirror_ = nullptr;
+        mirrorOf_ = nullptr;
+    }
+    if (mirror_ != nullptr)
+        mirror_->TakeMirroredPicture();
+}
+
+void QtCanvas::TakeMirroredPicture()
+{
+    QtCanvas& x = *mirrorOf_;
+    mirrorOf_ = nullptr;
+    x.mirror_ = nullptr;
+    x.SetWaitingRuns();
+    CopyRows(x, 0, 0, width_ - 1, height_ - 1);
+    for (std::size_t i = 0; i < tiles_.size(); ++i)
+        tiles_[i] = (epoch_ << 1) | (x.tiles_[i] & 1);
+    // The two hold the same picture: each is the other's last copy.
+    copied_ = true;
+    sourceId_ = x.id_;
+    sourceEpoch_ = x.epoch_;
+    copiedEpoch_ = epoch_;
+    x.copied_ = true;
+    x.sourceId_ = id_;
+    x.sourceEpoch_ = epoch_++;
+    x.copiedEpoch_ = x.epoch_++;
+}
+
+void QtCanvas::Exchange(QtCanvas& source)
+{
+    Forget();
+    if (source.mirror_ != nullptr)
+        source.mirror_->TakeMirroredPicture();
+    SetWaitingRuns();
+    source.SetWaitingRuns();
+    std::swap(image_, source.image_);
+    std::swap(painter_, source.painter_);
+    std::swap(mode_, source.mode_);
+    std::swap(bits_, source.bits_);
+    std::swap(stride_, source.stride_);
+    std::swap(tiles_, source.tiles_);
+    // Every tile is new here; the ink marks travel with the buffers.
+    for (std::uint64_t& t : tiles_)
+        t = (epoch_ << 1) | (t & 1);
+    for (std::uint64_t& t : source.tiles_)
+        t = (source.epoch_ << 1) | (t & 1);
+    copied_ = false;
+    source.copied_ = false;
+    source.wholeRepaint_ = false;
+    source.mirrorOf_ = this;
+    mirror_ = &source;
 }
 
 } // namespace fw::qt

@@ -7,7 +7,9 @@
 // The surface is kept in tiles of 16 by 16 pixels that know when they were last written and
 // whether they may hold anything but white: a white fill of the whole surface clears only the
 // tiles with ink, and a copy from the canvas copied last time copies only the tiles either side
-// has written since. The picture is the same as with whole fills and copies.
+// has written since. A whole frame, painted from white, is handed over by exchanging buffers; the
+// canvas it came from then stands for the same picture and copies it only when one of the two is
+// written. The picture is the same as with whole fills and copies.
 #pragma once
 
 #include <QImage>
@@ -41,13 +43,16 @@ public:
     // The picture so far (RGB32); valid while the canvas lives.
     const QImage& Image() const
     {
+        if (mirrorOf_ != nullptr)
+            return mirrorOf_->Image();
         SetWaitingRuns();
-        return image_;
+        return *image_;
     }
     // The pixels for a whole frame written from outside (the OpenGL view's read-back): the first
     // row's first pixel, and the values from one row to the next in stride.
     std::uint32_t* FrameBits(int& stride)
     {
+        Settle();
         SetWaitingRuns();
         Touch({0, 0, Width() - 1, Height() - 1});
         stride = static_cast<int>(stride_);
@@ -62,6 +67,19 @@ private:
     static constexpr int kTileShift = 4;
 
     void SetMode(QPainter::CompositionMode mode) const;
+    // Before a write: this canvas's picture made its own, and the one standing for it given it.
+    void Settle()
+    {
+        if (mirrorOf_ != nullptr || mirror_ != nullptr)
+            SettleNow();
+    }
+    void SettleNow();
+    // Before the whole surface is overwritten: only the one standing for it needs the picture.
+    void Forget();
+    // The picture of the canvas this one stands for, copied in whole.
+    void TakeMirroredPicture();
+    // The source's whole frame becomes this canvas's buffer; the source stands for it.
+    void Exchange(QtCanvas& source);
     Rows Surface(const PixelBox& touched) override;
     // A slanted line marks, band by band of tiles, only the tiles near it.
     Rows LineSurface(int x0, int y0, int x1, int y1) override;
@@ -102,7 +120,7 @@ private:
     void FillRows(int x0, int y0, int x1, int y1, std::uint32_t value);
     void CopyRows(const QtCanvas& source, int x0, int y0, int x1, int y1);
 
-    QImage image_;
+    std::unique_ptr<QImage> image_; // the painter below is bound to it: the two move together
     QRgb* bits_ = nullptr;
     std::size_t stride_ = 0;
     std::unique_ptr<QPainter> painter_;
@@ -125,6 +143,9 @@ private:
     std::uint64_t sourceEpoch_ = 0;
     std::uint64_t copiedEpoch_ = 0;
     std::uint64_t takenEpoch_ = 0; // the epoch of the last TakeChanged
+    QtCanvas* mirrorOf_ = nullptr;  // the canvas whose picture this one stands for, until either is written
+    QtCanvas* mirror_ = nullptr;    // the canvas that stands for this one's picture
+    bool wholeRepaint_ = false;     // painted from a white whole surface since last handed over
 };
 
 } // namespace fw::qt
