@@ -2,6 +2,7 @@
 // so the two paint the same frame pixel for pixel.
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <random>
 
 #include "qt/QtCanvas.h"
@@ -333,6 +334,33 @@ TEST(QtCanvasTiles, TheDragOverlayEqualsAFullRepaintAsTheGhostMoves)
     s.editor.work = WorkingCopy{};
     s.editor.EditState = 0;
     frame("the frame after the drag");
+}
+
+TEST(QtCanvasTiles, AHandedOverFrameOutlivesEitherCanvas)
+{
+    // A whole frame moves to the window by exchanging buffers; whichever canvas goes first, the
+    // other still holds the picture.
+    auto paint = [](QtCanvas& back, int y) {
+        back.FillWhite(0, 0, 40, 30);
+        back.MoveToEx(2, y);
+        back.LineTo(30, y);
+    };
+    auto back = std::make_unique<QtCanvas>(40, 30);
+    {
+        QtCanvas window(40, 30);
+        paint(*back, 5);
+        window.CopyFrom(*back);
+        EXPECT_EQ(Row(window, 5, 1, 3), ".##");
+    }
+    EXPECT_EQ(Row(*back, 5, 1, 3), ".##");
+    QtCanvas window(40, 30);
+    paint(*back, 9);
+    window.CopyFrom(*back);
+    back.reset();
+    EXPECT_EQ(Row(window, 9, 1, 3), ".##");
+    window.MoveToEx(0, 20);
+    window.LineTo(2, 20);
+    EXPECT_EQ(Row(window, 20, 0, 2), "##.");
 }
 
 } // namespace
