@@ -367,14 +367,31 @@ public:
     }
 
     // The line of a text that starts at p, ended by LF (a CR before it dropped) or by the text's
-    // end. Returns where the next line starts.
-    const char* text(const char* p, const char* end, int number)
+    // end. Returns where the next line starts; number is the line's, and the last line's of the
+    // rows passed over with it.
+    const char* text(const char* p, const char* end, int& number)
     {
         if (!lines_.empty() && kind_ == Kind::Macro) {
             const char* lf = FindLineFeed(p, end);
             macroLine(Line(p, lf, end), number);
             return lf < end ? lf + 1 : end;
         }
+        if (lines_.empty()) {
+            statementProblems_ = problems.size();
+            rows_ = {};
+        } else if (lines_.size() == 1 && kind_ == Kind::TexPoly) {
+            if (const char* next = repeatedRows(p, end, number))
+                return next;
+            rows_ = {p, number, depth_};
+        }
+        const char* const next = codeLine(p, end, number);
+        if (rows_.begin && lines_.empty())
+            seenRows(next, number);
+        return next;
+    }
+
+    const char* codeLine(const char* p, const char* end, int number)
+    {
         bool comma = false;
         const char* const stop = scanCode<true>(p, end, number, comma);
         if (stop == end || *stop == '\n') {
@@ -406,6 +423,20 @@ public:
 private:
     std::vector<Scope> scopes_;
     int depth_ = 0;
+    // Of the statement being read: the problems before it, and where a textured polygon's rows start.
+    std::size_t statementProblems_ = 0;
+    struct RowsStart {
+        const char* begin = nullptr;
+        int line = 0;
+        int depth = 0; // after the head
+    } rows_;
+    // The rows of the last textured polygon read without a problem, to the end of its last line.
+    struct SeenRows {
+        std::string_view bytes;
+        int lines = 0;
+        int depth = 0;
+        long points = 0;
+    } seen_;
     // The statement being read: its name, what the name makes of it, and its lines so far.
     std::string_view name_;
     Kind kind_ = Kind::Unknown;
@@ -470,6 +501,35 @@ private:
             if (kByteClass[static_cast<unsigned char>(*p)] != kPlain && at(p))
                 return p;
         return p;
+    }
+
+    // The export writes each face of a tree wall twice, once for either side: the same rows under
+    // another head. The rows of a textured polygon read without a problem are kept, and rows of the
+    // same bytes read from the same bracket depth against as many points find nothing either, and
+    // close the polygon where those did: they are passed over. Null when that is not so.
+    const char* repeatedRows(const char* p, const char* end, int& number)
+    {
+        const std::string_view seen = seen_.bytes;
+        if (seen.empty() || depth_ != seen_.depth || scopes_.back().points != seen_.points ||
+            static_cast<std::size_t>(end - p) < seen.size() || std::memcmp(p, seen.data(), seen.size()) != 0)
+            return nullptr;
+        // What the statement reads of its head.
+        checkComma(lines_.front(), false);
+        lines_.clear();
+        depth_ = 0;
+        number += seen_.lines - 1;
+        return p + seen.size();
+    }
+
+    // A textured polygon closed on the line that ends at next.
+    void seenRows(const char* next, int number)
+    {
+        if (problems.size() == statementProblems_)
+            seen_ = {std::string_view(rows_.begin, static_cast<std::size_t>(next - rows_.begin)),
+                     number - rows_.line + 1, rows_.depth, scopes_.back().points};
+        else
+            seen_ = {};
+        rows_ = {};
     }
 
     // A line of a macro, which may be a user parameter that the brackets don't read. False when no

@@ -90,6 +90,23 @@ TEST(ScasmChecker, ACutUserParameterIsTheUsersText)
               "line 1: the brackets of \"macro(\" are not closed\n");
 }
 
+// The text of a file is read as its lines are: a face written again under another head is checked
+// against the point table and brackets it stands in, not the ones of its first writing.
+TEST(ScasmChecker, TextReadsAsItsLines)
+{
+    const std::vector<std::string> lines = {
+        "Area( 5  1  1 6 )", "Points( 0", "0 0 0", "1 0 0", "2 0 0", ")",       // 1-6
+        "TexPoly( a", "0 1 1", "2 1 1", ")", "TexPoly( ai", "0 1 1", "2 1 1", ")", // 7-14
+        "Points( 0", "0 0 0", ")", "TexPoly( ai", "0 1 1", "2 1 1", ")",          // 15-21
+        "TexPoly( a", "0 1 1", ")", "TexPoly( ai (", "0 1 1", ")", ")", "EndA"};   // 22-29
+    std::string text;
+    for (const std::string& l : lines)
+        text += l + "\r\n";
+    const std::string expected = "line 20: point 2 is not in the point table\n";
+    EXPECT_EQ(FormatProblems(CheckScasm(lines)), expected);
+    EXPECT_EQ(FormatProblems(CheckScasmText(text)), expected);
+}
+
 // Projects of every kind with settings drawn at random; each export must pass the checker. The one
 // fault allowed is a forest point on the centre of its box.
 TEST(ScasmChecker, GeneratedProjectsPass)
