@@ -62,6 +62,8 @@ public:
     {
         // The export runs without the session's generator and without a window to tell.
         BuildExportTextReporting(in_, {}, text_, report_);
+        // The text's structure from a tree line or forest on is read beside the rules.
+        ScasmTextCheck structureCheck(text_.text(), structureSplit());
         project();
         setupRules();
         exportFaults();
@@ -69,7 +71,7 @@ public:
             shape(i);
         for (std::size_t i = 0; i < s_.stores.ObjectStore.size(); ++i)
             object(i);
-        structure();
+        structure(structureCheck.problems());
         std::stable_sort(out_.begin(), out_.end(), [](const Problem& a, const Problem& b) {
             if (KindRank(a.kind) != KindRank(b.kind))
                 return KindRank(a.kind) < KindRank(b.kind);
@@ -365,9 +367,29 @@ private:
         return found;
     }
 
-    void structure()
+    // Where a second thread takes the structure of a large text over: the first line of the tree
+    // line or forest nearest three eighths into the text, so that the rules and the text before it
+    // take about as long as the rest. 0 for none.
+    std::size_t structureSplit() const
     {
-        const auto problems = CheckScasmText(text_.text());
+        constexpr std::size_t kLargeText = 256 * 1024;
+        if (text_.size() < kLargeText)
+            return 0;
+        const std::size_t target = text_.size() / 8 * 3;
+        auto distance = [&](std::size_t at) { return at > target ? at - target : target - at; };
+        std::size_t best = 0;
+        for (const ExportItemReport& r : report_.items) {
+            if (!r.isShape || !r.fault.empty() || r.index >= s_.stores.ShapeStore.size())
+                continue;
+            const int type = s_.stores.ShapeStore[r.index].gType;
+            if ((type == kTreeLine || type == kForest) && (best == 0 || distance(r.firstByte) < distance(best)))
+                best = r.firstByte;
+        }
+        return best;
+    }
+
+    void structure(const std::vector<ScasmProblem>& problems)
+    {
         if (problems.empty())
             return;
         const bool nameReported = std::any_of(out_.begin(), out_.end(), [](const Problem& p) { return p.rule == "menu-name"; });

@@ -120,11 +120,11 @@ private:
             if (!report_)
                 throw OperationFault(message);
             out_.rewind(size, first);
-            report_->items.push_back({isShape, i, first + 1, first + 1, std::move(message)});
+            report_->items.push_back({isShape, i, first + 1, first + 1, size, std::move(message)});
             return;
         }
         if (report_)
-            report_->items.push_back({isShape, i, first + 1, out_.count() + 1, {}});
+            report_->items.push_back({isShape, i, first + 1, out_.count() + 1, size, {}});
     }
 
     const ExportInput& in_;

@@ -42,6 +42,7 @@ struct ExportItemReport {
     std::size_t index = 0;
     int firstLine = 0; // 1-based; its lines are [firstLine, endLine)
     int endLine = 0;
+    std::size_t firstByte = 0; // where its first line starts in the text
     std::string fault; // the export's message when it stopped here; the item then left no line
 };
 

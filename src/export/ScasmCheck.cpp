@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string_view>
+#include <thread>
 #include <unordered_set>
 #include <utility>
 
@@ -367,14 +368,32 @@ public:
     }
 
     // The line of a text that starts at p, ended by LF (a CR before it dropped) or by the text's
-    // end. Returns where the next line starts.
-    const char* text(const char* p, const char* end, int number)
+    // end. Returns where the next line starts; number is the line's, and the last line's of the
+    // rows passed over with it.
+    // Inlined into the loop over the lines, which keeps its state in registers.
+    [[gnu::always_inline]] const char* text(const char* p, const char* end, int& number)
     {
         if (!lines_.empty() && kind_ == Kind::Macro) {
             const char* lf = FindLineFeed(p, end);
             macroLine(Line(p, lf, end), number);
             return lf < end ? lf + 1 : end;
         }
+        if (lines_.empty()) {
+            statementProblems_ = problems.size();
+            rows_ = {};
+        } else if (lines_.size() == 1 && kind_ == Kind::TexPoly) {
+            if (const char* next = repeatedRows(p, end, number))
+                return next;
+            rows_ = {p, number, depth_};
+        }
+        const char* const next = codeLine(p, end, number);
+        if (rows_.begin && lines_.empty())
+            seenRows(next, number);
+        return next;
+    }
+
+    const char* codeLine(const char* p, const char* end, int number)
+    {
         bool comma = false;
         const char* const stop = scanCode<true>(p, end, number, comma);
         if (stop == end || *stop == '\n') {
@@ -403,9 +422,47 @@ public:
                          [](const ScasmProblem& a, const ScasmProblem& b) { return a.line < b.line; });
     }
 
+    // This checker started at a line of the text with nothing open and read on to its end; first
+    // read the text before that line. When first ends there with nothing open either, and this one
+    // read nothing that first's outermost area held (its point table, the labels it defined), this
+    // one takes first's problems and area over and reads as one checker would have. False, with
+    // nothing changed, when that is not so.
+    bool takeOver(Checker& first)
+    {
+        if (first.depth_ != 0 || !first.lines_.empty() || first.scopes_.size() != 1 || rootPoints_)
+            return false;
+        Scope& before = first.scopes_.front();
+        Scope& root = scopes_.front();
+        for (const std::string_view label : root.defined)
+            if (before.defined.count(label))
+                return false;
+        root.defined.insert(before.defined.begin(), before.defined.end());
+        before.used.insert(before.used.end(), root.used.begin(), root.used.end());
+        root.used = std::move(before.used);
+        first.problems.insert(first.problems.end(), std::make_move_iterator(problems.begin()),
+                              std::make_move_iterator(problems.end()));
+        problems = std::move(first.problems);
+        return true;
+    }
+
 private:
     std::vector<Scope> scopes_;
     int depth_ = 0;
+    bool rootPoints_ = false; // a statement of the outermost area read or set its point table
+    // Of the statement being read: the problems before it, and where a textured polygon's rows start.
+    std::size_t statementProblems_ = 0;
+    struct RowsStart {
+        const char* begin = nullptr;
+        int line = 0;
+        int depth = 0; // after the head
+    } rows_;
+    // The rows of the last textured polygon read without a problem, to the end of its last line.
+    struct SeenRows {
+        std::string_view bytes;
+        int lines = 0;
+        int depth = 0;
+        long points = 0;
+    } seen_;
     // The statement being read: its name, what the name makes of it, and its lines so far.
     std::string_view name_;
     Kind kind_ = Kind::Unknown;
@@ -470,6 +527,37 @@ private:
             if (kByteClass[static_cast<unsigned char>(*p)] != kPlain && at(p))
                 return p;
         return p;
+    }
+
+    // The export writes each face of a tree wall twice, once for either side: the same rows under
+    // another head. The rows of a textured polygon read without a problem are kept, and rows of the
+    // same bytes read from the same bracket depth against as many points find nothing either, and
+    // close the polygon where those did: they are passed over. Null when that is not so.
+    const char* repeatedRows(const char* p, const char* end, int& number)
+    {
+        const std::string_view seen = seen_.bytes;
+        if (seen.empty() || depth_ != seen_.depth || scopes_.back().points != seen_.points ||
+            static_cast<std::size_t>(end - p) < seen.size() || std::memcmp(p, seen.data(), seen.size()) != 0)
+            return nullptr;
+        // What the statement reads of its head.
+        checkComma(lines_.front(), false);
+        if (scopes_.size() == 1)
+            rootPoints_ = true;
+        lines_.clear();
+        depth_ = 0;
+        number += seen_.lines - 1;
+        return p + seen.size();
+    }
+
+    // A textured polygon closed on the line that ends at next.
+    void seenRows(const char* next, int number)
+    {
+        if (problems.size() == statementProblems_)
+            seen_ = {std::string_view(rows_.begin, static_cast<std::size_t>(next - rows_.begin)),
+                     number - rows_.line + 1, rows_.depth, scopes_.back().points};
+        else
+            seen_ = {};
+        rows_ = {};
     }
 
     // A line of a macro, which may be a user parameter that the brackets don't read. False when no
@@ -619,6 +707,9 @@ private:
                 AppendTokens(l, tokens);
 
         Scope& scope = scopes_.back();
+        if (scopes_.size() == 1 && (kind_ == Kind::Points || kind_ == Kind::VecPoints || kind_ == Kind::Poly ||
+                                    kind_ == Kind::MoveDraw || kind_ == Kind::TexPoly))
+            rootPoints_ = true;
         if (lines.size() == 1 && tokens.size() == 1 && tokens[0].size() > 1 && tokens[0][0] == ':') {
             if (!scope.defined.insert(tokens[0]).second)
                 add(first, "label " + std::string(tokens[0]) + " is defined twice in its area");
@@ -751,6 +842,14 @@ private:
     }
 };
 
+// The lines from p to end, the first of them numbered number + 1. Returns the last one's number.
+int ReadLines(Checker& c, const char* p, const char* end, int number)
+{
+    while (p < end)
+        p = c.text(p, end, ++number);
+    return number;
+}
+
 } // namespace
 
 std::vector<ScasmProblem> CheckScasm(const std::vector<std::string>& lines)
@@ -765,14 +864,59 @@ std::vector<ScasmProblem> CheckScasm(const std::vector<std::string>& lines)
 
 std::vector<ScasmProblem> CheckScasmText(std::string_view text)
 {
-    const char* p = text.data();
-    const char* const end = p + text.size();
     Checker c;
-    int number = 0;
-    while (p < end)
-        p = c.text(p, end, ++number);
+    ReadLines(c, text.data(), text.data() + text.size(), 0);
     c.finish();
     return std::move(c.problems);
+}
+
+struct ScasmTextCheck::Parts {
+    std::string_view text;
+    std::size_t split = 0;
+    Checker second;
+    bool secondRead = false;
+    std::jthread thread;
+};
+
+ScasmTextCheck::ScasmTextCheck(std::string_view text, std::size_t split) : parts_(std::make_unique<Parts>())
+{
+    Parts& parts = *parts_;
+    parts.text = text;
+    if (split == 0 || split >= text.size() || text[split - 1] != '\n')
+        return;
+    parts.split = split;
+    parts.thread = std::jthread([&parts] {
+        try {
+            const char* const begin = parts.text.data();
+            const char* const split = begin + parts.split;
+            ReadLines(parts.second, split, begin + parts.text.size(), static_cast<int>(std::count(begin, split, '\n')));
+            parts.secondRead = true;
+        } catch (...) {
+            // The first part's checker reads on in its place.
+        }
+    });
+}
+
+ScasmTextCheck::~ScasmTextCheck() = default;
+
+std::vector<ScasmProblem> ScasmTextCheck::problems()
+{
+    Parts& parts = *parts_;
+    const char* const begin = parts.text.data();
+    const char* const end = begin + parts.text.size();
+    const char* const split = parts.split ? begin + parts.split : end;
+    Checker first;
+    // The first part's lines end at the split: nothing of the second is read with them.
+    const int number = ReadLines(first, begin, split, 0);
+    if (parts.thread.joinable())
+        parts.thread.join();
+    if (parts.secondRead && parts.second.takeOver(first)) {
+        parts.second.finish();
+        return std::move(parts.second.problems);
+    }
+    ReadLines(first, split, end, number);
+    first.finish();
+    return std::move(first.problems);
 }
 
 std::string FormatProblems(const std::vector<ScasmProblem>& problems)

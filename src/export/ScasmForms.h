@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
@@ -22,6 +23,25 @@ struct NumberText {
 };
 
 
+// The digits of 0 to 999, most of the numbers a text holds (indices, local units, texels).
+struct SmallDecimal {
+    char digits[4];
+    std::uint8_t size;
+};
+inline constexpr auto kSmallDecimals = [] {
+    std::array<SmallDecimal, 1000> table{};
+    for (int v = 0; v < 1000; ++v) {
+        SmallDecimal& d = table[static_cast<std::size_t>(v)];
+        const int hundreds = v / 100, tens = v / 10 % 10, ones = v % 10;
+        if (hundreds)
+            d.digits[d.size++] = static_cast<char>('0' + hundreds);
+        if (hundreds || tens)
+            d.digits[d.size++] = static_cast<char>('0' + tens);
+        d.digits[d.size++] = static_cast<char>('0' + ones);
+    }
+    return table;
+}();
+
 // Decimal integer, "-" for a negative, no padding.
 [[gnu::always_inline]] inline NumberText IntText(std::int64_t v)
 {
@@ -31,6 +51,12 @@ struct NumberText {
     if (v < 0) {
         *to++ = '-';
         u = 0 - u;
+    }
+    if (u < kSmallDecimals.size()) {
+        const SmallDecimal& d = kSmallDecimals[u];
+        std::memcpy(to, d.digits, sizeof d.digits);
+        out.size = static_cast<std::uint8_t>(to - out.text + d.size);
+        return out;
     }
     out.size = static_cast<std::uint8_t>(std::to_chars(to, out.text + sizeof out.text, u).ptr - out.text);
     return out;

@@ -117,6 +117,50 @@ TEST(ScasmChecker, FuzzFindingsExportWellFormed)
     EXPECT_GT(files, 0);
 }
 
+// The text of a file is read as its lines are: a face written again under another head is checked
+// against the point table and brackets it stands in, not the ones of its first writing.
+TEST(ScasmChecker, TextReadsAsItsLines)
+{
+    const std::vector<std::string> lines = {
+        "Area( 5  1  1 6 )", "Points( 0", "0 0 0", "1 0 0", "2 0 0", ")",       // 1-6
+        "TexPoly( a", "0 1 1", "2 1 1", ")", "TexPoly( ai", "0 1 1", "2 1 1", ")", // 7-14
+        "Points( 0", "0 0 0", ")", "TexPoly( ai", "0 1 1", "2 1 1", ")",          // 15-21
+        "TexPoly( a", "0 1 1", ")", "TexPoly( ai (", "0 1 1", ")", ")", "EndA"};   // 22-29
+    std::string text;
+    for (const std::string& l : lines)
+        text += l + "\r\n";
+    const std::string expected = "line 20: point 2 is not in the point table\n";
+    EXPECT_EQ(FormatProblems(CheckScasm(lines)), expected);
+    EXPECT_EQ(FormatProblems(CheckScasmText(text)), expected);
+}
+
+// A text read in two parts side by side finds what one reading finds, wherever the second part
+// starts: labels of the outermost area used in one part and defined in the other, defined in
+// both, its point table set in one and read in the other, faults in both.
+TEST(ScasmChecker, TwoPartsReadAsOne)
+{
+    const std::vector<std::vector<std::string>> texts = {
+        {"Jump( :B )", ":A", "Area( 5  1  1 6 )", "  Points( 0", "  0 0 0", "  )", "  Poly( au 0 1 )", "EndA", "Foo",
+         ":B", "Area( 5  1  1 6 )", "  Jump( :C )", "  ))", "EndA", "IfVarAnd( :D 28C 1 )"},
+        {":A", "Points( 0", "0 0 0", "1 0 0", ")", "Area( 5  1  1 6 )", "EndA", "Poly( au 0 1 2 )", ":A", "Area( 5  1  1 6 )",
+         "  TexPoly( a", "  0 1 1", "  )", "  TexPoly( ai", "  0 1 1", "  )", "EndA", "Area( 5  1  1 6 )"},
+    };
+    for (const auto& lines : texts) {
+        std::string text;
+        std::vector<std::size_t> starts;
+        for (const std::string& l : lines) {
+            starts.push_back(text.size());
+            text += l + "\r\n";
+        }
+        const std::string whole = FormatProblems(CheckScasmText(text));
+        EXPECT_NE(whole, "");
+        for (const std::size_t split : starts) {
+            SCOPED_TRACE(split);
+            EXPECT_EQ(FormatProblems(ScasmTextCheck(text, split).problems()), whole);
+        }
+    }
+}
+
 // Projects of every kind with settings drawn at random; each export must pass the checker. The one
 // fault allowed is a forest point on the centre of its box.
 TEST(ScasmChecker, GeneratedProjectsPass)
