@@ -1,4 +1,5 @@
-// Feeds any bytes to the SCASM structure check, as text and as lines, and formats what it found.
+// Feeds any bytes to the SCASM structure check, as text, as lines and in two parts read side by
+// side, and formats what it found.
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -41,6 +42,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (std::size_t i = 0; i < again.size(); ++i)
         if (again[i].line != problems[i].line || again[i].text != problems[i].text)
             __builtin_trap();
+    // Read in two parts, cut after a line chosen by the input's first byte: the same problems.
+    if (!text.empty()) {
+        std::size_t split = text.size() * static_cast<std::uint8_t>(text[0]) / 256;
+        split = text.find('\n', split);
+        if (split != std::string::npos) {
+            const auto halves = fw::ScasmTextCheck(text, split + 1).problems();
+            if (halves.size() != problems.size())
+                __builtin_trap();
+            for (std::size_t i = 0; i < halves.size(); ++i)
+                if (halves[i].line != problems[i].line || halves[i].text != problems[i].text)
+                    __builtin_trap();
+        }
+    }
     const std::string report = fw::FormatProblems(problems);
     if (problems.empty() != report.empty())
         __builtin_trap();
