@@ -31,6 +31,16 @@ std::vector<Problem> CheckNow(const Session& s)
     return CheckDesign(s, ProbeCompilerSetup(s.programFolder, CompilerFromEnvironment()));
 }
 
+// The list asks for about four wrapped lines, so that the plan keeps most of a small window.
+class ProblemList : public QListWidget {
+public:
+    using QListWidget::QListWidget;
+    QSize sizeHint() const override
+    {
+        return {QListWidget::sizeHint().width(), fontMetrics().lineSpacing() * 4 + 2 * frameWidth()};
+    }
+};
+
 QString CountText(std::size_t n)
 {
     if (n == 0)
@@ -45,7 +55,7 @@ ProblemsPanel::ProblemsPanel(MainWindow& window, Session& session)
 {
     setObjectName("DockProblems");
     setFeatures(QDockWidget::DockWidgetClosable | QDockWidget::DockWidgetMovable);
-    list_ = new QListWidget(this);
+    list_ = new ProblemList(this);
     list_->setObjectName("ListProblems");
     list_->setWordWrap(true);
     setWidget(list_);
