@@ -91,6 +91,7 @@ private:
     std::vector<Problem> out_;
     // Texture name to what its file is, read once per check.
     std::map<std::string, std::string> textureVerdicts_;
+    std::map<std::string, bool> macroFound_;
     std::vector<char> shapeWritten_;
     std::vector<char> shapeFaulted_;
 
@@ -282,6 +283,15 @@ private:
 
     static bool IsRegularFile(const std::string& path);
 
+    // Objects often share a macro: each path is looked up once.
+    bool macroFound(const std::string& path)
+    {
+        auto [it, fresh] = macroFound_.try_emplace(path);
+        if (fresh)
+            it->second = IsRegularFile(FindPathNoCase(path));
+        return it->second;
+    }
+
     void texture(bool isShape, std::size_t i, const std::string& name)
     {
         const std::string& verdict = textureVerdict(name);
@@ -330,7 +340,7 @@ private:
             addObject("outside-work-area", i,
                       "stands at " + std::to_string(o.PosX) + ", " + std::to_string(o.PosY) +
                           ", outside the work area -10000..10000. Move it back inside.");
-        if (o.oType == kApi && !IsRegularFile(FindPathNoCase(o.Path())))
+        if (o.oType == kApi && !macroFound(o.Path()))
             addObject("missing-macro", i,
                       "uses the macro " + Quoted(o.Path()) +
                           ", which can't be found. Choose the macro again in the object's properties.");

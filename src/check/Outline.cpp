@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <numeric>
 #include <vector>
 
 namespace fw {
@@ -94,21 +93,30 @@ std::optional<Crossing> FindCrossing(const PointList& points)
     auto from = [&](int k) -> const Point& { return points[static_cast<std::size_t>(run[static_cast<std::size_t>(k)])]; };
     auto to = [&](int k) -> const Point& { return from((k + 1) % m); };
 
-    // A sweep along X: each edge meets only the edges whose X range overlaps its own.
-    std::vector<int> order(static_cast<std::size_t>(m));
-    std::iota(order.begin(), order.end(), 0);
-    auto minX = [&](int k) { return std::min(from(k).X, to(k).X); };
-    auto maxX = [&](int k) { return std::max(from(k).X, to(k).X); };
-    std::sort(order.begin(), order.end(), [&](int a, int b) { return minX(a) < minX(b); });
+    // A sweep along X: each edge meets only the edges whose X range overlaps its own. Each edge's
+    // box is worked out once, beside it in the order the sweep takes.
+    struct Edge {
+        std::int32_t minX, maxX, minY, maxY;
+        int k;
+    };
+    std::vector<Edge> order(static_cast<std::size_t>(m));
+    for (int k = 0; k < m; ++k) {
+        const Point& a = from(k);
+        const Point& b = to(k);
+        order[static_cast<std::size_t>(k)] = {std::min(a.X, b.X), std::max(a.X, b.X), std::min(a.Y, b.Y),
+                                              std::max(a.Y, b.Y), k};
+    }
+    std::sort(order.begin(), order.end(), [](const Edge& a, const Edge& b) { return a.minX < b.minX; });
 
     for (std::size_t p = 0; p < order.size(); ++p) {
-        const int k = order[p];
-        for (std::size_t q = p + 1; q < order.size() && minX(order[q]) <= maxX(k); ++q) {
-            const int l = order[q];
+        const Edge& e = order[p];
+        const int k = e.k;
+        for (std::size_t q = p + 1; q < order.size() && order[q].minX <= e.maxX; ++q) {
+            const Edge& f = order[q];
+            const int l = f.k;
             const int lo = std::min(k, l);
             const int hi = std::max(k, l);
-            if (std::max(std::min(from(k).Y, to(k).Y), std::min(from(l).Y, to(l).Y)) >
-                std::min(std::max(from(k).Y, to(k).Y), std::max(from(l).Y, to(l).Y)))
+            if (std::max(e.minY, f.minY) > std::min(e.maxY, f.maxY))
                 continue;
             bool meet = false;
             if (hi == lo + 1)
