@@ -48,18 +48,20 @@ public:
     }
     // One whole line from its pieces: one test for room, then copies chosen by the kind of each
     // piece, through a local pointer (stores through a char pointer could change the buffer's own
-    // fields, so a pointer kept in the object would be read again after every piece).
+    // fields, so a pointer kept in the object would be read again after every piece). A number
+    // written in place is as long as it turns out, so the room tested is the most it can take.
     template <class... Pieces>
     void addPieces(const Pieces&... pieces)
     {
-        const std::size_t n = (PieceSize(pieces) + ... + 2);
-        if (capacity_ - size_ < n + kSlack)
-            grow(n + kSlack);
-        char* to = data_ + size_;
+        const std::size_t room = (PieceRoom(pieces) + ... + 2);
+        if (capacity_ - size_ < room + kSlack)
+            grow(room + kSlack);
+        char* const from = data_ + size_;
+        char* to = from;
         ((to = Put(to, pieces)), ...);
         to[0] = '\r';
         to[1] = '\n';
-        size_ += n;
+        size_ += static_cast<std::size_t>(to - from) + 2;
         ++count_;
     }
     void endLine()
@@ -102,14 +104,20 @@ public:
     }
 
 private:
-    // A number form is copied whole, its unused tail landing in room the line doesn't keep.
-    static constexpr std::size_t kSlack = sizeof(NumberText::text);
+    // A number form is copied or written whole, its unused tail landing in room the line doesn't keep.
+    static constexpr std::size_t kSlack = std::max(sizeof(NumberText::text), kFormReach);
 
-    static std::size_t PieceSize(std::string_view piece) { return piece.size(); }
-    static std::size_t PieceSize(const NumberText& piece) { return piece.size; }
+    static std::size_t PieceRoom(std::string_view piece) { return piece.size(); }
+    static std::size_t PieceRoom(const NumberText& piece) { return piece.size; }
+    static constexpr std::size_t PieceRoom(IntForm) { return 20; }
+    template <std::uint8_t Width>
+    static constexpr std::size_t PieceRoom(FixedForm<Width>)
+    {
+        return Width;
+    }
     // A quoted text of the program: its length is known when it is compiled.
     template <std::size_t N>
-    static constexpr std::size_t PieceSize(const char (&)[N])
+    static constexpr std::size_t PieceRoom(const char (&)[N])
     {
         return N - 1;
     }
@@ -122,6 +130,12 @@ private:
     {
         std::memcpy(to, piece.text, sizeof piece.text);
         return to + piece.size;
+    }
+    static char* Put(char* to, IntForm piece) { return WriteInt(to, piece.value); }
+    template <std::uint8_t Width>
+    static char* Put(char* to, FixedForm<Width> piece)
+    {
+        return WriteFixed<Width>(to, piece.value);
     }
     template <std::size_t N>
     static char* Put(char* to, const char (&piece)[N])

@@ -45,20 +45,20 @@ void WriteDotLines(ExportContext& ctx, const PointList& pts, double spacing, dou
         const double dx = static_cast<double>(q.X) - p.X;
         const double dy = static_cast<double>(q.Y) - p.Y;
         double c = std::sqrt(dx * dx + dy * dy) / step;
-        const NumberText qx = Fix6Text(q.X), qy = Fix6Text(-static_cast<std::int64_t>(q.Y));
+        const Fix6Form qx{q.X}, qy{-static_cast<std::int64_t>(q.Y)};
         if (i == 0) {
             if (c < 1.0)
                 c = 1.0;
-            ctx.addJoined(indent, "DotLine( ", Fix6Text(p.X), " 0 ", Fix6Text(-static_cast<std::int64_t>(p.Y)), "  ",
-                          qx, " 0 ", qy, " ", IntText(ExportRound(c, "a dot count")), " )");
+            ctx.addJoined(indent, "DotLine( ", Fix6Form{p.X}, " 0 ", Fix6Form{-static_cast<std::int64_t>(p.Y)}, "  ",
+                          qx, " 0 ", qy, " ", IntForm{ExportRound(c, "a dot count")}, " )");
         } else if (c < 1.0) {
             ctx.addJoined(indent, "Dot( ", qx, " 0 ", qy, " )");
         } else {
             // Start one step along the segment so the joint isn't lit twice.
             const std::int32_t sx = ExportRound(p.X + dx / c, "a dotted line's start");
             const std::int32_t sy = ExportRound(-(p.Y + dy / c), "a dotted line's start");
-            ctx.addJoined(indent, "DotLine( ", Fix6Text(sx), " 0 ", Fix6Text(sy), "  ", qx, " 0 ", qy, " ",
-                          IntText(ExportRound(c, "a dot count")), " )");
+            ctx.addJoined(indent, "DotLine( ", Fix6Form{sx}, " 0 ", Fix6Form{sy}, "  ", qx, " 0 ", qy, " ",
+                          IntForm{ExportRound(c, "a dot count")}, " )");
         }
     }
 }
@@ -67,8 +67,8 @@ void WriteDots(ExportContext& ctx, const PointList& pts, const std::string& inde
 {
     // The last point gets no dot.
     for (std::size_t i = 0; i + 1 < pts.size(); ++i)
-        ctx.addJoined(indent, "Dot( ", Fix6Text(pts[i].X), " 0 ", Fix6Text(-static_cast<std::int64_t>(pts[i].Y)),
-                      " ) ;", IntText(static_cast<std::int64_t>(i)));
+        ctx.addJoined(indent, "Dot( ", Fix6Form{pts[i].X}, " 0 ", Fix6Form{-static_cast<std::int64_t>(pts[i].Y)},
+                      " ) ;", IntForm{static_cast<std::int64_t>(i)});
 }
 
 } // namespace

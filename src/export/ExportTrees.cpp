@@ -91,17 +91,22 @@ struct WallStep {
 
 NumberText Fix4(std::int64_t v) { return FixedText(v, 4); }
 
-// One row of a face: the point's number, then the texel across and down.
+// One row of a face: the point's number, then the texel across and down. The forms made for this
+// row alone are written in place; the texels shared by many rows are held by reference.
+template <class Number, class Across>
 struct Entry {
-    NumberText a, b, c;
+    Number a;
+    Across b;
+    const NumberText& c;
 };
 
 // One face in both windings, so it shows from either side: the same rows under both heads.
-void TwoSided(ExportContext& ctx, const std::string& J, const Entry (&e)[4])
+template <class Number, class Across>
+void TwoSided(ExportContext& ctx, const std::string& J, const Entry<Number, Across> (&e)[4])
 {
     ctx.addJoined(J, "ShadedTexPoly( a");
     const std::size_t rows = ctx.lines.size();
-    for (const Entry& x : e)
+    for (const Entry<Number, Across>& x : e)
         ctx.addJoined(J, x.a, " ", x.b, " ", x.c);
     ctx.addJoined(J, ")");
     const std::size_t end = ctx.lines.size();
@@ -162,31 +167,30 @@ void WriteWall(ExportContext& ctx, const ShapeRecord& shape, const PointList& po
     ctx.add(J + "VecPoints( 0");
     for (std::size_t i = 0; i <= m; ++i) {
         const auto number = static_cast<std::int64_t>(2 * i);
-        const NumberText x = Fix6Text(V[i].X), y = Fix6Text(V[i].Y);
-        ctx.addJoined(J, x, " 0    ", y, kVector, IntText(number));
-        ctx.addJoined(J, x, " ", H4, " ", y, kVector, IntText(number + 1));
+        const Fix6Form x{V[i].X}, y{V[i].Y};
+        ctx.addJoined(J, x, " 0    ", y, kVector, IntForm{number});
+        ctx.addJoined(J, x, " ", H4, " ", y, kVector, IntForm{number + 1});
     }
     ctx.add(J + ")");
     ctx.add(J);
 
     const NumberText cap0 = Fix6Text(0);
     const NumberText cap12 = Fix6Text(kCapWidth);
-    TwoSided(ctx, J, {{IntText(0), band.capLo, cap0}, {IntText(2), band.capLo, cap12},
-                      {IntText(3), band.capHi, cap12}, {IntText(1), band.capHi, cap0}});
+    TwoSided<IntForm, const NumberText&>(ctx, J, {{{0}, band.capLo, cap0}, {{2}, band.capLo, cap12},
+                                                  {{3}, band.capHi, cap12}, {{1}, band.capHi, cap0}});
 
     WallStep u;
     for (std::size_t i = 1; i + 2 <= m; ++i) {
         u.piece(band.stripSize, shape.mBandHeight, LengthAlong(V[i], V[i + 1]));
         const auto k = static_cast<std::int64_t>(2 * i);
-        const NumberText u0 = Fix6Text(u.u0), u1 = Fix6Text(u.u1);
-        TwoSided(ctx, J, {{Fix3Text(k), u0, band.lo3}, {Fix3Text(k + 2), u1, band.lo3},
-                          {Fix3Text(k + 3), u1, band.hi3}, {Fix3Text(k + 1), u0, band.hi3}});
+        TwoSided<Fix3Form, Fix6Form>(ctx, J, {{{k}, {u.u0}, band.lo3}, {{k + 2}, {u.u1}, band.lo3},
+                                              {{k + 3}, {u.u1}, band.hi3}, {{k + 1}, {u.u0}, band.hi3}});
     }
 
     const auto mm = static_cast<std::int64_t>(2 * m);
     const auto kk = static_cast<std::int64_t>(2 * (m - 1));
-    TwoSided(ctx, J, {{Fix3Text(mm), band.capLo, cap0}, {Fix3Text(kk), band.capLo, cap12},
-                      {Fix3Text(kk + 1), band.capHi, cap12}, {Fix3Text(mm + 1), band.capHi, cap0}});
+    TwoSided<Fix3Form, const NumberText&>(ctx, J, {{{mm}, band.capLo, cap0}, {{kk}, band.capLo, cap12},
+                                                   {{kk + 1}, band.capHi, cap12}, {{mm + 1}, band.capHi, cap0}});
 }
 
 // Closed wall along the outline, an outer ring of caps, and three canopies stacked at 70, 85 and 100%.
@@ -204,33 +208,30 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
     const std::size_t n = P.size() - 1;
     auto neg = [](std::int32_t v) { return -static_cast<std::int64_t>(v); };
 
-    // Each point's columns are written by the points, the wall and the canopies: made once.
-    std::vector<NumberText> X(n + 1), Y(n + 1);
     ctx.add(J + "Points( 0");
     for (std::size_t i = 0; i <= n; ++i) {
         const auto number = static_cast<std::int64_t>(3 * i);
-        const NumberText& x = X[i] = Fix6Text(P[i].X);
-        const NumberText& y = Y[i] = Fix6Text(neg(P[i].Y));
-        ctx.addJoined(J, x, " ", H70_4, " ", y, " ;", IntText(number));
-        ctx.addJoined(J, x, " ", H85_4, " ", y, " ;", IntText(number + 1));
-        ctx.addJoined(J, x, " ", H4, " ", y, " ;", IntText(number + 2));
+        const Fix6Form x{P[i].X}, y{neg(P[i].Y)};
+        ctx.addJoined(J, x, " ", H70_4, " ", y, " ;", IntForm{number});
+        ctx.addJoined(J, x, " ", H85_4, " ", y, " ;", IntForm{number + 1});
+        ctx.addJoined(J, x, " ", H4, " ", y, " ;", IntForm{number + 2});
     }
     ctx.add(J + ")");
     ctx.add(J);
 
     // The canopy texture lies at four local units a texel over the whole forest; the first
     // canopy works out each point's texel, the other two write it again.
-    std::vector<NumberText> U(n + 1), V(n + 1);
+    std::vector<std::int32_t> U(n + 1), V(n + 1);
     for (int c = 0; c < 3; ++c) {
         WriteLoadBitmap(ctx, "WF5", 0, 0, tex.top[c], J);
         ctx.add(J);
         ctx.add(J + "TexPoly( au");
         for (std::size_t i = 0; i <= n; ++i) {
             if (c == 0) {
-                U[i] = Fix6Text(ExportRound(P[i].X / 4.0, "a canopy texture point"));
-                V[i] = Fix6Text(ExportRound(P[i].Y / 4.0, "a canopy texture point"));
+                U[i] = ExportRound(P[i].X / 4.0, "a canopy texture point");
+                V[i] = ExportRound(P[i].Y / 4.0, "a canopy texture point");
             }
-            ctx.addJoined(J, IntText(static_cast<std::int64_t>(3 * i) + c), " ", U[i], " ", V[i]);
+            ctx.addJoined(J, IntForm{static_cast<std::int64_t>(3 * i) + c}, " ", Fix6Form{U[i]}, " ", Fix6Form{V[i]});
         }
         ctx.add(J + ")");
         ctx.add(J);
@@ -244,8 +245,8 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
         const double b = ctx.nextRandom();
         const std::int32_t fx = ExportRound((a - 0.5) * 3.0 + P[i].X, "a forest wall point");
         const std::int32_t fy = ExportRound(((b - 0.5) * 3.0 + P[i].Y) * -1.0, "a forest wall point");
-        ctx.addJoined(J, Fix6Text(fx), " 0    ", Fix6Text(fy), kVector, IntText(number));
-        ctx.addJoined(J, X[i], " ", H4, " ", Y[i], kVector, IntText(number + 1));
+        ctx.addJoined(J, Fix6Form{fx}, " 0    ", Fix6Form{fy}, kVector, IntForm{number});
+        ctx.addJoined(J, Fix6Form{P[i].X}, " ", H4, " ", Fix6Form{neg(P[i].Y)}, kVector, IntForm{number + 1});
         number += 2;
     }
     for (std::size_t i = 0; i <= n; ++i) {
@@ -253,9 +254,9 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
         if (P[i] == Point{0, 0})
             throw OperationFault("Division by zero: a forest point lies on the centre of its box.");
         const Point q = PointAlong(P[i], Point{0, 0}, capLen);
-        const NumberText x = Fix6Text(q.X), y = Fix6Text(neg(q.Y));
-        ctx.addJoined(J, x, " 0    ", y, kVector, IntText(number));
-        ctx.addJoined(J, x, " ", H4, " ", y, kVector, IntText(number + 1));
+        const Fix6Form x{q.X}, y{neg(q.Y)};
+        ctx.addJoined(J, x, " 0    ", y, kVector, IntForm{number});
+        ctx.addJoined(J, x, " ", H4, " ", y, kVector, IntForm{number + 1});
         number += 2;
     }
     ctx.add(J + ")");
@@ -272,13 +273,11 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
         u.piece(band.stripSize, shape.mBandHeight, LengthAlong(P[i], P[next]));
         const auto k = static_cast<std::int64_t>(2 * i);
         const auto kn = static_cast<std::int64_t>(2 * next);
-        const NumberText k3 = Fix3Text(k), k13 = Fix3Text(k + 1);
-        const NumberText u0 = Fix6Text(u.u0), u1 = Fix6Text(u.u1);
-        TwoSided(ctx, J, {{k3, u0, band.lo3}, {Fix3Text(kn), u1, band.lo3}, {Fix3Text(kn + 1), u1, band.hi3},
-                          {k13, u0, band.hi3}});
+        TwoSided<Fix3Form, Fix6Form>(ctx, J, {{{k}, {u.u0}, band.lo3}, {{kn}, {u.u1}, band.lo3},
+                                              {{kn + 1}, {u.u1}, band.hi3}, {{k + 1}, {u.u0}, band.hi3}});
         const auto o = static_cast<std::int64_t>(2 * n + 2 + 2 * i);
-        TwoSided(ctx, J, {{k3, band.capLo, cap12}, {Fix3Text(o), band.capLo, cap0},
-                          {Fix3Text(o + 1), band.capHi, cap0}, {k13, band.capHi, cap12}});
+        TwoSided<Fix3Form, const NumberText&>(ctx, J, {{{k}, band.capLo, cap12}, {{o}, band.capLo, cap0},
+                                                       {{o + 1}, band.capHi, cap0}, {{k + 1}, band.capHi, cap12}});
     }
 }
 

@@ -42,11 +42,13 @@ inline constexpr auto kSmallDecimals = [] {
     return table;
 }();
 
-// Decimal integer, "-" for a negative, no padding.
-[[gnu::always_inline]] inline NumberText IntText(std::int64_t v)
+// How far past its start writing a number form may store: the longest integer is 20 characters,
+// and the short ones store a few spare bytes that the next piece writes over.
+inline constexpr std::size_t kFormReach = 24;
+
+// Decimal integer, "-" for a negative, no padding, written at to; returns its end.
+[[gnu::always_inline]] inline char* WriteInt(char* to, std::int64_t v)
 {
-    NumberText out;
-    char* to = out.text;
     std::uint64_t u = static_cast<std::uint64_t>(v);
     if (v < 0) {
         *to++ = '-';
@@ -55,10 +57,40 @@ inline constexpr auto kSmallDecimals = [] {
     if (u < kSmallDecimals.size()) {
         const SmallDecimal& d = kSmallDecimals[u];
         std::memcpy(to, d.digits, sizeof d.digits);
-        out.size = static_cast<std::uint8_t>(to - out.text + d.size);
-        return out;
+        return to + d.size;
     }
-    out.size = static_cast<std::uint8_t>(std::to_chars(to, out.text + sizeof out.text, u).ptr - out.text);
+    return std::to_chars(to, to + 20, u).ptr;
+}
+// The integer padded with blanks on the right to Width, or cut to it, written at to.
+template <std::uint8_t Width>
+[[gnu::always_inline]] inline char* WriteFixed(char* to, std::int64_t v)
+{
+    static_assert(Width <= 8, "the blanks are stored eight at a time");
+    char* end = WriteInt(to, v);
+    if (end < to + Width)
+        std::memcpy(end, "        ", 8);
+    return to + Width;
+}
+
+// Number forms written straight into the line being joined, for a number a line uses once:
+// nothing is built aside and copied again (a copy read back right after its bytes were stored one
+// by one waits for them).
+struct IntForm {
+    std::int64_t value;
+};
+template <std::uint8_t Width>
+struct FixedForm {
+    std::int64_t value;
+};
+using Fix3Form = FixedForm<3>;
+using Fix4Form = FixedForm<4>;
+using Fix6Form = FixedForm<6>;
+
+// Decimal integer, "-" for a negative, no padding.
+[[gnu::always_inline]] inline NumberText IntText(std::int64_t v)
+{
+    NumberText out;
+    out.size = static_cast<std::uint8_t>(WriteInt(out.text, v) - out.text);
     return out;
 }
 // The integer padded with blanks on the right to width, or cut to it.

@@ -20,8 +20,8 @@ int Green(std::int32_t c) { return (c >> 8) & 0xFF; }
 int Blue(std::int32_t c) { return (c >> 16) & 0xFF; }
 
 // "x 0 -y" of a point: the three pieces of its coordinates.
-NumberText X6(const Point& p) { return Fix6Text(p.X); }
-NumberText Y6(const Point& p) { return Fix6Text(-static_cast<std::int64_t>(p.Y)); }
+Fix6Form X6(const Point& p) { return {p.X}; }
+Fix6Form Y6(const Point& p) { return {-static_cast<std::int64_t>(p.Y)}; }
 } // namespace
 
 void WriteFileHead(ExportContext& ctx, int type, int buf, int areamx)
@@ -133,7 +133,7 @@ void WritePoints(ExportContext& ctx, const PointList& local, const std::string& 
 {
     ctx.add(indent + "Points( 0");
     for (std::size_t i = 0; i < local.size(); ++i)
-        ctx.addJoined(indent, X6(local[i]), " 0 ", Y6(local[i]), " ;", IntText(static_cast<std::int64_t>(i)));
+        ctx.addJoined(indent, X6(local[i]), " 0 ", Y6(local[i]), " ;", IntForm{static_cast<std::int64_t>(i)});
     ctx.add(indent + ")");
 }
 
@@ -204,8 +204,8 @@ void WriteTexPolyStatement(ExportContext& ctx, const std::vector<std::uint8_t>& 
         ctx.add(indent + "ConcavePoly");
     ctx.add(indent + (shaded == 1 ? "ShadedTexPoly( au" : "TexPoly( au"));
     for (std::size_t i = 0; i < indices.size() && i < uv.size(); ++i)
-        ctx.addJoined(indent, Fix3Text(indices[i]), " ", Fix6Text(uv[i].U), " ",
-                      Fix6Text(256 - static_cast<std::int64_t>(uv[i].V)));
+        ctx.addJoined(indent, Fix3Form{indices[i]}, " ", Fix6Form{uv[i].U}, " ",
+                      Fix6Form{256 - static_cast<std::int64_t>(uv[i].V)});
     ctx.add(indent + ")");
 }
 
