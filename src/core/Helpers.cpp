@@ -120,6 +120,19 @@ bool CheckLong(const ValueContext& ctx, const std::string& text, const std::stri
     return true;
 }
 
+namespace {
+// Ten to the digits: the powers a double holds exactly come from a table, the rest from pow. pow
+// gives the very same values, as it is off by less than one unit in the last place.
+double PowerOfTen(int digits)
+{
+    static constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                         1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+    if (digits >= 0 && digits <= 22)
+        return kPowers[digits];
+    return std::pow(10.0, digits);
+}
+} // namespace
+
 double FixFloat(double value, int digits, const ValueContext& ctx)
 {
     if (!(value <= 9999)) {
@@ -127,7 +140,7 @@ double FixFloat(double value, int digits, const ValueContext& ctx)
             ctx.ui->Message("FixFloat Violation: " + LocalReal(value, ctx.decimalSeparator), MessageStyle::Critical);
         return 0;
     }
-    const double scale = std::pow(10.0, digits);
+    const double scale = PowerOfTen(digits);
     auto r = RoundToInt32(value * scale);
     if (!r)
         throw OperationFault("The value " + LocalReal(value, ctx.decimalSeparator) +

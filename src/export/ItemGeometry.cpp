@@ -20,23 +20,9 @@ ShapeBoxResult ShapeBox(const PointList& list, double s)
     return out;
 }
 
-double LengthAlong(const Point& a, const Point& b)
+void NoDirectionFault()
 {
-    const double dx = (static_cast<double>(b.X) - a.X) / 1000;
-    const double dy = (static_cast<double>(b.Y) - a.Y) / 1000;
-    return std::sqrt(dx * dx + dy * dy) * 1000;
-}
-
-Point PointAlong(const Point& a, const Point& b, double d)
-{
-    const double dx = (static_cast<double>(b.X) - a.X) / 1000;
-    const double dy = (static_cast<double>(b.Y) - a.Y) / 1000;
-    const double len = std::sqrt(dx * dx + dy * dy) * 1000;
-    if (len == 0)
-        throw OperationFault("Division by zero: a point has no direction to move in (two points fall on one).");
-    const double t = d / len;
-    return {ExportRound(dx * 1000 * t + a.X, "a point along a line"),
-            ExportRound(dy * 1000 * t + a.Y, "a point along a line")};
+    throw OperationFault("Division by zero: a point has no direction to move in (two points fall on one).");
 }
 
 } // namespace fw

@@ -1,9 +1,11 @@
 // Geometry shared by the 3-D items and the flatten polygon: the box of a point list and points along a line.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 
 #include "core/Records.h"
+#include "export/ScasmForms.h"
 
 namespace fw {
 
@@ -16,11 +18,29 @@ struct ShapeBoxResult {
 // Box of the list as it stands; the list must not be empty.
 ShapeBoxResult ShapeBox(const PointList& list, double s);
 
-// Length of the line from a to b, taken in thousands so that the squares stay in range.
-double LengthAlong(const Point& a, const Point& b);
+[[noreturn, gnu::cold]] void NoDirectionFault();
+
+// Length of the line from a to b, taken in thousands so that the squares stay in range. Inline, so
+// that the divisions and the root overlap the writing of the rows around them.
+inline double LengthAlong(const Point& a, const Point& b)
+{
+    const double dx = (static_cast<double>(b.X) - a.X) / 1000;
+    const double dy = (static_cast<double>(b.Y) - a.Y) / 1000;
+    return std::sqrt(dx * dx + dy * dy) * 1000;
+}
 
 // The point at distance d from a towards b; a negative d lies behind a. Stops the export when a and b
 // are one point, as there is no direction then.
-Point PointAlong(const Point& a, const Point& b, double d);
+inline Point PointAlong(const Point& a, const Point& b, double d)
+{
+    const double dx = (static_cast<double>(b.X) - a.X) / 1000;
+    const double dy = (static_cast<double>(b.Y) - a.Y) / 1000;
+    const double len = std::sqrt(dx * dx + dy * dy) * 1000;
+    if (len == 0)
+        NoDirectionFault();
+    const double t = d / len;
+    return {ExportRound(dx * 1000 * t + a.X, "a point along a line"),
+            ExportRound(dy * 1000 * t + a.Y, "a point along a line")};
+}
 
 } // namespace fw
