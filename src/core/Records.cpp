@@ -272,14 +272,18 @@ std::array<std::int32_t, 4> ComputeLimits(const PointList& pts)
 }
 
 namespace {
-// Edge vectors come from the integer differences, each then divided by 100.0.
-int TurnSign(const Point& a, const Point& b, const Point& c)
+// An edge vector: the integer differences, each then divided by 100.0.
+struct Edge {
+    double x, y;
+};
+Edge EdgeOf(const Point& a, const Point& b)
 {
-    const double ux = static_cast<double>(static_cast<std::int64_t>(b.X) - a.X) / 100.0;
-    const double uy = static_cast<double>(static_cast<std::int64_t>(b.Y) - a.Y) / 100.0;
-    const double vx = static_cast<double>(static_cast<std::int64_t>(c.X) - b.X) / 100.0;
-    const double vy = static_cast<double>(static_cast<std::int64_t>(c.Y) - b.Y) / 100.0;
-    const double z = ux * vy - uy * vx;
+    return {static_cast<double>(static_cast<std::int64_t>(b.X) - a.X) / 100.0,
+            static_cast<double>(static_cast<std::int64_t>(b.Y) - a.Y) / 100.0};
+}
+int TurnSign(const Edge& u, const Edge& v)
+{
+    const double z = u.x * v.y - u.y * v.x;
     return z < 0 ? -1 : 1;
 }
 } // namespace
@@ -290,13 +294,21 @@ std::uint8_t ComputeConcavity(const PointList& p)
     if (count < 3 || count == 3)
         return 0;
     const std::size_t n = count - 1;
-    const int reference = TurnSign(p[0], p[1], p[2]);
-    for (std::size_t i = 1; i + 2 <= n; ++i)
-        if (TurnSign(p[i], p[i + 1], p[i + 2]) != reference)
+    // Each edge is worked out once and serves the turns at both its ends.
+    const Edge first = EdgeOf(p[0], p[1]);
+    Edge u = EdgeOf(p[1], p[2]);
+    const int reference = TurnSign(first, u);
+    for (std::size_t i = 1; i + 2 <= n; ++i) {
+        const Edge v = EdgeOf(p[i + 1], p[i + 2]);
+        if (TurnSign(u, v) != reference)
             return 1;
-    if (TurnSign(p[n - 1], p[n], p[0]) != reference)
+        u = v;
+    }
+    // u is now the edge from p[n - 1] to p[n].
+    const Edge closing = EdgeOf(p[n], p[0]);
+    if (TurnSign(u, closing) != reference)
         return 1;
-    if (TurnSign(p[n], p[0], p[1]) != reference)
+    if (TurnSign(closing, first) != reference)
         return 1;
     return 0;
 }

@@ -1,4 +1,5 @@
 #include <cmath>
+#include <vector>
 
 #include "export/ExportItems.h"
 #include "export/Optimize.h"
@@ -39,12 +40,25 @@ void WriteDotLines(ExportContext& ctx, const PointList& pts, double spacing, dou
     const double step = spacing / s;
     if (!(step > 0 || step < 0) || !std::isfinite(step))
         throw OperationFault("A dot spacing of " + Real(spacing) + " m can't be written.");
-    for (std::size_t i = 0; i + 1 < pts.size(); ++i) {
+    // Each segment's root and divisions wait on one another: worked out for all segments first,
+    // they overlap, where between the rows written they would each be waited for.
+    struct Segment {
+        double c, sx, sy;
+    };
+    const std::size_t segments = pts.empty() ? 0 : pts.size() - 1;
+    std::vector<Segment> along(segments);
+    for (std::size_t i = 0; i < segments; ++i) {
         const Point& p = pts[i];
         const Point& q = pts[i + 1];
         const double dx = static_cast<double>(q.X) - p.X;
         const double dy = static_cast<double>(q.Y) - p.Y;
-        double c = std::sqrt(dx * dx + dy * dy) / step;
+        const double c = std::sqrt(dx * dx + dy * dy) / step;
+        along[i] = {c, p.X + dx / c, -(p.Y + dy / c)};
+    }
+    for (std::size_t i = 0; i < segments; ++i) {
+        const Point& p = pts[i];
+        const Point& q = pts[i + 1];
+        double c = along[i].c;
         const Fix6Form qx{q.X}, qy{-static_cast<std::int64_t>(q.Y)};
         if (i == 0) {
             if (c < 1.0)
@@ -55,8 +69,8 @@ void WriteDotLines(ExportContext& ctx, const PointList& pts, double spacing, dou
             ctx.addJoined(indent, "Dot( ", qx, " 0 ", qy, " )");
         } else {
             // Start one step along the segment so the joint isn't lit twice.
-            const std::int32_t sx = ExportRound(p.X + dx / c, "a dotted line's start");
-            const std::int32_t sy = ExportRound(-(p.Y + dy / c), "a dotted line's start");
+            const std::int32_t sx = ExportRound(along[i].sx, "a dotted line's start");
+            const std::int32_t sy = ExportRound(along[i].sy, "a dotted line's start");
             ctx.addJoined(indent, "DotLine( ", Fix6Form{sx}, " 0 ", Fix6Form{sy}, "  ", qx, " 0 ", qy, " ",
                           IntForm{ExportRound(c, "a dot count")}, " )");
         }

@@ -215,9 +215,17 @@ ShapeGeometry PrepareShapeGeometry(const ExportContext& ctx, const PointList& po
         throw OperationFault("The scale " + Real(scale) + " can't be used for local units.");
     ShapeGeometry g;
     g.local.reserve(points.size());
-    for (const Point& p : points)
-        g.local.push_back({ExportRound(p.X / (2 * scale), "a point in local units"),
-                           ExportRound(p.Y / (2 * scale), "a point in local units")});
+    // The usual scales make a power of two: then multiplying by its exact inverse rounds every
+    // point just as dividing does, and costs far less.
+    const double unit = 2 * scale;
+    const double inverse = 1 / unit;
+    int exponent = 0;
+    const bool exactInverse = std::fabs(std::frexp(unit, &exponent)) == 0.5 && std::isfinite(inverse);
+    for (const Point& p : points) {
+        const double x = exactInverse ? p.X * inverse : p.X / unit;
+        const double y = exactInverse ? p.Y * inverse : p.Y / unit;
+        g.local.push_back({ExportRound(x, "a point in local units"), ExportRound(y, "a point in local units")});
+    }
     g.concave = ComputeConcavity(g.local);
     if (g.local.empty()) {
         g.centre = ctx.latLon(0, 0, 1 / scale);
