@@ -64,6 +64,20 @@ public:
         size_ += static_cast<std::size_t>(to - from) + 2;
         ++count_;
     }
+    // Pieces appended to the open line as addPieces writes them; gives how many characters they took.
+    template <class... Pieces>
+    std::size_t appendPieces(const Pieces&... pieces)
+    {
+        const std::size_t room = (PieceRoom(pieces) + ... + 0);
+        if (capacity_ - size_ < room + kSlack)
+            grow(room + kSlack);
+        char* const from = data_ + size_;
+        char* to = from;
+        ((to = Put(to, pieces)), ...);
+        const auto n = static_cast<std::size_t>(to - from);
+        size_ += n;
+        return n;
+    }
     void endLine()
     {
         if (capacity_ - size_ < 2)

@@ -121,10 +121,13 @@ void ExportWideLine(ExportContext& ctx, const ShapeRecord& shape, const PointLis
         ctx.add(I2);
         static constexpr const char* kLabels[4] = {";Closest", ":Close", ":Far", ":VeryFar"};
         for (int level = 0; level < 4; ++level) {
-            ctx.add(I2 + kLabels[level] + (level == 0 ? std::string() : Int(n)));
+            if (level == 0)
+                ctx.addJoined(I2, std::string_view(kLabels[level]));
+            else
+                ctx.addJoined(I2, std::string_view(kLabels[level]), IntForm{n});
             WriteRoad(ctx, shape, g, s, level, I2);
             if (level < 3) {
-                ctx.add(I2 + "Jump( :RefEnd" + Int(n) + " )");
+                ctx.addJoined(I2, "Jump( :RefEnd", IntForm{n}, " )");
                 ctx.add(I2);
             }
         }

@@ -39,13 +39,16 @@ void WriteLadder(ExportContext& ctx, const ShapeRecord& shape, const ShapeGeomet
     WriteDistanceSwitch(ctx, g.r, I2, n);
     ctx.add(I2);
     for (int level = 0; level < 4; ++level) {
-        ctx.add(I2 + kLabels[level] + (level == 0 ? std::string() : Int(n)));
+        if (level == 0)
+            ctx.addJoined(I2, std::string_view(kLabels[level]));
+        else
+            ctx.addJoined(I2, std::string_view(kLabels[level]), IntForm{n});
         if (ladder.t != 0)
             WriteLoadBitmap(ctx, LoadBitmapFlags(shape.tLoadflag), 15, ctx.project.Color[ladder.t - 1],
                             ladder.base + kSuffix[level], I2);
         statement(ladder.reduce ? ReducedIndices(g.local, level, true) : list0);
         if (level < 3) {
-            ctx.add(I2 + "Jump( :RefEnd" + Int(n) + " )");
+            ctx.addJoined(I2, "Jump( :RefEnd", IntForm{n}, " )");
             ctx.add(I2);
         }
     }

@@ -128,14 +128,14 @@ void OpenTreeArea(ExportContext& ctx, const ShapeRecord& shape, const char* titl
     ctx.add("    :3DStart");
     ctx.add("    Perspective");
     ctx.add(I);
-    ctx.add(I + RefPointLine(":RefEnd0", 1.0, centre, shape.vRange, r));
+    ctx.addJoined(I, RefPointLine(":RefEnd0", 1.0, centre, shape.vRange, r));
 }
 
 void CloseTreeArea(ExportContext& ctx, const std::string& I)
 {
-    ctx.add(I + "  ");
-    ctx.add(I + "  :RefEnd0");
-    ctx.add(I + "  Return");
+    ctx.addJoined(I, "  ");
+    ctx.addJoined(I, "  :RefEnd0");
+    ctx.addJoined(I, "  Return");
     ctx.add("");
     ctx.add("EndA");
 }
@@ -164,14 +164,14 @@ void WriteWall(ExportContext& ctx, const ShapeRecord& shape, const PointList& po
     m += 1;
 
     const NumberText H4 = Fix4(H);
-    ctx.add(J + "VecPoints( 0");
+    ctx.addJoined(J, "VecPoints( 0");
     for (std::size_t i = 0; i <= m; ++i) {
         const auto number = static_cast<std::int64_t>(2 * i);
         const Fix6Form x{V[i].X}, y{V[i].Y};
         ctx.addJoined(J, x, " 0    ", y, kVector, IntForm{number});
         ctx.addJoined(J, x, " ", H4, " ", y, kVector, IntForm{number + 1});
     }
-    ctx.add(J + ")");
+    ctx.addJoined(J, ")");
     ctx.add(J);
 
     const NumberText cap0 = Fix6Text(0);
@@ -208,7 +208,7 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
     const std::size_t n = P.size() - 1;
     auto neg = [](std::int32_t v) { return -static_cast<std::int64_t>(v); };
 
-    ctx.add(J + "Points( 0");
+    ctx.addJoined(J, "Points( 0");
     for (std::size_t i = 0; i <= n; ++i) {
         const auto number = static_cast<std::int64_t>(3 * i);
         const Fix6Form x{P[i].X}, y{neg(P[i].Y)};
@@ -216,7 +216,7 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
         ctx.addJoined(J, x, " ", H85_4, " ", y, " ;", IntForm{number + 1});
         ctx.addJoined(J, x, " ", H4, " ", y, " ;", IntForm{number + 2});
     }
-    ctx.add(J + ")");
+    ctx.addJoined(J, ")");
     ctx.add(J);
 
     // The canopy texture lies at four local units a texel over the whole forest; the first
@@ -225,7 +225,7 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
     for (int c = 0; c < 3; ++c) {
         WriteLoadBitmap(ctx, "WF5", 0, 0, tex.top[c], J);
         ctx.add(J);
-        ctx.add(J + "TexPoly( au");
+        ctx.addJoined(J, "TexPoly( au");
         for (std::size_t i = 0; i <= n; ++i) {
             if (c == 0) {
                 U[i] = ExportRound(P[i].X / 4.0, "a canopy texture point");
@@ -233,11 +233,11 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
             }
             ctx.addJoined(J, IntForm{static_cast<std::int64_t>(3 * i) + c}, " ", Fix6Form{U[i]}, " ", Fix6Form{V[i]});
         }
-        ctx.add(J + ")");
+        ctx.addJoined(J, ")");
         ctx.add(J);
     }
 
-    ctx.add(J + "VecPoints( 0");
+    ctx.addJoined(J, "VecPoints( 0");
     std::int64_t number = 0;
     for (std::size_t i = 0; i <= n; ++i) {
         // The foot of the wall is shaken by up to 1.5 units each way; the top stays in line with the canopy.
@@ -259,7 +259,7 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
         ctx.addJoined(J, x, " ", H4, " ", y, kVector, IntForm{number + 1});
         number += 2;
     }
-    ctx.add(J + ")");
+    ctx.addJoined(J, ")");
     ctx.add(J);
 
     WriteLoadBitmap(ctx, "WF5", 0, 0, tex.side, J);
@@ -292,11 +292,11 @@ void ExportTreeLine(ExportContext& ctx, const ShapeRecord& shape, const PointLis
     const LatLon centre = ctx.latLon(box.cx, box.cy, 2.0);
 
     OpenTreeArea(ctx, shape, ShapeTitle::TreeLine, centre, box.r, I);
-    ctx.add(I + "  ");
+    ctx.addJoined(I, "  ");
     WriteTimeSwitch(ctx, shape.vTime, I + "  ", 0);
     ctx.add(I);
     WriteLoadBitmap(ctx, LoadBitmapFlags(shape.tLoadflag), 0, 0, shape.tDayPath, I + "  ");
-    ctx.add(I + "  ");
+    ctx.addJoined(I, "  ");
     WriteWall(ctx, shape, points, box.cx, box.cy, I + "  ");
     CloseTreeArea(ctx, I);
 }
@@ -325,9 +325,9 @@ void ExportForest(ExportContext& ctx, const ShapeRecord& shape, const PointList&
 
     const std::string& I = indent;
     OpenTreeArea(ctx, shape, ShapeTitle::Forest, centre, box.r, I);
-    ctx.add(I + "  ");
+    ctx.addJoined(I, "  ");
     WriteTimeSwitch(ctx, shape.vTime, I + "  ", 0);
-    ctx.add(I + "  ");
+    ctx.addJoined(I, "  ");
     WriteForestBody(ctx, shape, P, tex, I + "  ");
     CloseTreeArea(ctx, I);
 }

@@ -85,12 +85,12 @@ void WriteShapeBanner(ExportContext& ctx, const std::string& indent, const char*
                       const std::string& comment)
 {
     Blank(ctx, indent, 3);
-    ctx.add(indent + kBoxRule);
-    ctx.add(indent + titleLine);
-    ctx.add(indent + kBoxRule);
+    ctx.addJoined(indent, kBoxRule);
+    ctx.addJoined(indent, std::string_view(titleLine));
+    ctx.addJoined(indent, kBoxRule);
     if (comment != kNoComment) {
         Blank(ctx, indent);
-        ctx.add(indent + ";Your comment: " + comment);
+        ctx.addJoined(indent, ";Your comment: ", comment);
     }
 }
 
@@ -99,16 +99,16 @@ void WriteTimeSwitch(ExportContext& ctx, int vTime, const std::string& indent, i
     const std::string end = ":RefEnd" + Int(n);
     const std::string visible = ":Visible" + Int(n);
     auto jumpAround = [&](const char* mask) {
-        ctx.add(indent + "IfVarAnd( " + visible + " 28C " + mask + " )");
-        ctx.add(indent + "Jump( " + end + " )");
-        ctx.add(indent + visible);
+        ctx.addJoined(indent, "IfVarAnd( ", visible, " 28C ", std::string_view(mask), " )");
+        ctx.addJoined(indent, "Jump( ", end, " )");
+        ctx.addJoined(indent, visible);
     };
     switch (vTime) {
-    case 0: ctx.add(indent + "Jump( " + end + " )"); break;
-    case 1: ctx.add(indent + "IfVarAnd( " + end + " 28C 1 )"); break;
-    case 2: ctx.add(indent + "IfVarAnd( " + end + " 28C 4 )"); break;
+    case 0: ctx.addJoined(indent, "Jump( ", end, " )"); break;
+    case 1: ctx.addJoined(indent, "IfVarAnd( ", end, " 28C 1 )"); break;
+    case 2: ctx.addJoined(indent, "IfVarAnd( ", end, " 28C 4 )"); break;
     case 3: jumpAround("2"); break;
-    case 4: ctx.add(indent + "IfVarAnd( " + end + " 28C 2 )"); break;
+    case 4: ctx.addJoined(indent, "IfVarAnd( ", end, " 28C 2 )"); break;
     case 5: jumpAround("4"); break;
     case 6: jumpAround("1"); break;
     default: break; // 7 is always visible; higher values write nothing
@@ -118,9 +118,9 @@ void WriteTimeSwitch(ExportContext& ctx, int vTime, const std::string& indent, i
 void WriteDistanceSwitch(ExportContext& ctx, std::int64_t base, const std::string& indent, int n)
 {
     const auto& d = ctx.project.Distance;
-    ctx.add(indent + "IfVarRange( :VeryFar" + Int(n) + "  33B  0 " + Int(base + d[2]) + " )");
-    ctx.add(indent + "IfVarRange( :Far" + Int(n) + "  33B  0 " + Int(base + d[1]) + " )");
-    ctx.add(indent + "IfVarRange( :Close" + Int(n) + "  33B  0 " + Int(base + d[0]) + " )");
+    ctx.addJoined(indent, "IfVarRange( :VeryFar", IntForm{n}, "  33B  0 ", IntForm{base + d[2]}, " )");
+    ctx.addJoined(indent, "IfVarRange( :Far", IntForm{n}, "  33B  0 ", IntForm{base + d[1]}, " )");
+    ctx.addJoined(indent, "IfVarRange( :Close", IntForm{n}, "  33B  0 ", IntForm{base + d[0]}, " )");
 }
 
 void WriteMenu(ExportContext& ctx, const std::string& text, const std::string& indent)
@@ -131,10 +131,10 @@ void WriteMenu(ExportContext& ctx, const std::string& text, const std::string& i
 
 void WritePoints(ExportContext& ctx, const PointList& local, const std::string& indent)
 {
-    ctx.add(indent + "Points( 0");
+    ctx.addJoined(indent, "Points( 0");
     for (std::size_t i = 0; i < local.size(); ++i)
         ctx.addJoined(indent, X6(local[i]), " 0 ", Y6(local[i]), " ;", IntForm{static_cast<std::int64_t>(i)});
-    ctx.add(indent + ")");
+    ctx.addJoined(indent, ")");
 }
 
 void WriteRRStart(ExportContext& ctx, const std::string& kind, const std::string& half, const Point& p,
@@ -161,52 +161,55 @@ std::string LoadBitmapFlags(const std::array<std::uint8_t, 4>& loadflag)
 void WriteLoadBitmap(ExportContext& ctx, const std::string& flags, int transparency, std::int32_t color,
                      const std::string& name, const std::string& indent)
 {
-    ctx.add(indent + "LoadBitmap( 0 " + flags + " E" + Hex(transparency) + " " + Int(Red(color)) + " " +
-            Int(Green(color)) + " " + Int(Blue(color)) + " \"" + name + "\" )");
+    ctx.addJoined(indent, "LoadBitmap( 0 ", flags, " E", Hex(transparency), " ", IntForm{Red(color)}, " ",
+                  IntForm{Green(color)}, " ", IntForm{Blue(color)}, " \"", name, "\" )");
 }
 
 void WriteRGBSColor(ExportContext& ctx, std::int32_t color, int transparency, const std::string& indent)
 {
-    ctx.add(indent + "RGBSColor( E" + Hex(transparency) + " " + Int(Red(color)) + " " + Int(Green(color)) + " " +
-            Int(Blue(color)) + " )");
+    ctx.addJoined(indent, "RGBSColor( E", Hex(transparency), " ", IntForm{Red(color)}, " ", IntForm{Green(color)},
+                  " ", IntForm{Blue(color)}, " )");
 }
 
 void WriteLineColor(ExportContext& ctx, std::int64_t index, const std::string& indent)
 {
-    ctx.add(indent + "LineColor( " + Hex(index) + " F0 )");
+    ctx.addJoined(indent, "LineColor( ", Hex(index), " F0 )");
 }
 
 void WritePolyStatement(ExportContext& ctx, const std::vector<std::uint8_t>& indices, const std::string& indent,
                         int shaded, int concave)
 {
     if (concave == 1)
-        ctx.add(indent + "ConcavePoly");
-    std::string line = indent + (shaded == 1 ? "ShadedPoly( au " : "Poly( au ");
-    line.reserve(indent.size() + 72);
+        ctx.addJoined(indent, "ConcavePoly");
+    // The line is written in place as it grows; only its length is kept.
+    ExportBuffer& out = ctx.lines;
+    const std::string_view head = shaded == 1 ? "ShadedPoly( au " : "Poly( au ";
+    out.append(indent);
+    out.append(head);
+    std::size_t length = indent.size() + head.size();
     for (std::uint8_t index : indices) {
         // Tested before each index, so a line may pass 64 characters by one index.
-        if (line.size() > 64) {
-            ctx.add(std::move(line));
-            line = indent;
-            line.reserve(indent.size() + 72);
+        if (length > 64) {
+            out.endLine();
+            out.append(indent);
+            length = indent.size();
         }
-        line += IntText(index);
-        line += ' ';
+        length += out.appendPieces(IntForm{index}, " ");
     }
-    line += ')';
-    ctx.add(std::move(line));
+    out.append(")");
+    out.endLine();
 }
 
 void WriteTexPolyStatement(ExportContext& ctx, const std::vector<std::uint8_t>& indices,
                            const std::vector<TexCoord>& uv, const std::string& indent, int shaded, int concave)
 {
     if (concave == 1)
-        ctx.add(indent + "ConcavePoly");
-    ctx.add(indent + (shaded == 1 ? "ShadedTexPoly( au" : "TexPoly( au"));
+        ctx.addJoined(indent, "ConcavePoly");
+    ctx.addJoined(indent, std::string_view(shaded == 1 ? "ShadedTexPoly( au" : "TexPoly( au"));
     for (std::size_t i = 0; i < indices.size() && i < uv.size(); ++i)
         ctx.addJoined(indent, Fix3Form{indices[i]}, " ", Fix6Form{uv[i].U}, " ",
                       Fix6Form{256 - static_cast<std::int64_t>(uv[i].V)});
-    ctx.add(indent + ")");
+    ctx.addJoined(indent, ")");
 }
 
 ShapeGeometry PrepareShapeGeometry(const ExportContext& ctx, const PointList& points, double scale)

@@ -11,31 +11,34 @@ ShapeFrame OpenShapeFrame(ExportContext& ctx, const ShapeRecord& shape, const ch
     WriteShapeBanner(ctx, f.I, titleLine, shape.gComment);
     if (f.layer > 1) {
         ctx.add(f.I);
-        ctx.add(f.I + ShapeAreaLine(g.centre, shape.vRange));
-        ctx.add(f.I + "  ");
-        ctx.add(f.I + "  LayerCall( :LayerStart " + Int(f.layer) + " )");
-        ctx.add(f.I + "  Jump( : )");
-        ctx.add(f.I + "  ");
-        ctx.add(f.I + "    :LayerStart");
+        ctx.addJoined(f.I, ShapeAreaLine(g.centre, shape.vRange));
+        ctx.addJoined(f.I, "  ");
+        ctx.addJoined(f.I, "  LayerCall( :LayerStart ", IntForm{f.layer}, " )");
+        ctx.addJoined(f.I, "  Jump( : )");
+        ctx.addJoined(f.I, "  ");
+        ctx.addJoined(f.I, "    :LayerStart");
         f.I += "  ";
         f.tail = "Return";
     }
     ctx.add(f.I);
-    ctx.add(f.I + RefPointLine(":RefEnd" + Int(n), scale, g.centre, shape.vRange, g.r));
-    ctx.add(f.I + "  ");
+    ctx.addJoined(f.I, RefPointLine(":RefEnd" + Int(n), scale, g.centre, shape.vRange, g.r));
+    ctx.addJoined(f.I, "  ");
     WriteTimeSwitch(ctx, shape.vTime, f.I + "  ", n);
-    ctx.add(lineBlank ? f.I : f.I + "  ");
+    if (lineBlank)
+        ctx.add(f.I);
+    else
+        ctx.addJoined(f.I, "  ");
     return f;
 }
 
 void CloseShapeFrame(ExportContext& ctx, const ShapeFrame& f, int n)
 {
-    ctx.add(f.I + "  ");
-    ctx.add(f.I + "  :RefEnd" + Int(n));
-    ctx.add(f.I + "  " + f.tail);
+    ctx.addJoined(f.I, "  ");
+    ctx.addJoined(f.I, "  :RefEnd", IntForm{n});
+    ctx.addJoined(f.I, "  ", f.tail);
     if (f.layer > 1) {
         ctx.add(f.I);
-        ctx.add(f.I + "EndA");
+        ctx.addJoined(f.I, "EndA");
     }
 }
 
