@@ -89,6 +89,18 @@ struct WallStep {
     }
 };
 
+// The length of each piece of a wall, from point i to the next (closed: the last back to the first),
+// worked out before the rows: the roots overlap there, where between the rows each is waited for.
+std::vector<double> PieceLengths(const PointList& points, bool closed)
+{
+    std::vector<double> lengths(points.size());
+    for (std::size_t i = 0; i + 1 < points.size(); ++i)
+        lengths[i] = LengthAlong(points[i], points[i + 1]);
+    if (closed && !points.empty())
+        lengths.back() = LengthAlong(points.back(), points.front());
+    return lengths;
+}
+
 NumberText Fix4(std::int64_t v) { return FixedText(v, 4); }
 
 // One row of a face: the point's number, then the texel across and down. The forms made for this
@@ -179,9 +191,10 @@ void WriteWall(ExportContext& ctx, const ShapeRecord& shape, const PointList& po
     TwoSided<IntForm, const NumberText&>(ctx, J, {{{0}, band.capLo, cap0}, {{2}, band.capLo, cap12},
                                                   {{3}, band.capHi, cap12}, {{1}, band.capHi, cap0}});
 
+    const std::vector<double> lengths = PieceLengths(V, false);
     WallStep u;
     for (std::size_t i = 1; i + 2 <= m; ++i) {
-        u.piece(band.stripSize, shape.mBandHeight, LengthAlong(V[i], V[i + 1]));
+        u.piece(band.stripSize, shape.mBandHeight, lengths[i]);
         const auto k = static_cast<std::int64_t>(2 * i);
         TwoSided<Fix3Form, Fix6Form>(ctx, J, {{{k}, {u.u0}, band.lo3}, {{k + 2}, {u.u1}, band.lo3},
                                               {{k + 3}, {u.u1}, band.hi3}, {{k + 1}, {u.u0}, band.hi3}});
@@ -249,11 +262,16 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
         ctx.addJoined(J, Fix6Form{P[i].X}, " ", H4, " ", Fix6Form{neg(P[i].Y)}, kVector, IntForm{number + 1});
         number += 2;
     }
+    // The ring moves each point outward from the centre, which has no outward of its own. Its
+    // points are worked out before their rows, so that their divisions and roots overlap.
+    PointList ring(n + 1);
     for (std::size_t i = 0; i <= n; ++i) {
-        // The ring moves each point outward from the centre, which has no outward of its own.
         if (P[i] == Point{0, 0})
             throw OperationFault("Division by zero: a forest point lies on the centre of its box.");
-        const Point q = PointAlong(P[i], Point{0, 0}, capLen);
+        ring[i] = PointAlong(P[i], Point{0, 0}, capLen);
+    }
+    for (std::size_t i = 0; i <= n; ++i) {
+        const Point& q = ring[i];
         const Fix6Form x{q.X}, y{neg(q.Y)};
         ctx.addJoined(J, x, " 0    ", y, kVector, IntForm{number});
         ctx.addJoined(J, x, " ", H4, " ", y, kVector, IntForm{number + 1});
@@ -267,10 +285,11 @@ void WriteForestBody(ExportContext& ctx, const ShapeRecord& shape, const PointLi
 
     const NumberText cap0 = Fix6Text(0);
     const NumberText cap12 = Fix6Text(kCapWidth);
+    const std::vector<double> lengths = PieceLengths(P, true);
     WallStep u;
     for (std::size_t i = 0; i <= n; ++i) {
         const std::size_t next = i == n ? 0 : i + 1;
-        u.piece(band.stripSize, shape.mBandHeight, LengthAlong(P[i], P[next]));
+        u.piece(band.stripSize, shape.mBandHeight, lengths[i]);
         const auto k = static_cast<std::int64_t>(2 * i);
         const auto kn = static_cast<std::int64_t>(2 * next);
         TwoSided<Fix3Form, Fix6Form>(ctx, J, {{{k}, {u.u0}, band.lo3}, {{kn}, {u.u1}, band.lo3},
