@@ -168,8 +168,9 @@ TEST(DesignCheck, EachRuleFindsItsItem)
         EXPECT_EQ(found[0].kind, c.kind);
         EXPECT_EQ(found[0].index, c.index);
         const std::string name = (c.kind == ProblemKind::Shape ? "shape " : "object ") + std::to_string(c.index + 1);
-        if (c.index >= 0)
+        if (c.index >= 0) {
             EXPECT_NE(found[0].message.find(name), std::string::npos) << found[0].message;
+        }
     }
 }
 
