@@ -3,6 +3,8 @@
 // the least a reorder can do: moving every shape and its points once into new stores.
 #include <benchmark/benchmark.h>
 
+#include "Circle.h"
+
 #include <cmath>
 #include <cstdint>
 #include <vector>
@@ -19,12 +21,7 @@ using namespace fw;
 void FillSession(Session& s, int shapes)
 {
     for (int i = 0; i < shapes; ++i) {
-        PointList pts;
-        for (int k = 0; k < kMaxPoints; ++k) {
-            const double a = 2 * 3.14159265358979 * k / kMaxPoints;
-            pts.push_back({static_cast<std::int32_t>(std::lround(2000 * std::cos(a))) + i,
-                           static_cast<std::int32_t>(std::lround(2000 * std::sin(a))) - i});
-        }
+        const PointList pts = bench::Circle(kMaxPoints, i);
         ShapeRecord r;
         ResetShape(r, kPoly);
         AppendShape(s.stores, r, pts);

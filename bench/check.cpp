@@ -2,6 +2,8 @@
 // every kind), beside the export of the same project, which the check runs inside itself.
 #include <benchmark/benchmark.h>
 
+#include "Circle.h"
+
 #include <cmath>
 #include <memory>
 
@@ -33,12 +35,7 @@ const Session& LimitSession()
         for (int i = 0; i < kMaxShapes; ++i) {
             const int type = types[i % 7];
             const int count = type == kTexPoly ? kMaxTexPolyPoints : kMaxPoints;
-            PointList pts;
-            for (int k = 0; k < count; ++k) {
-                const double a = 2 * 3.14159265358979 * k / count;
-                pts.push_back({static_cast<std::int32_t>(std::lround(2000 * std::cos(a))) + i,
-                               static_cast<std::int32_t>(std::lround(2000 * std::sin(a))) - i});
-            }
+            const PointList pts = bench::Circle(count, i);
             ShapeRecord r;
             ResetShape(r, type);
             r.gIsColored = static_cast<std::uint8_t>(i % 2);

@@ -2,6 +2,8 @@
 // export is measured beside writing the very bytes it writes, through the same replacing write.
 #include <benchmark/benchmark.h>
 
+#include "Circle.h"
+
 #include <cmath>
 #include <filesystem>
 
@@ -39,12 +41,7 @@ struct LimitProject {
             if (kinds == kForestsOnly && type != kForest)
                 continue;
             const int count = type == kTexPoly ? 4 : kMaxPoints;
-            PointList pts;
-            for (int k = 0; k < count; ++k) {
-                const double a = 2 * 3.14159265358979 * k / count;
-                pts.push_back({static_cast<std::int32_t>(std::lround(2000 * std::cos(a))) + i,
-                               static_cast<std::int32_t>(std::lround(2000 * std::sin(a))) - i});
-            }
+            const PointList pts = bench::Circle(count, i);
             ShapeRecord s;
             ResetShape(s, type);
             s.gIsColored = static_cast<std::uint8_t>(i % 2);

@@ -46,25 +46,18 @@ public:
         CopyPiece(data_ + size_, piece.data(), n);
         size_ += n;
     }
-    // One whole line from its pieces: one test for room, then copies chosen by the kind of each
-    // piece, through a local pointer (stores through a char pointer could change the buffer's own
-    // fields, so a pointer kept in the object would be read again after every piece). A number
-    // written in place is as long as it turns out, so the room tested is the most it can take.
+    // One whole line from its pieces (see appendPieces), ended by CR LF.
     template <class... Pieces>
     void addPieces(const Pieces&... pieces)
     {
-        const std::size_t room = (PieceRoom(pieces) + ... + 2);
-        if (capacity_ - size_ < room + kSlack)
-            grow(room + kSlack);
-        char* const from = data_ + size_;
-        char* to = from;
-        ((to = Put(to, pieces)), ...);
-        to[0] = '\r';
-        to[1] = '\n';
-        size_ += static_cast<std::size_t>(to - from) + 2;
+        appendPieces(pieces..., "\r\n");
         ++count_;
     }
-    // Pieces appended to the open line as addPieces writes them; gives how many characters they took.
+    // Pieces appended to the open line: one test for room, then copies chosen by the kind of each
+    // piece, through a local pointer (stores through a char pointer could change the buffer's own
+    // fields, so a pointer kept in the object would be read again after every piece). A number
+    // written in place is as long as it turns out, so the room tested is the most it can take.
+    // Gives how many characters they took.
     template <class... Pieces>
     std::size_t appendPieces(const Pieces&... pieces)
     {

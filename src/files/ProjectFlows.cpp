@@ -216,16 +216,26 @@ void SelectFirstItem(Session& s)
     }
 }
 
+namespace {
+
+// The records of a file that must be there; a missing one is told by the name the user knows.
+bool ReadExistingProject(Session& s, const std::string& shown, const std::string& file, ProjectData& data)
+{
+    if (!FileExists(file)) {
+        Tell(s, DoesNotExistMessage(shown), MessageStyle::Information);
+        return false;
+    }
+    return ReadProjectFile(file, data, s.ui, s.programFolder);
+}
+
+} // namespace
+
 bool LoadProject(Session& s, const std::string& path, const FlowHooks& hooks, const LoadSource* source)
 {
     const bool unnamed = source != nullptr && source->unnamed;
     const std::string& file = source != nullptr ? source->file : path;
-    if (!FileExists(file)) {
-        Tell(s, DoesNotExistMessage(path), MessageStyle::Information);
-        return false;
-    }
     ProjectData data;
-    if (!ReadProjectFile(file, data, s.ui, s.programFolder))
+    if (!ReadExistingProject(s, path, file, data))
         return false;
 
     // Every part is made ready before the session changes. A part that can't be loaded is dropped
@@ -443,12 +453,8 @@ bool ImportSelection(Session& s, const std::string& path, const FlowHooks& hooks
 {
     const Point target = ScreenToWorld(s.view, 10, 10);
     s.editor.selection.reset();
-    if (!FileExists(path)) {
-        Tell(s, DoesNotExistMessage(path), MessageStyle::Information);
-        return false;
-    }
     ProjectData data;
-    if (!ReadProjectFile(path, data, s.ui, s.programFolder))
+    if (!ReadExistingProject(s, path, path, data))
         return false;
     if (data.shapes.empty() && data.objects.empty()) {
         Tell(s, "There are no shapes/objects in the file!", MessageStyle::Information);
